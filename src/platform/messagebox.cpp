@@ -1,0 +1,133 @@
+#include "platform/messagebox.h"
+
+#include <array>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+#include <QtCore/QPointer>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+
+#include "core/log.h"
+#include "platform/mainqueue.h"
+
+namespace vm {
+namespace {
+
+struct BoxButton {
+    QMessageBox::StandardButton button;
+    int answer;
+};
+
+// By the low four bits of the style word. Unknown kinds show OK.
+const std::vector<BoxButton>& ButtonsOf(UINT style) {
+    static const std::array<std::vector<BoxButton>, 6> s_kinds = {{
+        {{QMessageBox::Ok, 1}},
+        {{QMessageBox::Ok, 1}, {QMessageBox::Cancel, 2}},
+        {{QMessageBox::Abort, 3}, {QMessageBox::Retry, 4}, {QMessageBox::Ignore, 5}},
+        {{QMessageBox::Yes, 6}, {QMessageBox::No, 7}, {QMessageBox::Cancel, 2}},
+        {{QMessageBox::Yes, 6}, {QMessageBox::No, 7}},
+        {{QMessageBox::Retry, 4}, {QMessageBox::Cancel, 2}},
+    }};
+    const UINT kind = style & 0xF;
+    return s_kinds[kind < s_kinds.size() ? kind : 0];
+}
+
+const BoxButton& DefaultButton(UINT style) {
+    const std::vector<BoxButton>& buttons = ButtonsOf(style);
+    const UINT index = (style >> 8) & 0xF;
+    return buttons[index < buttons.size() ? index : 0];
+}
+
+QMessageBox::Icon IconOf(UINT style) {
+    switch (style & 0xF0) {
+    case 0x10:
+        return QMessageBox::Critical;
+    case 0x20:
+        return QMessageBox::Question;
+    case 0x30:
+        return QMessageBox::Warning;
+    case 0x40:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+MessageBoxHandler& Handler() {
+    static auto* const s_handler = new MessageBoxHandler;
+    return *s_handler;
+}
+
+bool Unattended() {
+    const char* setting = std::getenv("VMCORE_MESSAGEBOX");
+    return (setting && std::strcmp(setting, "log") == 0) ||
+           !qobject_cast<QApplication*>(QCoreApplication::instance());
+}
+
+// The owner is a caller's word: it is only believed when it is a live widget.
+QWidget* LiveOwner(HWND owner) {
+    if (owner && QApplication::allWidgets().contains(owner)) return owner->window();
+    return nullptr;
+}
+
+int ShowNative(HWND owner, const QString& text, const QString& caption, UINT style) {
+    // An owner that is freed while the box is open takes the box with it.
+    const QPointer<QMessageBox> box(new QMessageBox(LiveOwner(owner)));
+    box->setIcon(IconOf(style));
+    box->setWindowTitle(caption);
+    box->setText(text);
+    box->setTextFormat(Qt::PlainText);
+    for (const BoxButton& entry : ButtonsOf(style)) box->addButton(entry.button);
+    box->setDefaultButton(DefaultButton(style).button);
+    const int pressed = box->exec();
+    delete box.data();
+    for (const BoxButton& entry : ButtonsOf(style))
+        if (entry.button == pressed) return entry.answer;
+    return ButtonsOf(style).back().answer; // closed without a choice
+}
+
+struct BoxRequest {
+    HWND owner;
+    const char* text;
+    const char* caption;
+    UINT style;
+    int answer;
+};
+
+void AnswerRequest(void* argument) {
+    auto* request = static_cast<BoxRequest*>(argument);
+    if (const MessageBoxHandler handler = Handler()) {
+        request->answer = handler(request->text, request->caption, request->style);
+    } else if (Unattended()) {
+        Log(LogModule::Platform, "%s: %s", request->caption, request->text);
+        request->answer = DefaultAnswer(request->style);
+    } else {
+        request->answer = ShowNative(request->owner, QString::fromUtf8(request->text),
+                                     QString::fromUtf8(request->caption), request->style);
+    }
+}
+
+} // namespace
+
+int DefaultAnswer(UINT style) {
+    return DefaultButton(style).answer;
+}
+
+int ShowMessageBox(HWND owner, const char* text, const char* caption, UINT style) {
+    BoxRequest request{owner, text ? text : "", caption ? caption : "", style, 0};
+    if (!QCoreApplication::instance())
+        AnswerRequest(&request); // nothing could carry the call
+    else
+        CallOnMain({AnswerRequest, nullptr, &request});
+    return request.answer;
+}
+
+MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler) {
+    std::swap(Handler(), handler);
+    return handler;
+}
+
+} // namespace vm

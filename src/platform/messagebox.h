@@ -1,0 +1,22 @@
+// The one outlet of message boxes: a QMessageBox on the main thread, the log
+// (VMCORE_MESSAGEBOX=log, or no application object), or a test's recorder.
+#pragma once
+
+#include <functional>
+
+#include <vmcore/core/types.h>
+
+namespace vm {
+
+/// Shows the box and returns the Win32 answer (IDOK and so on). `style` is the Win32 style word:
+/// buttons, icon, default button. A worker's call is carried to the main thread and waits.
+int ShowMessageBox(HWND owner, const char* text, const char* caption, UINT style);
+
+/// The answer that the style word's default button gives.
+int DefaultAnswer(UINT style);
+
+using MessageBoxHandler = std::function<int(const char* text, const char* caption, UINT style)>;
+/// Answers all boxes instead (an empty handler restores them); returns the old handler.
+MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler);
+
+} // namespace vm
