@@ -1,0 +1,149 @@
+// Only the sender's thread reads the messages' data and reports their end, so that a message is
+// never touched after its end was reported.
+#include "platform/midi/sysexSender.h"
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace vm {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Time = SysexSchedule::Time;
+
+Time Now() {
+    return std::chrono::duration_cast<Time>(Clock::now().time_since_epoch());
+}
+
+Clock::time_point AsTimePoint(Time time) {
+    return Clock::time_point(std::chrono::duration_cast<Clock::duration>(time));
+}
+
+} // namespace
+
+SysexSender::SysexSender(Write write, std::size_t largestPiece)
+    : m_write(std::move(write)), m_largestPiece(largestPiece) {}
+
+SysexSender::~SysexSender() {
+    Stop();
+}
+
+int SysexSender::Send(const MidiSysexSend& send) {
+    if (!send.data && send.byteCount > 0) return kMidiBadArgument;
+    std::lock_guard guard(m_lock);
+    if (m_stopping) return kMidiNotRunning;
+    try {
+        if (!m_thread.joinable()) m_thread = std::thread([this] { Run(); });
+    } catch (const std::system_error&) {
+        return kMidiSendFailed;
+    }
+    Lane& lane = m_lanes[send.destination];
+    lane.messages.push_back(send);
+    if (!lane.schedule) lane.schedule.emplace(send.byteCount, lane.speed, Now());
+    m_changed.notify_all();
+    return kMidiOk;
+}
+
+int SysexSender::SetSpeed(MidiId destination, std::uint32_t bytesPerSecond) {
+    if (bytesPerSecond == 0) return kMidiBadArgument;
+    std::lock_guard guard(m_lock);
+    Lane& lane = m_lanes[destination];
+    lane.speed = bytesPerSecond;
+    if (lane.schedule) lane.schedule->SetSpeed(bytesPerSecond);
+    m_changed.notify_all();
+    return kMidiOk;
+}
+
+std::uint32_t SysexSender::Speed(MidiId destination) {
+    std::lock_guard guard(m_lock);
+    const auto found = m_lanes.find(destination);
+    return found == m_lanes.end() ? kMidiWireSpeed : found->second.speed;
+}
+
+void SysexSender::Stop() {
+    std::thread thread;
+    {
+        std::lock_guard guard(m_lock);
+        m_stopping = true;
+        thread = std::move(m_thread);
+    }
+    m_changed.notify_all();
+    if (thread.joinable()) thread.join();
+}
+
+void SysexSender::Run() {
+    Lock lock(m_lock);
+    while (!m_stopping) {
+        Lane* lane = NextLane();
+        const Time now = Now();
+        if (!lane)
+            m_changed.wait(lock);
+        else if (lane->schedule->NextTime() > now)
+            m_changed.wait_until(lock, AsTimePoint(lane->schedule->NextTime()));
+        else
+            Advance(lock, *lane, now);
+    }
+    EndAll(lock);
+}
+
+// The lane that has something to do first, or null.
+SysexSender::Lane* SysexSender::NextLane() {
+    Lane* next = nullptr;
+    for (auto& [destination, lane] : m_lanes) {
+        if (!lane.schedule) continue;
+        if (!next || lane.schedule->NextTime() < next->schedule->NextTime()) next = &lane;
+    }
+    return next;
+}
+
+void SysexSender::Advance(Lock& lock, Lane& lane, Time now) {
+    if (lane.schedule->IsDone(now)) return EndFirst(lock, lane, lane.schedule->NextTime());
+    const MidiSysexSend message = lane.messages.front();
+    const std::size_t position = lane.schedule->Sent();
+    const std::size_t count = lane.schedule->Take(now);
+    lock.unlock();
+    const int result = WritePieces(message.destination, {message.data + position, count});
+    lock.lock();
+    if (result != kMidiOk) EndFirst(lock, lane, now);
+}
+
+// The message after it starts at `nextStart`, which keeps a row of messages at the exact speed.
+void SysexSender::EndFirst(Lock& lock, Lane& lane, Time nextStart) {
+    const MidiSysexSend ended = lane.messages.front();
+    lane.messages.pop_front();
+    lane.schedule.reset();
+    if (!lane.messages.empty())
+        lane.schedule.emplace(lane.messages.front().byteCount, lane.speed, nextStart);
+    if (!ended.done) return;
+    lock.unlock();
+    ended.done(ended.reference);
+    lock.lock();
+}
+
+void SysexSender::EndAll(Lock& lock) {
+    std::vector<MidiSysexSend> ended;
+    for (auto& [destination, lane] : m_lanes) {
+        ended.insert(ended.end(), lane.messages.begin(), lane.messages.end());
+        lane.messages.clear();
+        lane.schedule.reset();
+    }
+    lock.unlock();
+    for (const MidiSysexSend& message : ended)
+        if (message.done) message.done(message.reference);
+    lock.lock();
+}
+
+int SysexSender::WritePieces(MidiId destination, std::span<const std::uint8_t> bytes) const {
+    while (!bytes.empty()) {
+        const std::size_t length = std::min(bytes.size(), m_largestPiece);
+        if (const int result = m_write(destination, bytes.first(length)); result != kMidiOk)
+            return result;
+        bytes = bytes.subspan(length);
+    }
+    return kMidiOk;
+}
+
+} // namespace vm
