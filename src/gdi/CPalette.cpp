@@ -1,0 +1,4 @@
+#include <vmcore/gdi/CPalette.h>
+
+CPalette::CPalette() = default;
+CPalette::~CPalette() = default;

@@ -1,0 +1,133 @@
+#include "platform/FontFace.h"
+
+#include <algorithm>
+#include <cctype>
+#include <map>
+#include <utility>
+
+#include <QtCore/QFile>
+#include <QtCore/QtEndian>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QPainterPath>
+
+#include "core/macroman.h"
+
+namespace vm {
+namespace {
+
+constexpr double kDefaultSize = 12;
+
+// One table of the font file, read by byte offset; 0 beyond its end.
+class Table {
+public:
+    Table(const QRawFont& font, const char* tag) : m_bytes(font.fontTable(tag)) {}
+
+    bool Exists() const { return !m_bytes.isEmpty(); }
+    double Signed(int offset) const { return Read<qint16>(offset); }
+    double Unsigned(int offset) const { return Read<quint16>(offset); }
+    double Fixed(int offset) const { return Read<qint32>(offset) / 65536.0; }
+
+private:
+    template <class T>
+    T Read(int offset) const {
+        if (offset + static_cast<int>(sizeof(T)) > m_bytes.size()) return 0;
+        return qFromBigEndian<T>(m_bytes.constData() + offset);
+    }
+    QByteArray m_bytes;
+};
+
+double HeightOf(const QRawFont& font, char16_t character) {
+    const QString text(QChar{character});
+    const auto glyphs = font.glyphIndexesForString(text);
+    return glyphs.isEmpty() ? 0 : -font.pathForGlyph(glyphs.first()).boundingRect().top();
+}
+
+double CapHeight(const QRawFont& font, double scale) {
+    const Table os2(font, "OS/2");
+    const double height = os2.Unsigned(0) >= 2 ? os2.Signed(88) * scale : 0;
+    return height > 0 ? height : HeightOf(font, u'H');
+}
+
+// For font files without these tables: what the toolkit makes of them.
+FontMetrics ToolkitMetrics(const QRawFont& font) {
+    return {.ascender = font.ascent(),
+            .descender = -font.descent(),
+            .leading = font.leading(),
+            .capHeight = HeightOf(font, u'H'),
+            .maxAdvance = font.maxCharWidth(),
+            .italicAngle = font.style() == QFont::StyleNormal ? 0.0 : -12.0,
+            .underlineThickness = font.lineThickness()};
+}
+
+// The toolkit's own numbers are rounded up to whole pixels in places; the tables are exact.
+FontMetrics MetricsOf(const QRawFont& font, double size) {
+    const Table hhea(font, "hhea");
+    const double unitsPerEm = Table(font, "head").Unsigned(18);
+    if (!hhea.Exists() || unitsPerEm <= 0) return ToolkitMetrics(font);
+    const double scale = size / unitsPerEm;
+    const Table post(font, "post");
+    return {.ascender = hhea.Signed(4) * scale,
+            .descender = hhea.Signed(6) * scale,
+            .leading = hhea.Signed(8) * scale,
+            .capHeight = CapHeight(font, scale),
+            .maxAdvance = hhea.Unsigned(10) * scale,
+            .italicAngle = post.Fixed(4),
+            .underlineThickness = post.Signed(10) * scale};
+}
+
+std::string Lower(std::string_view text) {
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return lower;
+}
+
+} // namespace
+
+FontFace::FontFace(std::string_view name, double size, QRawFont raw)
+    : m_name(name), m_size(size), m_raw(std::move(raw)), m_metrics(MetricsOf(m_raw, size)) {
+    FillTables();
+}
+
+void FontFace::FillTables() {
+    QList<quint32> glyphs(256);
+    for (int code = 0; code < 256; ++code) {
+        const QChar character{MacRomanToUnicode(static_cast<unsigned char>(code))};
+        int count = 1;
+        m_raw.glyphIndexesForChars(&character, 1, &glyphs[code], &count);
+    }
+    const QList<QPointF> advances = m_raw.advancesForGlyphIndexes(glyphs);
+    for (std::size_t code = 0; code < 256; ++code) {
+        const bool control = code < 0x20 || code == 0x7F;
+        const auto index = static_cast<qsizetype>(code);
+        m_glyphs[code] = control ? kNoGlyph : glyphs[index];
+        m_advances[code] = control || index >= advances.size() ? 0 : advances[index].x();
+    }
+}
+
+std::unique_ptr<FontFace> FontFace::Load(std::string_view name, double size) {
+    const std::optional<std::string> file = FindFontFile(name);
+    if (!file) return nullptr;
+    QRawFont raw(QFile::decodeName(file->c_str()), size, QFont::PreferNoHinting);
+    if (!raw.isValid()) return nullptr;
+    return std::unique_ptr<FontFace>(new FontFace(name, size, std::move(raw)));
+}
+
+FontFace* FontFace::Find(std::string_view name, double size) {
+    using Key = std::pair<std::string, double>;
+    static auto* const s_faces = new std::map<Key, std::unique_ptr<FontFace>>;
+    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return nullptr;
+    if (name.empty()) name = "Arial";
+    if (size <= 0) size = kDefaultSize;
+    const auto [entry, isNew] = s_faces->try_emplace(Key(Lower(name), size));
+    if (isNew) entry->second = Load(name, size);
+    return entry->second.get();
+}
+
+double FontFace::Width(std::string_view text) const {
+    double width = 0;
+    for (const char c : text) width += m_advances[static_cast<unsigned char>(c)];
+    return width;
+}
+
+} // namespace vm

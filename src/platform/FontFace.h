@@ -1,0 +1,61 @@
+// A platform font: a font file at a size in pixels, with what drawing and measuring 8-bit text in
+// the Roman encoding needs ready in tables. No kerning, no hinting: the same pixels on every
+// display.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <QtGui/QRawFont>
+
+#include "platform/fontResolver.h"
+
+namespace vm {
+
+/// In pixels, unrounded, from the font's own tables. `descender` is negative.
+struct FontMetrics {
+    double ascender = 0;
+    double descender = 0;
+    double leading = 0;
+    double capHeight = 0;
+    double maxAdvance = 0;
+    double italicAngle = 0; ///< degrees, negative for a font that leans to the right
+    double underlineThickness = 0;
+};
+
+class FontFace {
+public:
+    /// The face called `name` (empty: "Arial") at `size` pixels (0: 12); null when the system has
+    /// neither it nor a stand-in, and before the application object exists. Faces live as long as
+    /// the process: hosts use a small set of them. Main thread.
+    static FontFace* Find(std::string_view name, double size);
+
+    const std::string& Name() const { return m_name; } ///< as it was asked for
+    double Size() const { return m_size; }
+    const FontMetrics& Metrics() const { return m_metrics; }
+    const QRawFont& Raw() const { return m_raw; }
+
+    /// The glyph of a code; 0xFFFFFFFF for the control codes, which show nothing.
+    std::uint32_t Glyph(unsigned char code) const { return m_glyphs[code]; }
+    double Advance(unsigned char code) const { return m_advances[code]; }
+    double Width(std::string_view text) const;
+
+    static constexpr std::uint32_t kNoGlyph = 0xFFFFFFFF;
+
+private:
+    FontFace(std::string_view name, double size, QRawFont raw);
+    static std::unique_ptr<FontFace> Load(std::string_view name, double size);
+    void FillTables();
+
+    std::string m_name;
+    double m_size;
+    QRawFont m_raw;
+    FontMetrics m_metrics;
+    std::array<std::uint32_t, 256> m_glyphs{};
+    std::array<double, 256> m_advances{};
+};
+
+} // namespace vm
