@@ -1,0 +1,151 @@
+// The list with columns.
+//
+// The control keeps, per row, a text of its own, an image index and the item data; it never keeps
+// the texts of the columns. Whenever a cell is shown or rows are compared for sorting, it asks its
+// own window object, which the host derives:
+//
+//     class PatchList : public CListCtrl {
+//         int MessageMap(int message, WPARAM wParam, LPARAM lParam) override {
+//             if (message != WM_GETDISPLAYTEXT) return CListCtrl::MessageMap(message, wParam,
+//             lParam); auto* cell = reinterpret_cast<LV_DISPTEXT*>(lParam); const Patch& patch =
+//             m_patches[cell->itemData]; snprintf(cell->text, sizeof cell->text, "%s",
+//             patch.column[cell->column].c_str()); return 1;
+//         }
+//     };
+//
+// A text beyond ASCII is Mac Roman. A click on a column's header sorts by that column's texts, case
+// blind; only the item data moves, the rows' own texts and images stay. Selection changes and
+// double clicks of the user, never those of the program, go to the parent as WM_NOTIFY.
+//
+// Without a view and a table view every operation does nothing and returns the value given. Main
+// thread only.
+#pragma once
+
+#include <vmcore/core/export.h>
+#include <vmcore/core/types.h>
+#include <vmcore/wnd/CWnd.h>
+
+class LCTableViewDelegate;
+class QTableView;
+
+/// What WM_GETDISPLAYTEXT points to; the handler fills `text`.
+struct LV_DISPTEXT {
+    int column;              ///< the number given to InsertColumn
+    std::uintptr_t itemData; ///< of the row
+    char text[256];
+};
+
+enum : UINT {
+    LVIF_PARAM = 0x1, ///< the record's lParam counts
+    LVIF_IMAGE = 0x2,
+    LVIF_TEXT = 0x4,
+    LVIS_SELECTED = 0x8,
+};
+
+struct tagLVITEM {
+    UINT mask; ///< LVIF_ bits
+    int iItem;
+    int iSubItem;
+    UINT state;
+    UINT stateMask;
+    char* pszText;
+    int cchTextMax;
+    int iImage;
+    LPARAM lParam; ///< the item data
+};
+using LVITEM = tagLVITEM;
+using LV_ITEM = tagLVITEM;
+
+struct tagLVCOLUMN {
+    UINT mask;
+    int fmt;
+    int cx;
+    char* pszText;
+    int cchTextMax;
+    int iSubItem;
+};
+using LVCOLUMN = tagLVCOLUMN;
+using LV_COLUMN = tagLVCOLUMN;
+
+/// Notification codes.
+enum : UINT {
+    LVN_ITEMCHANGED = 128, ///< the selection changed
+    NM_DBLCLK = 129,
+};
+
+/// The record of a list's WM_NOTIFY.
+struct tagNMLISTVIEW {
+    NMHDR hdr;
+    int iItem; ///< the selected row, -1 when there is none
+    int iSubItem;
+    UINT uNewState;
+    UINT uOldState;
+    UINT uChanged;
+    tagPOINT ptAction;
+    LPARAM lParam; ///< the row's item data, 0 when there is none
+};
+using NMLISTVIEW = tagNMLISTVIEW;
+using NM_LISTVIEW = tagNMLISTVIEW;
+
+/// A place in an iteration; 0 is the end.
+using POSITION = std::uintptr_t;
+
+/// 1 once any list was double-clicked; the host sets it back.
+VM_API extern BYTE calledDoubleClick;
+
+class VM_API CListCtrl : public CWnd {
+public:
+    CListCtrl();
+    using CWnd::Create;
+    /// Makes the table as a child of the parent. FALSE when the parent has no view.
+    BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
+
+    /// Always appends, whatever `column` is; `column` is the number that WM_GETDISPLAYTEXT gives
+    /// back. Widths are kept between 4 and 400. Returns the index, -1 without a table.
+    int InsertColumn(int column, const char* heading, int format = 0, int width = -1,
+                     int subItem = -1);
+    int InsertColumn(int column, const LVCOLUMN* record);
+    BOOL DeleteColumn(int column);        ///< TRUE, also when there is no such column
+    int GetColumnWidth(int column) const; ///< -1 when there is no such column
+
+    /// The new row's index. Appends from the end on. Inserting in front of a row without LVIF_TEXT
+    /// adds no text of the row's own, so that GetItemCount does not grow: hosts rely on both.
+    int InsertItem(const LVITEM* item);
+    int InsertItem(int row, const char* text);
+    int InsertItem(int row, const char* text, int image);
+    int InsertItem(UINT mask, int row, const char* text, UINT state, UINT stateMask, int image,
+                   LPARAM lParam);
+    /// The row number in 8 bits: FALSE for rows 0, 256, 512 ..., which are deleted all the same.
+    BOOL DeleteItem(int row);
+    BOOL DeleteAllItems();
+    int GetItemCount() const; ///< of the rows' own texts
+
+    BOOL GetItem(LVITEM* item) const; ///< pszText is filled without a bound
+    std::uintptr_t GetItemData(int row) const;
+    /// Sets the row's own text, whatever `subItem` is.
+    BOOL SetItemText(int row, int subItem, const char* text);
+    /// Selects (adding to the selection) or deselects a row, or all with -1. Only LVIS_SELECTED
+    /// counts; no notification is sent.
+    BOOL SetItemState(int row, UINT state, UINT mask);
+    BOOL SetItemState(int row, const LVITEM* item); ///< not supported: a message box says so
+    UINT GetItemState(int row, UINT mask) const;
+    UINT GetSelectedCount() const;
+    /// The iteration is shared by all lists: finish one before starting another.
+    POSITION GetFirstSelectedItemPosition() const;
+    int GetNextSelectedItem(POSITION& position) const; ///< -1 past the end
+
+    BOOL RedrawItems(int first, int last);
+    BOOL EnsureVisible(int row, BOOL partialOK);
+    void SetRedraw(BOOL redraw = TRUE); ///< also reloads when redrawing is switched on
+    void Invalidate(BOOL erase = TRUE); ///< also reloads
+    /// Shows what has changed, unless redrawing is off. The selection stays.
+    void ReloadData();
+
+    // State. The order is part of the binary interface of hosts and their plug-ins.
+    QTableView* tableView; ///< null until Create or DDX_Control
+    BYTE needsReload;      ///< rows came or went while redrawing was off
+
+private:
+    LCTableViewDelegate* Rows() const;
+    void Refresh();
+};

@@ -1,0 +1,393 @@
+// CWnd: one window or one control.
+//
+// A handle (HWND) is the pointer of a native view; a top-level window also owns a native window. A
+// class that wants messages overrides MessageMap and switches on the number:
+//
+//     class Pane : public CWnd {
+//         int MessageMap(int message, WPARAM wParam, LPARAM lParam) override {
+//             switch (message) {
+//             case WM_PAINT: { CPaintDC dc(this); dc.TextOut(4, 4, "Hello", 5); return 1; }
+//             }
+//             return CWnd::MessageMap(message, wParam, lParam);
+//         }
+//     };
+//
+// A message goes to WindowProc, then OnWndMsg (reflection to the sending control, the command
+// filter, MessageMap), and, when none of them took it, to DefWindowProc. A MessageMap result whose
+// low eight bits are 0 means "not handled".
+//
+// Everything here runs on the main thread, except SendMessage and PostMessage, which any thread may
+// call. Calls on an object without a view do nothing and return 0, FALSE or null. What the toolkit
+// reports during a call is logged as "exception at CWnd::<call>() - <name>" and ends in the same
+// neutral result. Objects belong to whoever made them; views belong to the library.
+#pragma once
+
+#include <vmcore/app/messages.h>
+#include <vmcore/app/registry.h>
+#include <vmcore/controls/CMenu.h>
+#include <vmcore/core/CString.h>
+#include <vmcore/core/arrays.h>
+#include <vmcore/core/export.h>
+#include <vmcore/core/geometry.h>
+#include <vmcore/core/types.h>
+
+class CDataExchange;
+class CDC;
+class CFont;
+class CRgn;
+struct AccelEntry;
+
+/// The record of WM_CREATE.
+struct tagCREATESTRUCT {
+    void* lpCreateParams;
+    HINSTANCE hInstance;
+    std::intptr_t hMenu; ///< the control ID
+    HWND hwndParent;
+    int cy;
+    int cx;
+    int y;
+    int x;
+    DWORD style;
+    const char* lpszName;
+    const char* lpszClass;
+    DWORD dwExStyle;
+};
+using CREATESTRUCT = tagCREATESTRUCT;
+using LPCREATESTRUCT = tagCREATESTRUCT*;
+
+/// The header with which every notification record begins.
+struct tagNMHDR {
+    HWND hwndFrom;
+    UINT idFrom;
+    UINT code;
+};
+using NMHDR = tagNMHDR;
+
+/// The record of WM_GETMINMAXINFO.
+struct tagMINMAXINFO {
+    tagPOINT ptReserved;
+    tagPOINT ptMaxSize;
+    tagPOINT ptMaxPosition;
+    tagPOINT ptMinTrackSize;
+    tagPOINT ptMaxTrackSize;
+};
+using MINMAXINFO = tagMINMAXINFO;
+
+/// A class record: what GetRuntimeClass answers.
+struct CRuntimeClass {
+    const char* m_lpszClassName;
+};
+
+using TIMERPROC = void (*)(HWND window, UINT message, UINT id, DWORD time);
+struct AFX_CMDHANDLERINFO;
+
+enum : DWORD {
+    WS_VISIBLE = 0x2,
+    WS_CHILD = 0x4,
+    WS_BORDER = 0x8,
+    WS_TABSTOP = 0x10,
+    WS_GROUP = 0x20,
+    WS_VSCROLL = 0x80,
+    WS_HSCROLL = 0x100,
+    WS_OVERLAPPEDWINDOW = 0x10000, ///< title, close, minimise, resize
+    WS_EX_TOPMOST = 0x8,
+};
+
+enum : int {
+    SW_HIDE = 0,
+    SW_SHOWNORMAL = 1,
+    SW_SHOWNOACTIVATE = 4,
+    SW_SHOW = 5,
+    SW_MINIMIZE = 6,
+};
+
+enum : UINT {
+    SWP_NOMOVE = 0x1,
+    SWP_NOSIZE = 0x2,
+    SWP_NOZORDER = 0x4,
+    SWP_HIDEWINDOW = 0x8,
+    SWP_NOACTIVATE = 0x10,
+    SWP_NOREDRAW = 0x20,
+    SWP_SHOWWINDOW = 0x40,
+};
+
+/// The key state word of mouse messages.
+enum : UINT {
+    MK_COMMAND = 0x01, ///< the command key (Ctrl on the keyboard)
+    MK_LBUTTON = 0x02,
+    MK_MBUTTON = 0x04,
+    MK_RBUTTON = 0x08,
+    MK_SHIFT = 0x10,
+    MK_CONTROL = 0x40, ///< the control key (Super on the keyboard)
+};
+
+class VM_API CWnd {
+public:
+    CWnd();
+    explicit CWnd(HWND handle);
+    CWnd(const CWnd&) = delete;
+    CWnd& operator=(const CWnd&) = delete;
+
+    // Virtual operations. Their order is part of the binary interface; subclasses append.
+    virtual ~CWnd();
+    /// With a parent: makes a child view, sends WM_CREATE, WM_SIZE (2) and WM_MOVE, and shows it
+    /// when `style` has WS_VISIBLE. Without: makes a top-level window (see CreateLWindow).
+    virtual BOOL Create(const char* className, const char* windowName, DWORD style,
+                        const RECT& rect, CWnd* parent, UINT id, void* context = nullptr);
+    virtual BOOL PreCreateWindow(CREATESTRUCT& cs); ///< negative widths and heights become 10
+    virtual BOOL PreTranslateMessage(MSG* msg);     ///< FALSE; TRUE takes a key press
+    /// Hides the view at once and frees it later; sends WM_DESTROY. FALSE without a view.
+    virtual BOOL DestroyWindow();
+    virtual void DoDataExchange(CDataExchange* exchange);
+    virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam); ///< the filter: TRUE swallows the command
+    virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result);
+    /// The entry of menus. With `info` (then a CCmdUI) asks for the command's state, else runs it.
+    virtual BOOL OnCmdMsg(UINT message, int id, void* extra, AFX_CMDHANDLERINFO* info);
+    virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+    virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+    virtual BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
+    virtual void CalcWindowRect(RECT* client, UINT adjustType = 0);
+    virtual int MessageMap(int message, WPARAM wParam, LPARAM lParam);
+    /// Never called by the library: the slot for a host's own intermediate base classes.
+    virtual int BaseMessageMap(int message, WPARAM wParam, LPARAM lParam);
+    virtual CRuntimeClass* GetRuntimeClass() const;
+
+    // Messages.
+    /// On the main thread calls WindowProc; from another thread carries the message there and
+    /// waits. 0 without delivery when the object is no longer alive.
+    LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+    /// Calls WindowProc at once on the calling thread, without the test for a live object.
+    LRESULT SendMessageDirect(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+    /// Delivers on a later turn of the main loop, in the order of posting. When the window's handle
+    /// has gone or was bound to another object by then, it is dropped and "Post or SendMessage sent
+    /// to hWnd object not registered in ControlReference list" logged.
+    bool PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+
+    // Creation and binding.
+    BOOL CreateEx(DWORD exStyle, const char* className, const char* windowName, DWORD style, int x,
+                  int y, int cx, int cy, HWND parent, HMENU menu, void* param = nullptr); ///< FALSE
+    BOOL CreateEx(DWORD exStyle, const char* className, const char* windowName, DWORD style,
+                  const RECT& rect, CWnd* parent, UINT id, void* param = nullptr); ///< TRUE
+    BOOL Attach(HWND handle);
+    HWND Detach();
+    BOOL AttachMacWnd(NSWindow* window);
+    NSWindow* DetachMacWnd();
+    BOOL SubclassWindow(HWND handle);
+    HWND UnsubclassWindow();
+    BOOL isCustomNSView() const; ///< TRUE when the view was made by Create
+    HWND GetSafeHwnd() const { return view; }
+    static CWnd* FromHandlePermanent(HWND handle); ///< as GetControlReference
+    static CWnd* getLastCreatedCWnd();
+    bool VerifyWindow() const;
+    LRESULT VerifyWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+
+    // Tree.
+    CWnd* GetParent();
+    BOOL IsChild(const CWnd* other) const;
+    CWnd* GetParentFrame() const;
+    HWND GetFrameWnd() const;
+    static CWnd* GetActiveWindow();
+    /// Never null once a view exists: an unregistered or missing item comes back as the scratch
+    /// window, valid until the next call. Test the result's view.
+    CWnd* GetDlgItem(int id);
+    void GetDlgItem(int id, HWND* handle);
+    UINT GetDlgCtrlID() const;
+    void SetCommandID(int id);
+
+    // Text. 8-bit; ASCII of what the toolkit holds.
+    void SetWindowText(const char* text);
+    void GetWindowText(CString& text) const;
+    /// Copies at most `size` - 1 bytes; a truncated copy gets no terminator. Returns the whole
+    /// length.
+    int GetWindowText(char* text, int size) const;
+    int GetWindowTextLength() const;
+    int GetDlgItemText(int id, char* text, int size);
+    int GetDlgItemText(int id, CString& text);
+    void SetDlgItemText(int id, const char* text);
+    UINT GetDlgItemInt(int id, BOOL* ok = nullptr, BOOL isSigned = TRUE);
+    void SetDlgItemInt(int id, UINT value, BOOL isSigned = TRUE);
+
+    // Style, visibility, state.
+    DWORD GetStyle() const { return style; }
+    BOOL ModifyStyle(DWORD remove, DWORD add, UINT flags = 0);   ///< TRUE; no native effect
+    BOOL ModifyStyleEx(DWORD remove, DWORD add, UINT flags = 0); ///< TRUE; changes nothing
+    BOOL ShowWindow(int show); ///< sends WM_SHOWWINDOW whatever `show` is
+    BOOL IsWindowVisible() const;
+    BOOL EnableWindow(BOOL enable = TRUE); ///< returns whether a view exists
+    BOOL IsWindowEnabled() const;
+    BOOL IsIconic() const { return FALSE; }
+    BOOL IsZoomed() const { return FALSE; }
+    void BringWindowToTop();
+    CWnd* SetActiveWindow(); ///< always null
+
+    // Geometry: top-down screen or client coordinates, in pixels.
+    void GetWindowRect(RECT* rect) const;
+    void GetClientRect(RECT* rect) const;
+    void MoveWindow(int x, int y, int width, int height, BOOL repaint = TRUE);
+    void MoveWindow(const RECT* rect, BOOL repaint = TRUE);
+    BOOL SetWindowPos(const CWnd* insertAfter, int x, int y, int cx, int cy, UINT flags);
+    void ClientToScreen(POINT* point) const;
+    void ClientToScreen(RECT* rect) const;
+    void ScreenToClient(POINT* point) const;
+    void ScreenToClient(RECT* rect) const;
+
+    // Painting. Nothing is painted but in WM_PAINT: see CPaintDC.
+    void Invalidate(BOOL erase = TRUE);
+    void InvalidateRect(const RECT* rect, BOOL erase = TRUE);
+    BOOL UpdateWindow();
+    BOOL RedrawWindow(const RECT* rect = nullptr, CRgn* region = nullptr, UINT flags = 0);
+    void SetRedraw(BOOL redraw = TRUE);
+    HDC GetPaintContext() const { return paintContext; } ///< null outside WM_PAINT
+
+    // Focus and capture.
+    CWnd* SetFocus();
+    static CWnd* GetFocus();
+    CWnd* SetCapture();
+    static CWnd* GetCaptureWnd();
+
+    // Timers: repeating, in milliseconds, on the calling thread's loop.
+    /// Non-zero on success: the low half of the timer object's address, not the ID. IDs need not be
+    /// unique. The procedure is handed to WM_TIMER and never called by the library.
+    UINT SetTimer(UINT id, UINT elapse, TIMERPROC procedure = nullptr);
+    /// Ends the first timer with this ID; FALSE when there is none.
+    BOOL KillTimer(UINT id);
+
+    // Menus, font, colours, help.
+    CMenu* GetMenu();
+    BOOL DrawMenuBar() { return 0; }
+    CMenu* GetSystemMenu(BOOL) { return nullptr; }
+    void SetFont(CFont* newFont, BOOL redraw = TRUE);
+    CFont* GetFont() const;
+    COLORREF SetBkColor(COLORREF color);
+    COLORREF SetTextColor(COLORREF color);
+    CPoint GetMousePos() const { return mousePos; }
+    void SetMousePos(const CPoint& position) { mousePos = position; }
+    int WinHelp(DWORD_PTR data, UINT command = 0); ///< 0
+
+    // Default handlers. The library never calls them: a host's MessageMap unpacks the parameters
+    // and calls these or its own of the same names.
+    void OnClose();
+    int OnCreate(CREATESTRUCT*) { return 0; }
+    BOOL OnMouseWheel(UINT, short, CPoint) { return 0; }
+    int OnCharToItem(UINT, CWnd*, UINT) { return 0; }
+    HBRUSH OnCtlColor(CDC*, CWnd*, UINT) { return nullptr; }
+    HCURSOR OnQueryDragIcon() { return nullptr; }
+    BOOL OnEraseBkgnd(CDC*) { return 0; }
+    void OnDestroy() {}
+    void OnSysCommand(UINT, LPARAM) {}
+    void OnHelp() {}
+    void OnHelpFinder() {}
+    void OnHelpIndex() {}
+    void OnContextHelp() {}
+    void OnSetFocus(CWnd*) {}
+    void OnKillFocus(CWnd*) {}
+    void OnTimer(UINT) {}
+    void OnMenuSelect(UINT, UINT, HMENU) {}
+    void OnInitMenuPopup(CMenu*, UINT, BOOL) {}
+    void OnSize(UINT, int, int) {}
+    void OnMove(int, int) {}
+    void OnLButtonDown(UINT, CPoint) {}
+    void OnLButtonUp(UINT, CPoint) {}
+    void OnLButtonDblClk(UINT, CPoint) {}
+    void OnRButtonDown(UINT, CPoint) {}
+    void OnRButtonUp(UINT, CPoint) {}
+    void OnRButtonDblClk(UINT, CPoint) {}
+    void OnMButtonDown(UINT, CPoint) {}
+    void OnMButtonUp(UINT, CPoint) {}
+    void OnMButtonDblClk(UINT, CPoint) {}
+    void OnMouseMove(UINT, CPoint) {}
+    void OnDrawItem(int, void*) {}
+    void OnMDIActivate(BOOL, CWnd*, CWnd*) {}
+    void OnActivate(UINT, CWnd*, BOOL) {}
+    void OnActivateApp(BOOL, DWORD) {}
+    void OnDropFiles(NSArray*) {}
+    void OnChar(UINT, UINT, UINT) {}
+    void OnVScroll(UINT, UINT, CWnd*) {}
+    void OnHScroll(UINT, UINT, CWnd*) {}
+    void OnParentNotify(UINT, LPARAM) {}
+    void OnShowWindow(BOOL, UINT) {}
+    void OnCaptureChanged(CWnd*) {}
+    void OnGetMinMaxInfo(MINMAXINFO*) {}
+
+    /// Stand-ins for the order argument of SetWindowPos; their handles are 2, 1, 0 and 3.
+    static const CWnd wndTop;
+    static const CWnd wndBottom;
+    static const CWnd wndTopMost;
+    static const CWnd wndNoTopMost;
+
+    // State. The order is part of the binary interface of hosts and their plug-ins.
+    CWnd* parentWnd; ///< given at creation; null for top-level windows
+    HWND view;       ///< the view; 1, 2 and 3 are reserved and no views
+    DWORD style;
+    DWORD exStyle;
+    const AccelEntry* accelTable; ///< searched on every key press; set by the host, never freed
+    CFont* font;
+    BOOL redrawEnabled;
+    LONG vScrollMin;
+    LONG vScrollMax;
+    LONG scrollPosition;
+    LONG hScrollMin;
+    LONG hScrollMax;
+    CPtrArray m_TimerList;
+    CUIntArray m_TimerIDList;
+    CPtrArray m_TimerProcList;
+    void* resourceBundle; ///< AfxGetResourceHandle() at construction
+    CPoint mousePos;
+    HWND vScrollView;
+    HWND hScrollView;
+    BYTE vScrollShown;
+    BYTE hScrollShown;
+    BYTE scrollFillShown;
+    LONG childOriginY; ///< subtracted from a child's requested position
+    LONG childOriginX;
+    LONG m_reserved1;
+    LONG m_reserved2;
+    NSWindow* nsWindow; ///< top-level windows only
+    HDC paintContext;
+    CString text; ///< the text of a view made by Create
+    CMenu menu;
+    COLORREF bkColor;
+    COLORREF textColor;
+    LONG m_reserved3;
+    BYTE closedByPlatform; ///< the window system is closing the window already
+    void* tooltipText;
+    float scaleX;
+    float scaleY;
+
+protected:
+    void Init();
+    BOOL CreateChild(CREATESTRUCT& cs);
+    bool TakenByControl(WPARAM wParam, LPARAM lParam);
+    void OrderAfter(const CWnd& other);
+    void DestroyTopLevel();
+    void DestroyChild();
+};
+
+/// Makes the top-level window of `wnd` from `cs` and sends WM_CREATE, WM_SIZE (2) and WM_MOVE. A
+/// `y` below 46 becomes 46. Null when no window could be made.
+VM_API NSWindow* CreateLWindow(CREATESTRUCT* cs, CWnd* wnd);
+
+// The same operations on bare handles. A null handle gives FALSE, 0 or null.
+VM_API HWND GetParent(HWND window);
+VM_API BOOL IsChild(HWND parent, HWND child);
+VM_API void GetWindowRect(HWND window, RECT* rect);
+VM_API void ClientToScreen(HWND window, POINT* point);
+VM_API void ScreenToClient(HWND window, POINT* point);
+VM_API BOOL SetWindowPos(HWND window, HWND insertAfter, int x, int y, int cx, int cy, UINT flags);
+VM_API HWND SetCapture(HWND window);
+VM_API HWND GetCapture();
+VM_API BOOL ReleaseCapture();
+/// Creates nothing and returns null.
+VM_API HWND CreateWindow(const char* className, const char* windowName, DWORD style, int x, int y,
+                         int cx, int cy, HWND parent, HMENU menu, HINSTANCE instance, void* param);
+/// Shows a message box that names CWnd::DestroyWindow and returns FALSE.
+VM_API BOOL DestroyWindow(HWND window);
+VM_API BOOL KillTimer(HWND window, UINT id); ///< TRUE; does nothing
+VM_API int WinHelp(HWND window, const char* file, UINT command, DWORD_PTR data);
+
+/// The paths of WM_DROPFILES. Index 0xFFFFFFFF gives the number of paths; else the path's length, 0
+/// when there is none, and 2 with an empty buffer when the name is not ASCII (a message box says
+/// so).
+VM_API UINT DragQueryFile(NSArray* drop, UINT index, char* buffer, UINT size);
+VM_API BOOL DragQueryPoint(NSArray* drop, POINT* point); ///< the mouse, in screen coordinates; TRUE
+VM_API void DragFinish(NSArray* drop);                   ///< does nothing

@@ -1,0 +1,108 @@
+#include "controls/LCTableViewDelegate.h"
+
+#include <cstring>
+
+#include <QtWidgets/QTableView>
+
+#include <vmcore/app/CWinApp.h>
+#include <vmcore/controls/CListCtrl.h>
+
+#include "app/appState.h"
+#include "controls/listSort.h"
+#include "controls/listTable.h"
+
+BYTE calledDoubleClick = 0;
+
+namespace vm {
+namespace {
+
+// The resource handle of a window, for as long as its parent is told something.
+class ResourceHandleOf {
+public:
+    explicit ResourceHandleOf(const CWnd& wnd) : m_before(AfxGetResourceHandle()) {
+        AfxSetResourceHandle(wnd.resourceBundle ? wnd.resourceBundle : App().hInstance);
+    }
+    ~ResourceHandleOf() { AfxSetResourceHandle(m_before); }
+    ResourceHandleOf(const ResourceHandleOf&) = delete;
+    ResourceHandleOf& operator=(const ResourceHandleOf&) = delete;
+
+private:
+    void* m_before;
+};
+
+} // namespace
+
+ListState& Lists() {
+    static auto* const s_state = new ListState;
+    return *s_state;
+}
+
+} // namespace vm
+
+LCTableViewDelegate* LCTableViewDelegate::Of(const QTableView* view) {
+    vm::ListTable* table = vm::ListTable::Of(view);
+    return table ? &table->Rows() : nullptr;
+}
+
+CWnd* LCTableViewDelegate::List() const {
+    if (wnd) return CWndListVerify(wnd) ? wnd : nullptr;
+    return GetControlReference(m_table.View());
+}
+
+std::string LCTableViewDelegate::DisplayText(int column, std::uintptr_t itemData) const {
+    CWnd* list = List();
+    if (!list) return {};
+    LV_DISPTEXT record{};
+    record.column = column;
+    record.itemData = itemData;
+    list->WindowProc(WM_GETDISPLAYTEXT, 0, reinterpret_cast<LPARAM>(&record));
+    return {record.text, strnlen(record.text, sizeof record.text)};
+}
+
+std::vector<std::string>
+LCTableViewDelegate::DisplayTexts(int column, const std::vector<std::uintptr_t>& rows) const {
+    std::vector<std::string> texts;
+    texts.reserve(rows.size());
+    for (std::uintptr_t itemData : rows) texts.push_back(DisplayText(column, itemData));
+    return texts;
+}
+
+// The texts are asked for on a copy: the host may change the list while it answers.
+void LCTableViewDelegate::sortDescriptorsDidChange(int column, bool ascending) {
+    if (column < 0) return;
+    vm::Lists().sortCol = column;
+    vm::Lists().sortAscending = ascending;
+    vm::Lists().sortWnd = List();
+    if (data.size() > 1) {
+        const std::vector<std::uintptr_t> copy = data;
+        std::vector<std::uintptr_t> sorted =
+            vm::SortedByText(copy, DisplayTexts(column, copy), ascending);
+        if (data.size() == sorted.size()) data = std::move(sorted);
+    }
+    m_table.ReloadData();
+}
+
+void LCTableViewDelegate::selectionDidChange() {
+    if (userEdit) Notify(LVN_ITEMCHANGED);
+}
+
+void LCTableViewDelegate::doubleClick() {
+    calledDoubleClick = 1;
+    if (userEdit) Notify(NM_DBLCLK);
+}
+
+void LCTableViewDelegate::Notify(UINT code) {
+    CWnd* list = List();
+    CWnd* parent = list ? list->GetParent() : nullptr;
+    if (!parent) return;
+    const int row = m_table.SelectedRow();
+    NMLISTVIEW record{};
+    record.hdr.hwndFrom = list->view;
+    record.hdr.idFrom = static_cast<UINT>(m_table.Tag());
+    record.hdr.code = code;
+    record.iItem = row;
+    const auto index = static_cast<std::size_t>(row);
+    record.lParam = row >= 0 && index < data.size() ? data[index] : 0;
+    const vm::ResourceHandleOf resources(*list);
+    parent->WindowProc(WM_NOTIFY, record.hdr.idFrom, reinterpret_cast<LPARAM>(&record));
+}

@@ -1,0 +1,115 @@
+#include "controls/menuUpdate.h"
+
+#include <cstring>
+
+#include <QtGui/QAction>
+#include <QtWidgets/QMenu>
+
+#include <vmcore/app/CWinApp.h>
+#include <vmcore/wnd/CWnd.h>
+
+#include "app/appState.h"
+#include "controls/menuActions.h"
+#include "controls/menuState.h"
+#include "wnd/CWndNSView.h"
+#include "wnd/responder.h"
+
+namespace vm {
+namespace {
+
+constexpr int kAlwaysEnabledTag = 1;
+constexpr char kNoText[] = "\1"; // what no handler sets
+
+// The view's own object: a message to the bare handle leaves the scratch window as its first
+// binding.
+CWnd* FirstResponder() {
+    CWndView* view = FirstResponderView();
+    if (!view) return nullptr;
+    return view->wnd ? view->wnd : GetControlReference(view);
+}
+
+CWnd* ResponderOrMain() {
+    CWnd* responder = FirstResponder();
+    return responder ? responder : AfxGetMainWnd();
+}
+
+UpdateSituation SituationOf(const QMenu* menu, const QAction* item, const CWnd* popupOwner) {
+    return {popupOwner != nullptr,      App().isPluginEnvironment, App().displayDlg,
+            Menus().trackPopupMenu > 0, MenuItemTag(item),         menu->title().toStdString()};
+}
+
+// Asks `target` and the windows above it; false when none of them knows the command.
+bool AskUpwards(CWnd* target, int id, MacCmdUI& state) {
+    for (CWnd* wnd = target; wnd;) {
+        LRESULT extra = 0;
+        if (wnd->OnCmdMsg(static_cast<UINT>(id), 0, &extra,
+                          reinterpret_cast<AFX_CMDHANDLERINFO*>(static_cast<CCmdUI*>(&state))))
+            return true;
+        CWnd* parent = wnd->GetParent();
+        if (parent == wnd) return false;
+        wnd = parent;
+    }
+    return false;
+}
+
+void SetChecked(QAction* item, bool checked) {
+    if (checked) item->setCheckable(true);
+    if (item->isCheckable()) item->setChecked(checked);
+}
+
+// What nobody handles cannot be chosen; items that do something else than send a command can.
+void DisableCommand(QAction* item) {
+    if (std::strcmp(MenuActionOf(item), "winCmd") == 0) item->setEnabled(false);
+}
+
+void AskForState(QAction* item, CWnd* target) {
+    const int id = MenuItemTag(item);
+    if (id == 0) return;
+    BYTE enabled = 0;
+    BYTE second = 0;
+    SHORT mark = 0;
+    char text[256];
+    std::strcpy(text, kNoText);
+    MacCmdUI state(id, enabled, second, mark, text);
+    if (!AskUpwards(target, id, state)) return DisableCommand(item);
+    item->setEnabled(enabled != 0);
+    SetChecked(item, mark != 0);
+    if (std::strcmp(text, kNoText) != 0) item->setText(QString::fromUtf8(text));
+}
+
+} // namespace
+
+UpdateRule RuleFor(const UpdateSituation& situation) {
+    if (situation.hasPopupOwner) return UpdateRule::AskPopupOwner;
+    const bool inDialog = situation.displayedDialogs > 0;
+    if (situation.pluginEnvironment)
+        return inDialog || situation.trackingPopup ? UpdateRule::AskResponder : UpdateRule::Leave;
+    if (inDialog) {
+        if (situation.tag == 0) return UpdateRule::Leave;
+        const bool isPopup = situation.menuTitle.empty() || situation.menuTitle == "popup:";
+        return isPopup ? UpdateRule::Enable : UpdateRule::Disable;
+    }
+    if (situation.tag == kAlwaysEnabledTag) return UpdateRule::Enable;
+    return UpdateRule::AskResponderOrMain;
+}
+
+void UpdateMenuItem(QMenu* menu, QAction* item, CWnd* popupOwner) {
+    switch (RuleFor(SituationOf(menu, item, popupOwner))) {
+    case UpdateRule::Leave:
+        return;
+    case UpdateRule::Enable:
+        return item->setEnabled(true);
+    case UpdateRule::Disable:
+        return item->setEnabled(false);
+    case UpdateRule::AskPopupOwner:
+        return AskForState(item, popupOwner);
+    case UpdateRule::AskResponder:
+        if (CWnd* responder = FirstResponder()) AskForState(item, responder);
+        return;
+    case UpdateRule::AskResponderOrMain:
+        CWnd* target = ResponderOrMain();
+        return target ? AskForState(item, target) : item->setEnabled(false);
+    }
+}
+
+} // namespace vm

@@ -1,0 +1,190 @@
+// Rectangles and positions: top-down, in pixels, of the screen or of the client area.
+#include <vmcore/wnd/CWnd.h>
+
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
+#include <QtWidgets/QWidget>
+
+#include "wnd/CWndNSView.h"
+#include "wnd/NativeWindow.h"
+#include "wnd/views.h"
+
+namespace {
+
+constexpr int kScrollBarWidth = 15;
+
+// All screens together.
+QRect VirtualScreen() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? screen->virtualGeometry() : QRect();
+}
+
+RECT RectOf(const QRect& rect) {
+    return {rect.left(), rect.top(), rect.left() + rect.width(), rect.top() + rect.height()};
+}
+
+void PlaceView(QWidget& view, int x, int y, int width, int height) {
+    if (auto* own = dynamic_cast<CWndView*>(&view); own && own->wnd)
+        own->setFrame({x, y, width, height});
+    else
+        view.setGeometry(x, y, std::max(width, 0), std::max(height, 0));
+}
+
+bool IsShown(BYTE flag, HWND bar) {
+    return flag && vm::IsLiveView(bar);
+}
+
+// SetWindowPos refuses sizes that leave no window to grab.
+int Corrected(int value, int tooSmall, int instead, const char* text) {
+    if (value > tooSmall) return value;
+    MessageBox(nullptr, text, "Msg", MB_OKCANCEL);
+    return instead;
+}
+
+} // namespace
+
+void CWnd::GetWindowRect(RECT* rect) const {
+    if (!rect) return;
+    if (!view) {
+        const QRect screen = VirtualScreen();
+        *rect = {screen.left(), 0, screen.left() + screen.width(), screen.height()};
+    } else if (nsWindow) {
+        *rect = RectOf(nsWindow->Frame());
+        if (IsShown(vScrollShown, vScrollView)) rect->right -= kScrollBarWidth;
+        if (IsShown(hScrollShown, hScrollView)) rect->bottom -= kScrollBarWidth;
+    } else {
+        ::GetWindowRect(view, rect);
+    }
+}
+
+void GetWindowRect(HWND window, RECT* rect) {
+    if (!rect || !vm::IsLiveView(window)) return;
+    const QPoint corner = window->mapToGlobal(QPoint(0, 0));
+    *rect = RectOf(QRect(corner, window->size()));
+}
+
+void CWnd::GetClientRect(RECT* rect) const {
+    if (!rect) return;
+    if (!vm::IsLiveView(view)) {
+        const QRect screen = VirtualScreen();
+        *rect = {0, 0, screen.width(), screen.height()};
+        return;
+    }
+    *rect = {0, 0, view->width(), view->height()};
+    if (nsWindow) return;
+    if (vm::IsLiveView(vScrollView) && !vScrollView->isHidden()) rect->right -= kScrollBarWidth;
+    if (vm::IsLiveView(hScrollView) && !hScrollView->isHidden()) rect->bottom -= kScrollBarWidth;
+}
+
+void CWnd::MoveWindow(int x, int y, int width, int height, BOOL) {
+    if (!vm::IsLiveView(view)) return;
+    if (!nsWindow) {
+        PlaceView(*view, x, y, width, height);
+        return;
+    }
+    const QSize before = nsWindow->Frame().size();
+    nsWindow->MoveFrame({x, y});
+    nsWindow->ResizeFrame({width, height});
+    // The content has its new size by now: the host lays out before control returns.
+    if (before != QSize(width, height)) WindowProc(WM_SIZE, 0, MAKELPARAM(width, height));
+    if (nsWindow) WindowProc(WM_MOVE, 0, MAKELPARAM(x, y));
+}
+
+void CWnd::MoveWindow(const RECT* rect, BOOL repaint) {
+    if (rect)
+        MoveWindow(rect->left, rect->top, rect->right - rect->left, rect->bottom - rect->top,
+                   repaint);
+}
+
+BOOL CWnd::SetWindowPos(const CWnd* insertAfter, int x, int y, int cx, int cy, UINT flags) {
+    if (!nsWindow)
+        return ::SetWindowPos(view, insertAfter ? insertAfter->view : nullptr, x, y, cx, cy, flags);
+    if (flags & SWP_HIDEWINDOW) ShowWindow(SW_HIDE);
+    // Every message below may end the window.
+    if (nsWindow && !(flags & SWP_NOACTIVATE)) nsWindow->OrderFront(true);
+    if (nsWindow && !(flags & SWP_NOMOVE)) {
+        nsWindow->MoveFrame({x, y});
+        WindowProc(WM_MOVE, 0, MAKELPARAM(x, y));
+    }
+    if (nsWindow && !(flags & SWP_NOSIZE)) {
+        cx = Corrected(cx, 9, 100, "SetWindowPos width error - correcting");
+        cy = Corrected(cy, 21, 50, "SetWindowPos height error - correcting");
+    }
+    if (nsWindow && !(flags & SWP_NOSIZE)) {
+        const QSize before = nsWindow->Frame().size();
+        nsWindow->ResizeFrame({cx, cy});
+        if (before != QSize(cx, cy)) WindowProc(WM_SIZE, 0, MAKELPARAM(cx, cy));
+    }
+    if (flags & SWP_SHOWWINDOW) ShowWindow(SW_SHOW);
+    if (nsWindow && !(flags & SWP_NOZORDER) && insertAfter) OrderAfter(*insertAfter);
+    return TRUE;
+}
+
+void CWnd::OrderAfter(const CWnd& other) {
+    if (&other == &wndTop)
+        nsWindow->raise();
+    else if (&other == &wndBottom)
+        nsWindow->lower();
+    else if (other.nsWindow)
+        nsWindow->stackUnder(other.nsWindow);
+}
+
+BOOL SetWindowPos(HWND window, HWND insertAfter, int x, int y, int cx, int cy, UINT flags) {
+    if (!vm::IsLiveView(window)) return FALSE;
+    if (flags & SWP_HIDEWINDOW) window->hide();
+    const QRect now = window->geometry();
+    const QPoint corner = flags & SWP_NOMOVE ? now.topLeft() : QPoint(x, y);
+    const QSize size = flags & SWP_NOSIZE ? now.size() : QSize(cx, cy);
+    if (!(flags & SWP_NOMOVE) || !(flags & SWP_NOSIZE))
+        PlaceView(*window, corner.x(), corner.y(), size.width(), size.height());
+    if (!vm::IsLiveView(window)) return TRUE; // it went in a handler of its new place
+    if (flags & SWP_SHOWWINDOW) window->show();
+    if (flags & SWP_NOZORDER) return TRUE;
+    if (insertAfter == CWnd::wndBottom.view)
+        window->lower();
+    else if (insertAfter == CWnd::wndTop.view)
+        window->raise();
+    else if (vm::IsLiveView(insertAfter))
+        window->stackUnder(insertAfter);
+    return TRUE;
+}
+
+void ClientToScreen(HWND window, POINT* point) {
+    if (!point || !vm::IsLiveView(window)) return;
+    const QPoint onScreen = window->mapToGlobal(QPoint(point->x, point->y));
+    *point = {onScreen.x(), onScreen.y()};
+}
+
+void ScreenToClient(HWND window, POINT* point) {
+    if (!point || !vm::IsLiveView(window)) return;
+    const QPoint inView = window->mapFromGlobal(QPoint(point->x, point->y));
+    *point = {inView.x(), inView.y()};
+}
+
+namespace {
+
+// The two corners, one after the other.
+template <class Convert>
+void ConvertCorners(HWND view, RECT* rect, Convert convert) {
+    if (!rect) return;
+    POINT topLeft{rect->left, rect->top};
+    POINT bottomRight{rect->right, rect->bottom};
+    convert(view, &topLeft);
+    convert(view, &bottomRight);
+    *rect = {topLeft.x, topLeft.y, bottomRight.x, bottomRight.y};
+}
+
+} // namespace
+
+void CWnd::ClientToScreen(POINT* point) const {
+    ::ClientToScreen(view, point);
+}
+void CWnd::ScreenToClient(POINT* point) const {
+    ::ScreenToClient(view, point);
+}
+void CWnd::ClientToScreen(RECT* rect) const {
+    ConvertCorners(view, rect, [](HWND window, POINT* point) { ::ClientToScreen(window, point); });
+}
+void CWnd::ScreenToClient(RECT* rect) const {
+    ConvertCorners(view, rect, [](HWND window, POINT* point) { ::ScreenToClient(window, point); });
+}

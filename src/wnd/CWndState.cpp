@@ -1,0 +1,251 @@
+// Visibility, state, painting, focus, capture, timers, font and colours.
+#include <vmcore/wnd/CWnd.h>
+
+#include <cstring>
+
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QWidget>
+
+#include <vmcore/wnd/frames.h>
+
+#include "controls/menuActions.h"
+#include "core/guard.h"
+#include "gdi/temporaryFont.h"
+#include "platform/NativeApplication.h"
+#include "wnd/CWndNSView.h"
+#include "wnd/CWndNSWindow.h"
+#include "wnd/NativeWindow.h"
+#include "wnd/views.h"
+#include "wnd/windowState.h"
+#include "wnd/windowTimers.h"
+
+namespace {
+
+QWidget& Live(HWND view) {
+    if (!vm::IsLiveView(view)) throw vm::PlatformError("DeadView");
+    return *view;
+}
+
+// The object of a view, or the scratch window bound to it for a view without one.
+CWnd* ObjectOrScratch(HWND view) {
+    if (!view) return nullptr;
+    if (CWnd* known = GetControlReference(view)) return known;
+    CWnd* scratch = getTempWnd(false);
+    scratch->view = view;
+    return scratch;
+}
+
+void ShowTopLevel(NSWindow& window, int show) {
+    switch (show) {
+    case SW_HIDE:
+        window.OrderOut();
+        break;
+    case SW_SHOWNORMAL:
+    case SW_SHOWNOACTIVATE:
+        window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+        break;
+    case SW_SHOW:
+        window.OrderFront(false);
+        break;
+    case SW_MINIMIZE:
+        window.setWindowState(window.windowState() | Qt::WindowMinimized);
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace
+
+BOOL CWnd::ModifyStyle(DWORD remove, DWORD add, UINT) {
+    style = (style & ~remove) | add;
+    return TRUE;
+}
+
+BOOL CWnd::ModifyStyleEx(DWORD, DWORD, UINT) {
+    return TRUE;
+}
+
+BOOL CWnd::ShowWindow(int show) {
+    if (!view) return FALSE;
+    vm::Guarded(vm::LogModule::Wnd, "CWnd::ShowWindow()", [&] {
+        if (nsWindow)
+            ShowTopLevel(*nsWindow, show);
+        else if (show == SW_HIDE || show == SW_SHOW)
+            Live(view).setVisible(show == SW_SHOW);
+        vm::WindowState& windows = vm::Windows();
+        if (show == SW_HIDE && windows.ActiveWnd == this) windows.ActiveWnd = nullptr;
+    });
+    WindowProc(WM_SHOWWINDOW, show == SW_SHOW, 0);
+    return TRUE;
+}
+
+BOOL CWnd::IsWindowVisible() const {
+    if (nsWindow) return nsWindow->isVisible();
+    return vm::IsLiveView(view) && view->isVisible();
+}
+
+BOOL CWnd::EnableWindow(BOOL enable) {
+    if (!view) return FALSE;
+    return vm::Guarded(vm::LogModule::Wnd, "CWnd::EnableWindow()", BOOL{TRUE}, [&] {
+        if (!nsWindow) {
+            if (auto* own = dynamic_cast<CWndView*>(&Live(view)))
+                own->setEnabledFlag(enable != 0);
+            else
+                view->setEnabled(enable != 0);
+        }
+        vm::WindowState& windows = vm::Windows();
+        if (!enable && windows.ActiveWnd == this) windows.ActiveWnd = nullptr;
+        return BOOL{TRUE};
+    });
+}
+
+BOOL CWnd::IsWindowEnabled() const {
+    if (nsWindow || !vm::IsLiveView(view)) return TRUE;
+    if (const auto* own = dynamic_cast<const CWndView*>(view)) return own->enabled;
+    return view->isEnabled();
+}
+
+void CWnd::BringWindowToTop() {
+    vm::Guarded(vm::LogModule::Wnd, "CWnd::BringWindowToTop()", [this] {
+        if (nsWindow) nsWindow->OrderFront(true);
+    });
+}
+
+CWnd* CWnd::SetActiveWindow() {
+    if (!view) return nullptr;
+    vm::Guarded(vm::LogModule::Wnd, "CWnd::SetActiveWindow()", [this] {
+        if (nsWindow)
+            nsWindow->OrderFront(true);
+        else
+            vm::Windows().ActiveWnd = this;
+    });
+    return nullptr;
+}
+
+void CWnd::Invalidate(BOOL) {
+    if (!view) return;
+    vm::Guarded(vm::LogModule::Wnd, "CWnd::Invalidate()", [this] { Live(view).update(); });
+}
+
+void CWnd::InvalidateRect(const RECT* rect, BOOL erase) {
+    if (!rect) return Invalidate(erase);
+    if (!view) return;
+    vm::Guarded(vm::LogModule::Wnd, "CWnd::InvalidateRect()", [&] {
+        Live(view).update(rect->left, rect->top, rect->right - rect->left,
+                          rect->bottom - rect->top);
+    });
+}
+
+BOOL CWnd::UpdateWindow() {
+    if (!view) return FALSE;
+    return vm::Guarded(vm::LogModule::Wnd, "CWnd::UpdateWindow()", BOOL{TRUE}, [this] {
+        QWidget& live = Live(view);
+        // The toolkit cannot paint inside a paint; what is invalid then is painted right after it.
+        if (live.isVisible() && vm::Windows().paints == 0)
+            QApplication::sendPostedEvents(live.window(), QEvent::UpdateRequest);
+        return BOOL{TRUE};
+    });
+}
+
+BOOL CWnd::RedrawWindow(const RECT*, CRgn*, UINT) {
+    UpdateWindow();
+    return TRUE;
+}
+
+void CWnd::SetRedraw(BOOL redraw) {
+    redrawEnabled = redraw;
+}
+
+CWnd* CWnd::SetFocus() {
+    if (!vm::IsLiveView(view)) return nullptr;
+    if (view->focusPolicy() == Qt::NoFocus) {
+        if (!nsWindow)
+            vm::LogText(vm::LogModule::Wnd,
+                        "Request to SetFocus to an NSView which doesn't accept focus");
+        return nullptr;
+    }
+    CWnd* previous = GetFocus();
+    view->window()->activateWindow();
+    view->setFocus(Qt::OtherFocusReason);
+    return previous;
+}
+
+CWnd* CWnd::GetFocus() {
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return nullptr;
+    return ObjectOrScratch(QApplication::focusWidget());
+}
+
+CWnd* CWnd::SetCapture() {
+    return ObjectOrScratch(::SetCapture(view));
+}
+
+CWnd* CWnd::GetCaptureWnd() {
+    return GetControlReference(vm::Windows().CaptureWnd);
+}
+
+HWND SetCapture(HWND window) {
+    HWND previous = vm::Windows().CaptureWnd;
+    vm::Windows().CaptureWnd = window;
+    return previous;
+}
+
+HWND GetCapture() {
+    return vm::Windows().CaptureWnd;
+}
+
+BOOL ReleaseCapture() {
+    vm::Windows().CaptureWnd = nullptr;
+    return TRUE;
+}
+
+UINT CWnd::SetTimer(UINT id, UINT elapse, TIMERPROC procedure) {
+    void* stored = reinterpret_cast<void*>(procedure);
+    if (nsWindow) {
+        CWndDelegate* delegate = vm::DelegateOf(nsWindow);
+        return delegate ? delegate->setTimer(id, elapse, stored) : 0;
+    }
+    if (view) {
+        return isCustomNSView() ? static_cast<CWndView*>(view)->setTimer(id, elapse, stored)
+                                : vm::StartTimer(this, vm::TimerHost::View, id, elapse, stored);
+    }
+    auto* frame = dynamic_cast<CMDIFrameWnd*>(this);
+    return frame && frame->m_timer ? frame->m_timer->setTimer(id, elapse, stored) : 0;
+}
+
+BOOL CWnd::KillTimer(UINT id) {
+    if (nsWindow) {
+        CWndDelegate* delegate = vm::DelegateOf(nsWindow);
+        return delegate && delegate->killTimer(id);
+    }
+    if (view) return vm::KillTimerOf(this, id);
+    if (strcasecmp(GetRuntimeClass()->m_lpszClassName, "CMDIFrameWnd") != 0) return FALSE;
+    auto* frame = dynamic_cast<CMDIFrameWnd*>(this);
+    return frame && frame->m_timer && frame->m_timer->killTimer(id);
+}
+
+BOOL KillTimer(HWND, UINT) {
+    return TRUE;
+}
+
+CMenu* CWnd::GetMenu() {
+    if (view && !nsWindow) return nullptr;
+    if (!menu.GetSafeHmenu()) menu.Attach(vm::MainMenu());
+    return &menu;
+}
+
+void CWnd::SetFont(CFont* newFont, BOOL redraw) {
+    font = newFont;
+    if (redraw) Invalidate(TRUE);
+}
+
+CFont* CWnd::GetFont() const {
+    return font ? font : vm::TemporaryFont();
+}
+
+COLORREF CWnd::SetBkColor(COLORREF color) {
+    return std::exchange(bkColor, color);
+}
+COLORREF CWnd::SetTextColor(COLORREF color) {
+    return std::exchange(textColor, color);
+}

@@ -1,0 +1,103 @@
+// Parents, children and dialog items.
+#include <vmcore/wnd/CWnd.h>
+
+#include <QtWidgets/QWidget>
+
+#include <vmcore/app/CWinApp.h>
+
+#include "core/guard.h"
+#include "core/log.h"
+#include "platform/NativeApplication.h"
+#include "wnd/NativeWindow.h"
+#include "wnd/views.h"
+
+namespace {
+
+// What the toolkit would crash on: a view that it has freed already.
+QWidget& Live(HWND view) {
+    if (!vm::IsLiveView(view)) throw vm::PlatformError("DeadView");
+    return *view;
+}
+
+QWidget* DirectChildNamed(const QWidget& parent, const std::string& name) {
+    const QString identifier = QString::fromStdString(name);
+    return parent.findChild<QWidget*>(identifier, Qt::FindDirectChildrenOnly);
+}
+
+// By tag among all descendants, then by identifier among the children.
+QWidget* FindItem(const QWidget& parent, int id) {
+    if (QWidget* tagged = vm::FindViewWithTag(&parent, id)) return tagged;
+    return DirectChildNamed(parent, vm::Format("%d", id));
+}
+
+} // namespace
+
+CWnd* CWnd::GetParent() {
+    if (parentWnd) return parentWnd;
+    if (!view) return nullptr;
+    HWND parentView = nullptr;
+    try {
+        parentView = Live(view).parentWidget();
+    } catch (const vm::PlatformError& error) {
+        vm::Log(vm::LogModule::Wnd, "exception at CWnd::GetParent() - %s", error.what());
+    }
+    if (!parentView) return AfxGetMainWnd();
+    // The object's own binding is looked up, not the parent's: hosts rely on a child without a
+    // recorded parent getting itself back.
+    return GetControlReference(view);
+}
+
+HWND GetParent(HWND window) {
+    if (!vm::IsLiveView(window) || vm::IsContentView(window)) return nullptr;
+    return window->parentWidget();
+}
+
+BOOL CWnd::IsChild(const CWnd* other) const {
+    return other && ::IsChild(view, other->view);
+}
+
+BOOL IsChild(HWND parent, HWND child) {
+    if (parent == child || !vm::IsLiveView(parent) || !vm::IsLiveView(child)) return FALSE;
+    return parent->isAncestorOf(child);
+}
+
+CWnd* CWnd::GetParentFrame() const {
+    return vm::IsLiveView(view) ? GetWRefCon(vm::WindowOf(view)) : nullptr;
+}
+
+HWND CWnd::GetFrameWnd() const {
+    const NSWindow* window = vm::IsLiveView(view) ? vm::WindowOf(view) : nullptr;
+    return window ? window->ContentView() : nullptr;
+}
+
+CWnd* CWnd::GetActiveWindow() {
+    return GetWRefCon(vm::NativeApplication::Shared().MainWindow());
+}
+
+CWnd* CWnd::GetDlgItem(int id) {
+    if (!view) return nullptr;
+    CWnd* scratch = getTempWnd(false);
+    return vm::Guarded(vm::LogModule::Wnd, "CWnd::GetDlgItem()", scratch, [&] {
+        QWidget* item = FindItem(Live(view), id);
+        if (CWnd* known = item ? GetControlReference(item) : nullptr) return known;
+        QWidget* named = DirectChildNamed(*view, vm::Format("%d", id));
+        if (CWnd* known = named ? GetControlReference(named) : nullptr) return known;
+        scratch->view = item;
+        return scratch;
+    });
+}
+
+void CWnd::GetDlgItem(int id, HWND* handle) {
+    const CWnd* item = GetDlgItem(id);
+    if (handle) *handle = item ? item->view : nullptr;
+}
+
+UINT CWnd::GetDlgCtrlID() const {
+    if (!view) return 0xFFFFFFFF;
+    if (nsWindow || !vm::IsLiveView(view)) return 0;
+    return static_cast<UINT>(vm::TagOf(view));
+}
+
+void CWnd::SetCommandID(int id) {
+    if (vm::IsLiveView(view)) vm::SetTagOf(view, id);
+}

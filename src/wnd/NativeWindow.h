@@ -1,0 +1,90 @@
+// A top-level window: a menu bar, when it is the application's main window, above a content view.
+// It keeps the frame last asked for and tells its delegate what the user and the window manager do.
+#pragma once
+
+#include <QtCore/QElapsedTimer>
+#include <QtWidgets/QWidget>
+
+#include <vmcore/core/types.h>
+
+class CWndDelegate;
+class QMenuBar;
+
+namespace vm {
+
+/// How the frame of a window looks and what its user may do.
+enum class FrameStyle { Decorated, Fixed, FixedMinimisable };
+
+class NativeWindow : public QWidget {
+public:
+    /// `content` is where the content view goes, in screen coordinates. The window is hidden.
+    NativeWindow(const QRect& content, FrameStyle style, bool floating);
+    ~NativeWindow() override;
+
+    QWidget* ContentView() const { return m_content; }
+    /// Owned by the window; one at a time.
+    CWndDelegate* Delegate() const { return m_delegate; }
+    void SetDelegate(CWndDelegate* delegate);
+
+    /// The frame last asked for or reported, in screen coordinates, title bar and menu bar
+    /// included.
+    QRect Frame() const { return m_frame; }
+    /// Moves or resizes the frame without a report: who asks sends the messages.
+    void MoveFrame(const QPoint& topLeft);
+    void ResizeFrame(const QSize& size);
+
+    /// Shows the application's main menu as this window's menu bar, or takes it away. The frame
+    /// grows or shrinks by it; the content keeps its size.
+    void SetMenuBarShown(bool shown);
+    QMenuBar* MenuBar() const { return m_menuBar; }
+
+    void OrderFront(bool activate);
+    void OrderOut();
+    /// Hides it at once and frees it when control is back in the event loop.
+    void Dispose();
+
+protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+
+private:
+    void HandleEvent(QEvent* event);
+    void PlaceContent();
+    int MenuBarHeight() const;
+    QMargins KnownMargins() const;
+    void StartSettling();
+    void Settle();
+    void TakeMargins();
+    QRect NativeFrame() const;
+    void ApplySize();
+    void ScheduleReport();
+    void ReportChanges();
+    void Expect();
+    void BecomeKey();
+    void ResignKey();
+    void WindowStateChanged(Qt::WindowStates before);
+
+    QWidget* m_content;
+    QMenuBar* m_menuBar = nullptr;
+    CWndDelegate* m_delegate = nullptr;
+    QRect m_frame;             // last asked for or reported
+    bool m_placeAsked = false; // the frame was asked for while its margins were unknown:
+    bool m_sizeAsked = false;  // it is set once more when they are
+    QMargins m_margins;        // of the frame, as last seen
+    bool m_settling = false;   // shown, and the window manager is still putting its frame on
+    int m_settleSteps = 0;
+    QElapsedTimer m_asked; // since the last request; invalid once it is confirmed
+    bool m_silent = false; // inside a request of ours
+    bool m_reportPending = false;
+    bool m_closing = false;
+    bool m_isKey = false; // told that it has the focus, and not yet that it lost it
+};
+
+CWndDelegate* DelegateOf(NSWindow* window);
+
+/// Makes `window` the one that shows the application's main menu; null takes it from all.
+void ShowMenuBarOf(NSWindow* window);
+
+} // namespace vm

@@ -1,0 +1,213 @@
+#include "wnd/viewEvents.h"
+
+#include <QtCore/QPointer>
+
+#include <vmcore/wnd/CWnd.h>
+
+#include "core/log.h"
+#include "wnd/CWndNSView.h"
+#include "wnd/keyCodes.h"
+#include "wnd/windowState.h"
+
+namespace vm {
+namespace {
+
+constexpr unsigned kModifiersWithoutCharacter =
+    kCommandKey | kOptionKey | kControlKey | kRightOptionKey | kRightControlKey;
+constexpr int kWheelNotch = 120;
+
+// A handler may run a loop of its own, as a menu or a message box does, in which the view is freed.
+using View = QPointer<CWndView>;
+bool Listens(const View& view) {
+    return view && view->wnd && view->enabled;
+}
+
+LPARAM PositionOf(const MouseRecord& mouse) {
+    return MAKELPARAM(mouse.x, mouse.y);
+}
+WPARAM StateOf(const MouseRecord& mouse) {
+    return KeyStateOf(mouse.modifiers, mouse.pressedButtons);
+}
+
+struct ButtonMessages {
+    UINT down;
+    UINT doubleClick;
+    UINT up;
+};
+
+ButtonMessages MessagesOf(MouseButton button) {
+    switch (button) {
+    case MouseButton::Left:
+        return {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, WM_LBUTTONUP};
+    case MouseButton::Right:
+        return {WM_RBUTTONDOWN, WM_RBUTTONDBLCLK, WM_RBUTTONUP};
+    case MouseButton::Other:
+        break;
+    }
+    return {WM_MBUTTONDOWN, WM_MBUTTONDBLCLK, WM_MBUTTONUP};
+}
+
+// True when the object took the context click, or is gone after it.
+bool ContextMenuTaken(CWndView& view, LPARAM position) {
+    const View self = &view;
+    const LRESULT result =
+        view.wnd->WindowProc(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(&view), position);
+    return result != 0 || !self || !view.wnd;
+}
+
+// Where a mouse message goes: to the object of the view, or, while another view has the capture, to
+// that view's object with the position in that view.
+struct Target {
+    CWnd* wnd;
+    LPARAM position;
+    bool isCaptured;
+};
+
+Target TargetOf(CWndView& view, const MouseRecord& mouse) {
+    const HWND capture = Windows().CaptureWnd;
+    if (capture && capture != &view) {
+        if (CWnd* wnd = GetControlReference(capture)) {
+            POINT point{mouse.screenX, mouse.screenY};
+            ScreenToClient(capture, &point);
+            return {wnd, MAKELPARAM(point.x, point.y), true};
+        }
+    }
+    return {view.wnd, PositionOf(mouse), false};
+}
+
+void SendKeyDown(CWndView& view, const KeyRecord& key, int code) {
+    view.wnd->WindowProc(WM_KEYDOWN, static_cast<WPARAM>(code & 0xFFFF),
+                         static_cast<LPARAM>(key.nativeCode) << 16);
+}
+
+MSG CharacterMessage(CWndView& view, const KeyRecord& key, int code) {
+    MSG record{};
+    record.hwnd = &view;
+    record.message = WM_CHAR;
+    record.wParam = static_cast<WPARAM>(code);
+    record.lParam = (static_cast<LPARAM>(key.nativeCode) << 16) & 0xFF0000;
+    record.time = static_cast<DWORD>(key.seconds / 3.0 * 50.0);
+    record.pt = {key.x, key.y};
+    return record;
+}
+
+// Asks the objects from the view's up to the top: a translation or an accelerator ends the key.
+bool Translated(CWndView& view, MSG& record) {
+    const View self = &view;
+    for (CWnd* wnd = view.wnd; wnd && wnd->view; wnd = wnd->parentWnd) {
+        if (wnd->PreTranslateMessage(&record) || !CWndListVerify(wnd)) return true;
+        if (!self || !view.wnd) return true; // ended by its own translation
+        if (wnd->accelTable && TranslateAccelerator(wnd->view, wnd->accelTable, &record))
+            return true;
+        if (!CWndListVerify(wnd)) return true;
+    }
+    return false;
+}
+
+void PressCharacter(CWndView& view, const KeyRecord& key, std::size_t index) {
+    const View self = &view;
+    const int code = VirtualKeyOf(key.nativeCode, key.characters[index]);
+    SendKeyDown(view, key, code);
+    if (!self || !view.wnd) return;
+    MSG record = CharacterMessage(view, key, code);
+    if (Translated(view, record) || !self || !view.wnd) return;
+    if (key.modifiers & kModifiersWithoutCharacter) return;
+    if (index >= key.typed.size()) return;
+    // Four bits of the key code are what hosts' character handlers get here.
+    view.wnd->WindowProc(WM_CHAR, static_cast<WPARAM>(key.typed[index] & 0xFF),
+                         (static_cast<LPARAM>(key.nativeCode) << 16) & 0xF0000);
+}
+
+} // namespace
+
+UINT KeyStateOf(unsigned modifiers, unsigned pressedButtons) {
+    const bool command = modifiers & kCommandKey;
+    const bool left = pressedButtons & kLeftDown;
+    UINT state = 0;
+    if (command) state |= MK_COMMAND;
+    if (left && !command) state |= MK_LBUTTON;
+    if (pressedButtons & kMiddleDown) state |= MK_MBUTTON;
+    if ((pressedButtons & kRightDown) || (left && command)) state |= MK_RBUTTON;
+    if (modifiers & (kShiftKey | kRightShiftKey)) state |= MK_SHIFT;
+    if (modifiers & (kControlKey | kRightControlKey)) state |= MK_CONTROL;
+    return state;
+}
+
+void MousePressed(CWndView& view, MouseButton button, const MouseRecord& mouse) {
+    if (!view.wnd || !view.enabled) return;
+    WindowState& windows = Windows();
+    windows.CaptureWnd = nullptr;
+    const bool isControlClick =
+        button == MouseButton::Left && (mouse.modifiers & (kControlKey | kRightControlKey));
+    if (button == MouseButton::Left) windows.RMBUp = isControlClick;
+    if (isControlClick) {
+        if (!ContextMenuTaken(view, PositionOf(mouse)))
+            view.wnd->WindowProc(WM_RBUTTONDOWN, StateOf(mouse), PositionOf(mouse));
+        return;
+    }
+    if (button == MouseButton::Right &&
+        ContextMenuTaken(view, MAKELPARAM(mouse.screenX, mouse.screenY)))
+        return;
+    const ButtonMessages messages = MessagesOf(button);
+    view.wnd->WindowProc(mouse.clickCount < 2 ? messages.down : messages.doubleClick,
+                         StateOf(mouse), PositionOf(mouse));
+}
+
+void MouseReleased(CWndView& view, MouseButton button, const MouseRecord& mouse) {
+    if (!view.wnd || !view.enabled) return;
+    WindowState& windows = Windows();
+    if (button != MouseButton::Left) {
+        view.wnd->WindowProc(MessagesOf(button).up, StateOf(mouse), PositionOf(mouse));
+        return;
+    }
+    const Target target = TargetOf(view, mouse);
+    if (target.isCaptured)
+        PrintError("mouseUp to captureWnd: %d %p (%d, %d)\n", ++windows.redirectedReleases,
+                   static_cast<void*>(target.wnd), static_cast<short>(LOWORD(target.position)),
+                   static_cast<short>(HIWORD(target.position)));
+    const UINT message = windows.RMBUp ? WM_RBUTTONUP : WM_LBUTTONUP;
+    windows.RMBUp = false;
+    target.wnd->WindowProc(message, StateOf(mouse), target.position);
+}
+
+void MouseMoved(CWndView& view, const MouseRecord& mouse) {
+    if (!view.wnd || !view.enabled) return;
+    view.dragged = mouse.pressedButtons == 0 ? 0 : (mouse.pressedButtons & kLeftDown) ? 1 : 2;
+    const Target target = TargetOf(view, mouse);
+    target.wnd->WindowProc(WM_MOUSEMOVE, StateOf(mouse), target.position);
+}
+
+void MouseEntered(CWndView& view, const MouseRecord& mouse) {
+    if (view.wnd && view.enabled)
+        view.wnd->WindowProc(WM_MOUSEENTER, StateOf(mouse), PositionOf(mouse));
+}
+
+void MouseLeft(CWndView& view, const MouseRecord& mouse) {
+    if (view.wnd && view.enabled)
+        view.wnd->WindowProc(WM_MOUSELEAVE, StateOf(mouse), PositionOf(mouse));
+}
+
+void WheelTurned(CWndView& view, const WheelRecord& wheel) {
+    if (!view.wnd || !view.enabled) return;
+    int delta = static_cast<int>(wheel.delta * kWheelNotch);
+    if (wheel.modifiers & (kOptionKey | kRightOptionKey)) delta *= 10;
+    if (delta == 0) return;
+    view.wnd->WindowProc(WM_MOUSEWHEEL,
+                         MAKEWPARAM(KeyStateOf(wheel.modifiers, wheel.pressedButtons), delta),
+                         MAKELPARAM(wheel.x, wheel.y));
+}
+
+void KeyPressed(CWndView& view, const KeyRecord& key) {
+    const View self = &view;
+    for (std::size_t i = 0; i < key.characters.size() && Listens(self); ++i)
+        PressCharacter(view, key, i);
+}
+
+void KeyReleased(CWndView& view, const KeyRecord& key) {
+    const View self = &view;
+    for (std::size_t i = 0; i < key.characters.size() && Listens(self); ++i)
+        view.wnd->WindowProc(WM_KEYUP, static_cast<WPARAM>(key.characters[i]),
+                             static_cast<LPARAM>(key.nativeCode) << 16);
+}
+
+} // namespace vm

@@ -1,0 +1,365 @@
+#include <vmcore/controls/CListCtrl.h>
+
+#include <memory>
+
+#include <QtGui/QAction>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QTableView>
+
+#include <gmock/gmock.h>
+
+#include <vmcore/app/CWinApp.h>
+#include <vmcore/core/strings.h>
+
+#include "ControlsFixture.h"
+#include "controls/LCTableViewDelegate.h"
+#include "controls/listSort.h"
+#include "support/MessageBoxRecorder.h"
+
+using testing::ElementsAre;
+using testing::Pair;
+
+namespace {
+
+// Answers every cell with "<column>:<item data>", or with a text of its own.
+class PatchList : public CListCtrl {
+public:
+    int MessageMap(int message, WPARAM wParam, LPARAM lParam) override {
+        if (message != WM_GETDISPLAYTEXT) return CListCtrl::MessageMap(message, wParam, lParam);
+        auto* cell = reinterpret_cast<LV_DISPTEXT*>(lParam);
+        asked.emplace_back(cell->column, cell->itemData);
+        const std::string label = texts.count(cell->itemData) ? texts[cell->itemData]
+                                                              : std::to_string(cell->column) + ":" +
+                                                                    std::to_string(cell->itemData);
+        snprintf(cell->text, sizeof cell->text, "%s", label.c_str());
+        return 1;
+    }
+    std::map<std::uintptr_t, std::string> texts;
+    std::vector<std::pair<int, std::uintptr_t>> asked;
+};
+
+class ListCtrl : public testing::Test {
+protected:
+    ListCtrl() {
+        m_window.Open();
+        m_list.Create(WS_VISIBLE, RECT{10, 20, 310, 220}, &m_window, 55);
+        m_list.InsertColumn(0, "Name", 0, 120);
+        m_list.InsertColumn(2, "Bank", 0, 80);
+    }
+
+    // Rows with the item data 100, 101, ...
+    void AppendRows(int count) {
+        for (int i = 0; i < count; ++i)
+            m_list.InsertItem(LVIF_PARAM | LVIF_TEXT, i, "row", 0, 0, 0,
+                              static_cast<LPARAM>(100 + i));
+    }
+    std::vector<std::uintptr_t> Data() const {
+        return LCTableViewDelegate::Of(m_list.tableView)->data;
+    }
+    std::string Cell(int row, int section) const {
+        return m_list.tableView->model()->index(row, section).data().toString().toStdString();
+    }
+    void ClickHeader(int section) {
+        QHeaderView* header = m_list.tableView->horizontalHeader();
+        Click(header->viewport(),
+              {header->sectionViewportPosition(section) + 20, header->height() / 2});
+    }
+    std::vector<int> Selection() const {
+        std::vector<int> rows;
+        POSITION position = m_list.GetFirstSelectedItemPosition();
+        while (position) rows.push_back(m_list.GetNextSelectedItem(position));
+        return rows;
+    }
+
+    LogCapture m_log;
+    Watchdog m_watchdog;
+    RecordingWnd m_window;
+    PatchList m_list;
+};
+
+} // namespace
+
+TEST_F(ListCtrl, IsAChildOfItsParentAtTheRectangle) {
+    EXPECT_EQ(m_list.view->parentWidget(), m_window.view);
+    EXPECT_EQ(m_list.view->geometry(), QRect(10, 20, 300, 200));
+    EXPECT_EQ(m_list.view, m_list.tableView);
+    EXPECT_EQ(GetControlReference(m_list.view), &m_list);
+    EXPECT_EQ(m_window.GetDlgItem(55), &m_list);
+    EXPECT_TRUE(m_list.IsWindowVisible());
+    CListCtrl orphan;
+    RecordingWnd closed;
+    EXPECT_FALSE(orphan.Create(0, RECT{0, 0, 9, 9}, nullptr, 1));
+    EXPECT_FALSE(orphan.Create(0, RECT{0, 0, 9, 9}, &closed, 1));
+}
+
+TEST_F(ListCtrl, PositionIsLessTheChildOriginOfTheParent) {
+    m_window.childOriginX = 4;
+    m_window.childOriginY = 5;
+    CListCtrl list;
+    list.Create(0, RECT{10, 20, -30, 60}, &m_window, 1);
+    EXPECT_EQ(list.view->geometry(), QRect(6, 15, 10, 40)) << "a negative width becomes 10";
+    EXPECT_FALSE(list.IsWindowVisible());
+}
+
+TEST_F(ListCtrl, WithoutATableEverythingIsNeutral) {
+    CListCtrl list;
+    LVITEM item{};
+    POSITION position = 1;
+    EXPECT_EQ(list.InsertColumn(0, "x"), -1);
+    EXPECT_EQ(list.GetColumnWidth(0), -1);
+    EXPECT_EQ(list.InsertItem(&item), 0);
+    EXPECT_EQ(list.GetItemCount(), 0);
+    EXPECT_EQ(list.GetItemState(0, 8), 0u);
+    EXPECT_EQ(list.GetItemData(0), 0u);
+    EXPECT_EQ(list.GetSelectedCount(), 0u);
+    EXPECT_EQ(list.GetFirstSelectedItemPosition(), 0u);
+    EXPECT_EQ(list.GetNextSelectedItem(position), -1);
+    EXPECT_FALSE(list.DeleteItem(0));
+    EXPECT_FALSE(list.RedrawItems(0, 1));
+    EXPECT_FALSE(list.EnsureVisible(0, TRUE));
+    EXPECT_EQ(list.SetFocus(), nullptr);
+    list.ReloadData();
+}
+
+TEST_F(ListCtrl, ColumnsAreAppendedAndKnownByTheirNumber) {
+    EXPECT_EQ(m_list.InsertColumn(-5, "odd", 0, 1), 2);
+    LVCOLUMN record{};
+    char heading[] = "wide";
+    record.pszText = heading;
+    record.cx = 500;
+    EXPECT_EQ(m_list.InsertColumn(7, &record), 3);
+    EXPECT_EQ(m_list.GetColumnWidth(0), 120);
+    EXPECT_EQ(m_list.GetColumnWidth(2), 80);
+    EXPECT_EQ(m_list.GetColumnWidth(-5), 4);
+    EXPECT_EQ(m_list.GetColumnWidth(7), 400);
+    EXPECT_EQ(m_list.GetColumnWidth(1), -1);
+    AppendRows(1);
+    EXPECT_EQ(Cell(0, 1), "2:100");
+    EXPECT_TRUE(m_list.DeleteColumn(0));
+    EXPECT_TRUE(m_list.DeleteColumn(0));
+    EXPECT_EQ(Cell(0, 0), "2:100");
+    EXPECT_EQ(m_list.GetColumnWidth(2), 80) << "each width stays with its column";
+}
+
+TEST_F(ListCtrl, RowsCanBeSelectedWithoutAnyColumn) {
+    m_list.DeleteColumn(0);
+    m_list.DeleteColumn(2);
+    AppendRows(3);
+    m_list.SetItemState(1, 8, 8);
+    m_list.InsertColumn(0, "Name", 0, 100);
+    m_list.InsertColumn(1, "Bank", 0, 100);
+    EXPECT_THAT(Selection(), ElementsAre(1));
+    EXPECT_TRUE(m_list.tableView->selectionModel()->isRowSelected(1, {}));
+    EXPECT_EQ(Cell(1, 1), "1:101");
+}
+
+TEST_F(ListCtrl, AppendingAddsATextInsertingOnlyWithTheTextBit) {
+    EXPECT_EQ(m_list.InsertItem(0u, 9, nullptr, 0, 0, 5, 6), 0);
+    EXPECT_EQ(m_list.GetItemCount(), 1);
+    char text[256] = "before";
+    LVITEM item{LVIF_PARAM | LVIF_IMAGE | LVIF_TEXT, 0, 0, 0, 0, text, 0, 77, 77};
+    EXPECT_TRUE(m_list.GetItem(&item));
+    EXPECT_STREQ(text, "");
+    EXPECT_EQ(item.iImage, 0);
+    EXPECT_EQ(item.lParam, 0u);
+
+    EXPECT_EQ(m_list.InsertItem(LVIF_PARAM, 0, "ignored", 0, 0, 0, 8), 0);
+    EXPECT_EQ(m_list.GetItemCount(), 1) << "no text, although a row was added";
+    EXPECT_THAT(Data(), ElementsAre(8, 0));
+    EXPECT_EQ(m_list.tableView->model()->rowCount(), 2);
+
+    EXPECT_EQ(m_list.InsertItem(0, "first", 3), 0);
+    item.iItem = 0;
+    EXPECT_TRUE(m_list.GetItem(&item));
+    EXPECT_STREQ(text, "first");
+    EXPECT_EQ(item.iImage, 3);
+    item.iItem = 2;
+    EXPECT_FALSE(m_list.GetItem(&item));
+}
+
+TEST_F(ListCtrl, DeletingReportsTheRowNumberInEightBits) {
+    AppendRows(300);
+    EXPECT_EQ(m_list.DeleteItem(1), 1);
+    EXPECT_EQ(m_list.DeleteItem(256), 0) << "deleted all the same";
+    EXPECT_EQ(m_list.DeleteItem(0), 0);
+    EXPECT_EQ(m_list.DeleteItem(200), static_cast<signed char>(200));
+    EXPECT_EQ(m_list.GetItemCount(), 296);
+    EXPECT_EQ(m_list.GetItemData(0), 102u);
+    EXPECT_FALSE(m_list.DeleteItem(296));
+    EXPECT_TRUE(m_list.DeleteAllItems());
+    EXPECT_EQ(m_list.GetItemCount(), 0);
+    EXPECT_EQ(m_list.GetItemData(0), 0u);
+}
+
+TEST_F(ListCtrl, RowsOfAListWithRedrawingOffAppearWhenItIsSwitchedOn) {
+    m_list.SetRedraw(FALSE);
+    AppendRows(3);
+    EXPECT_TRUE(m_list.needsReload);
+    m_list.ReloadData();
+    EXPECT_TRUE(m_list.needsReload);
+    EXPECT_EQ(m_list.GetItemCount(), 3);
+    EXPECT_EQ(m_list.tableView->model()->rowCount(), 0);
+    m_list.SetRedraw(TRUE);
+    EXPECT_FALSE(m_list.needsReload);
+    EXPECT_EQ(m_list.tableView->model()->rowCount(), 3);
+}
+
+TEST_F(ListCtrl, OnlyTheSelectedBitChangesTheSelection) {
+    AppendRows(5);
+    EXPECT_TRUE(m_list.SetItemState(1, 8, 2));
+    EXPECT_EQ(m_list.GetSelectedCount(), 0u);
+    m_list.SetItemState(1, 8, 8);
+    m_list.SetItemState(3, 8, 0xF);
+    EXPECT_EQ(m_list.GetItemState(1, 0), 8u);
+    EXPECT_EQ(m_list.GetItemState(2, 8), 0u);
+
+    POSITION position = m_list.GetFirstSelectedItemPosition();
+    EXPECT_EQ(position, 1u);
+    EXPECT_EQ(m_list.GetNextSelectedItem(position), 1);
+    EXPECT_EQ(position, 2u);
+    EXPECT_EQ(m_list.GetNextSelectedItem(position), 3);
+    EXPECT_EQ(position, 0u);
+    position = 3;
+    EXPECT_EQ(m_list.GetNextSelectedItem(position), -1);
+
+    m_list.SetItemState(1, 0, 8);
+    EXPECT_THAT(Selection(), ElementsAre(3));
+    m_list.SetItemState(-1, 8, 8);
+    EXPECT_EQ(m_list.GetSelectedCount(), 5u);
+    m_list.SetItemState(-1, 0, 8);
+    EXPECT_EQ(m_list.GetFirstSelectedItemPosition(), 0u);
+    EXPECT_TRUE(m_window.notifications.empty()) << "only the user's changes are reported";
+}
+
+TEST_F(ListCtrl, SelectionBelongsToRowNumbers) {
+    AppendRows(4);
+    m_list.SetItemState(2, 8, 8);
+    m_list.DeleteItem(0);
+    EXPECT_THAT(Selection(), ElementsAre(2));
+    m_list.InsertItem(0, "new");
+    m_list.Invalidate();
+    EXPECT_THAT(Selection(), ElementsAre(2));
+    m_list.DeleteItem(0);
+    m_list.DeleteItem(0);
+    EXPECT_EQ(m_list.GetSelectedCount(), 0u);
+    EXPECT_TRUE(m_window.notifications.empty());
+}
+
+TEST_F(ListCtrl, ClicksReportTheRowSelectedLast) {
+    AppendRows(5);
+    int ownHandle = 0;
+    m_list.resourceBundle = &ownHandle;
+    ClickRow(m_list.tableView, 3);
+    ASSERT_EQ(m_window.notifications.size(), 1u);
+    const NMLISTVIEW& change = m_window.notifications[0];
+    EXPECT_EQ(change.hdr.hwndFrom, m_list.view);
+    EXPECT_EQ(change.hdr.idFrom, 55u);
+    EXPECT_EQ(change.hdr.code, LVN_ITEMCHANGED);
+    EXPECT_EQ(change.iItem, 3);
+    EXPECT_EQ(change.lParam, 103u);
+    EXPECT_EQ(m_window.resourceHandles[0], &ownHandle);
+    EXPECT_EQ(AfxGetResourceHandle(), nullptr);
+
+    ClickRow(m_list.tableView, 1, Qt::ShiftModifier);
+    EXPECT_EQ(m_window.notifications.back().iItem, 1);
+    EXPECT_THAT(Selection(), ElementsAre(1, 2, 3));
+    ClickRow(m_list.tableView, 4);
+    const std::size_t before = m_window.notifications.size();
+    ClickRow(m_list.tableView, 4, Qt::ControlModifier);
+    ASSERT_EQ(m_window.notifications.size(), before + 1);
+    EXPECT_EQ(m_window.notifications.back().iItem, -1);
+    EXPECT_EQ(m_window.notifications.back().lParam, 0u);
+}
+
+TEST_F(ListCtrl, DoubleClickIsReportedAndRemembered) {
+    AppendRows(3);
+    calledDoubleClick = 0;
+    DoubleClickRow(m_list.tableView, 1);
+    EXPECT_TRUE(calledDoubleClick);
+    ASSERT_FALSE(m_window.notifications.empty());
+    EXPECT_EQ(m_window.notifications.back().hdr.code, NM_DBLCLK);
+    EXPECT_EQ(m_window.notifications.back().iItem, 1);
+    EXPECT_EQ(m_window.notifications.back().lParam, 101u);
+}
+
+TEST_F(ListCtrl, HeaderClickSortsTheItemDataByTheTextsOfThatColumn) {
+    AppendRows(4);
+    m_list.texts = {{100, "beta"}, {101, "Alpha"}, {102, "delta"}, {103, "Gamma"}};
+    m_list.SetItemState(0, 8, 8);
+    m_list.SetItemText(0, 0, "own text");
+    m_list.asked.clear();
+    ClickHeader(1);
+    EXPECT_THAT(Data(), ElementsAre(101, 100, 102, 103));
+    EXPECT_THAT(m_list.asked,
+                testing::IsSupersetOf({Pair(2, 100), Pair(2, 101), Pair(2, 102), Pair(2, 103)}));
+    ClickHeader(1);
+    EXPECT_THAT(Data(), ElementsAre(103, 102, 100, 101)) << "from Z to A";
+    EXPECT_EQ(LCTableViewDelegate::Of(m_list.tableView)->strings[0], "own text");
+    EXPECT_THAT(Selection(), ElementsAre(0));
+    EXPECT_TRUE(m_window.notifications.empty());
+}
+
+TEST_F(ListCtrl, HeaderClickOfANegativeColumnDoesNothing) {
+    m_list.DeleteColumn(0);
+    m_list.DeleteColumn(2);
+    m_list.InsertColumn(-1, "fixed", 0, 100);
+    AppendRows(2);
+    m_list.texts = {{100, "b"}, {101, "a"}};
+    ClickHeader(0);
+    EXPECT_THAT(Data(), ElementsAre(100, 101));
+}
+
+TEST_F(ListCtrl, TypingSelectsByTheTextsShown) {
+    AppendRows(3);
+    m_list.texts = {{100, "Bass"}, {101, "Lead"}, {102, "Strings"}};
+    PressKey(m_list.tableView, Qt::Key_S, {}, "s");
+    EXPECT_THAT(Selection(), ElementsAre(2));
+    EXPECT_EQ(m_window.notifications.size(), 1u);
+}
+
+TEST_F(ListCtrl, ManyRowsAreOnlyAskedForWhenShown) {
+    m_list.SetRedraw(FALSE);
+    AppendRows(100'000);
+    m_list.SetRedraw(TRUE);
+    m_list.EnsureVisible(99'999, TRUE);
+    m_list.tableView->grab();
+    EXPECT_LT(m_list.asked.size(), 1000u);
+    EXPECT_GE(m_list.tableView->rowAt(m_list.tableView->viewport()->height() - 10), 99'990);
+}
+
+TEST_F(ListCtrl, StateRecordsAreNotSupported) {
+    MessageBoxRecorder boxes;
+    const LVITEM item{};
+    EXPECT_TRUE(m_list.SetItemState(0, &item));
+    EXPECT_THAT(boxes.Take(),
+                ElementsAre(ShownBox{"Not Implemented, are we using it?", "VMCore", 1}));
+}
+
+TEST(ListSort, OrderIsThatOfThePairwiseComparison) {
+    const std::vector<std::string> texts = {"b",
+                                            "A",
+                                            "a",
+                                            "",
+                                            "abc",
+                                            "ABD",
+                                            "_x",
+                                            "Zz",
+                                            "\x8E"
+                                            "a",
+                                            "a\x8E",
+                                            "[",
+                                            "ab",
+                                            "Ab1",
+                                            "zZ"};
+    std::vector<std::uintptr_t> data(texts.size());
+    for (std::size_t i = 0; i < data.size(); ++i) data[i] = i;
+    for (const bool ascending : {true, false}) {
+        const auto sorted = vm::SortedByText(data, texts, ascending);
+        EXPECT_THAT(sorted, testing::UnorderedElementsAreArray(data));
+        for (std::size_t i = 1; i < sorted.size(); ++i)
+            EXPECT_LE(vm::CListCtrlCompare(texts[sorted[i - 1]].c_str(), texts[sorted[i]].c_str(),
+                                           ascending),
+                      0)
+                << texts[sorted[i - 1]] << " before " << texts[sorted[i]];
+    }
+}
