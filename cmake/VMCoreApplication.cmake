@@ -1,0 +1,92 @@
+# vmcore_add_application(NAME <target> SOURCES <files...> [RESOURCES <files or folders...>]
+#                        [PLUGINS <targets or files...>] [BUNDLE_NAME <name>] [HELP_BOOK <folder>])
+#
+# Makes the executable <target> inside the bundle the library looks for at run time:
+#
+#     <BUNDLE_NAME>.app/Contents/MacOS/<target>
+#                               /Resources/    RESOURCES and the HELP_BOOK folder
+#                               /PlugIns/      PLUGINS
+#                               /Info.plist    CFBundleName, "Executable file", CFBundleHelpBookName
+#
+# in the current binary folder. BUNDLE_NAME is the target's name by default. A plug-in that is a
+# target of this build must be defined before. The bundle's path is the target's property
+# VMCORE_BUNDLE. Works in this project and in one that found the installed package.
+
+set(VMCORE_INFO_PLIST_TEMPLATE ${CMAKE_CURRENT_LIST_DIR}/Info.plist.in CACHE INTERNAL "")
+
+function(vmcore_add_application)
+    cmake_parse_arguments(PARSE_ARGV 0 app "" "NAME;BUNDLE_NAME;HELP_BOOK"
+                          "SOURCES;RESOURCES;PLUGINS")
+    if(NOT app_NAME OR NOT app_SOURCES)
+        message(FATAL_ERROR "vmcore_add_application needs NAME and SOURCES")
+    endif()
+    if(app_UNPARSED_ARGUMENTS)
+        message(FATAL_ERROR "vmcore_add_application does not know ${app_UNPARSED_ARGUMENTS}")
+    endif()
+    if(NOT app_BUNDLE_NAME)
+        set(app_BUNDLE_NAME ${app_NAME})
+    endif()
+    set(bundle ${CMAKE_CURRENT_BINARY_DIR}/${app_BUNDLE_NAME}.app)
+
+    add_executable(${app_NAME} ${app_SOURCES})
+    target_link_libraries(${app_NAME} PRIVATE VMCore::VMCore)
+    # The generator expression keeps multi-configuration generators from adding a folder.
+    set_target_properties(${app_NAME} PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY $<1:${bundle}/Contents/MacOS>
+        VMCORE_BUNDLE ${bundle})
+
+    _vmcore_write_info_plist(${bundle} ${app_NAME} ${app_BUNDLE_NAME} "${app_HELP_BOOK}")
+    _vmcore_copy_into(${app_NAME} resources ${bundle}/Contents/Resources
+                      ${app_RESOURCES} ${app_HELP_BOOK})
+    _vmcore_add_plugins(${app_NAME} ${bundle}/Contents/PlugIns ${app_PLUGINS})
+endfunction()
+
+function(_vmcore_write_info_plist bundle executable name helpBook)
+    set(helpBookEntry "")
+    if(helpBook)
+        cmake_path(GET helpBook FILENAME helpBookName)
+        set(helpBookEntry
+            "\n\t<key>CFBundleHelpBookName</key>\n\t<string>${helpBookName}</string>")
+    endif()
+    file(MAKE_DIRECTORY ${bundle}/Contents/Resources ${bundle}/Contents/PlugIns)
+    configure_file(${VMCORE_INFO_PLIST_TEMPLATE} ${bundle}/Contents/Info.plist @ONLY)
+endfunction()
+
+# Copies files and folders into `folder` whenever they change.
+function(_vmcore_copy_into target purpose folder)
+    set(stamps "")
+    foreach(source IN LISTS ARGN)
+        cmake_path(ABSOLUTE_PATH source NORMALIZE)
+        cmake_path(GET source FILENAME name)
+        if(IS_DIRECTORY ${source})
+            set(stamp ${CMAKE_CURRENT_BINARY_DIR}/${target}.${name}.stamp)
+            file(GLOB_RECURSE contents CONFIGURE_DEPENDS ${source}/*)
+            add_custom_command(OUTPUT ${stamp} DEPENDS ${contents} VERBATIM
+                COMMAND ${CMAKE_COMMAND} -E copy_directory ${source} ${folder}/${name}
+                COMMAND ${CMAKE_COMMAND} -E touch ${stamp})
+        else()
+            set(stamp ${folder}/${name})
+            add_custom_command(OUTPUT ${stamp} DEPENDS ${source} VERBATIM
+                COMMAND ${CMAKE_COMMAND} -E copy ${source} ${stamp})
+        endif()
+        list(APPEND stamps ${stamp})
+    endforeach()
+    if(stamps)
+        add_custom_target(${target}_${purpose} ALL DEPENDS ${stamps})
+        add_dependencies(${target} ${target}_${purpose})
+    endif()
+endfunction()
+
+function(_vmcore_add_plugins target folder)
+    set(files "")
+    foreach(plugin IN LISTS ARGN)
+        if(TARGET ${plugin})
+            set_target_properties(${plugin} PROPERTIES
+                LIBRARY_OUTPUT_DIRECTORY $<1:${folder}> PREFIX "")
+            add_dependencies(${target} ${plugin})
+        else()
+            list(APPEND files ${plugin})
+        endif()
+    endforeach()
+    _vmcore_copy_into(${target} plugins ${folder} ${files})
+endfunction()

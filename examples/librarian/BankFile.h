@@ -1,0 +1,31 @@
+// A bank: the System Exclusive messages of one file. Splitting is pure; reading goes through the
+// library's file functions.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "SysexInfo.h"
+
+struct BankMessage {
+    SysexBytes bytes; ///< from 0xF0; ends with 0xF7 unless the message was cut short
+    SysexInfo info;
+};
+
+struct Bank {
+    std::string name; ///< the file's name without folders
+    std::vector<BankMessage> messages;
+    std::size_t junkBytes = 0;   ///< bytes outside messages
+    std::size_t cutMessages = 0; ///< messages without their closing 0xF7
+
+    std::size_t BadChecksums() const;
+};
+
+/// The messages of a file's bytes, in order. Whatever stands between messages is counted and passed
+/// over, and so are real-time bytes inside one; any other status byte cuts the message short.
+Bank SplitBank(const SysexBytes& file);
+
+/// Reads and splits a file. FALSE, and `error` for the user, when it cannot be read or holds no
+/// message; `bank` is then unchanged.
+BOOL ReadBank(const char* path, Bank& bank, std::string& error);

@@ -1,0 +1,106 @@
+#include "HeaderBand.h"
+
+#include <numeric>
+
+#include "BankFile.h"
+
+namespace {
+
+constexpr COLORREF kBackground = RGB(236, 240, 246);
+constexpr COLORREF kRule = RGB(184, 194, 208);
+constexpr COLORREF kTitle = RGB(20, 34, 58);
+constexpr COLORREF kText = RGB(70, 82, 100);
+constexpr COLORREF kWarning = RGB(192, 24, 24);
+constexpr int kMargin = 12;
+
+std::string Counted(std::size_t count, const char* one, const char* many) {
+    return std::to_string(count) + (count == 1 ? one : many);
+}
+
+std::size_t TotalBytes(const Bank& bank) {
+    return std::accumulate(
+        bank.messages.begin(), bank.messages.end(), std::size_t{0},
+        [](std::size_t sum, const BankMessage& message) { return sum + message.bytes.size(); });
+}
+
+std::string WarningFor(const Bank& bank) {
+    std::string text;
+    if (const std::size_t bad = bank.BadChecksums())
+        text = Counted(bad, " bad checksum", " bad checksums");
+    if (bank.cutMessages) {
+        if (!text.empty()) text += ", ";
+        text += Counted(bank.cutMessages, " message cut short", " messages cut short");
+    }
+    return text;
+}
+
+void MakeFont(CFont& font, int height, const char* face) {
+    font.CreateFont(height, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, face);
+}
+
+} // namespace
+
+HeaderBand::HeaderBand() : m_title("No bank"), m_summary("Drop a .syx file here") {
+    MakeFont(m_titleFont, 18, "Arial Bold");
+    MakeFont(m_textFont, 12, "Arial");
+    m_background.CreateSolidBrush(kBackground);
+    m_rule.CreateSolidBrush(kRule);
+}
+
+void HeaderBand::ShowBank(const Bank& bank) {
+    m_title = bank.name;
+    m_summary = Counted(bank.messages.size(), " message, ", " messages, ") +
+                Counted(TotalBytes(bank), " byte", " bytes");
+    if (bank.junkBytes)
+        m_summary += ", " + Counted(bank.junkBytes, " byte", " bytes") + " between messages";
+    m_warning = WarningFor(bank);
+    Invalidate();
+}
+
+void HeaderBand::SetConnection(const std::string& connection) {
+    m_connection = connection;
+    Invalidate();
+}
+
+int HeaderBand::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_PAINT:
+        Paint();
+        return 1;
+    case WM_SIZE:
+        Invalidate();
+        return 1;
+    default:
+        return CWnd::MessageMap(message, wParam, lParam);
+    }
+}
+
+void HeaderBand::Paint() {
+    CPaintDC dc(this);
+    CRect client;
+    GetClientRect(client);
+    dc.FillRect(client, &m_background);
+    CRect rule(0, client.bottom - 1, client.right, client.bottom);
+    dc.FillRect(rule, &m_rule);
+
+    dc.SelectObject(&m_titleFont);
+    dc.SetTextColor(kTitle);
+    dc.TextOut(kMargin, 10, m_title.c_str(), static_cast<int>(m_title.size()));
+
+    // Alignment 32 goes on where the last text ended.
+    dc.SelectObject(&m_textFont);
+    dc.SetTextAlign(TA_UPDATECP | TA_TOP);
+    dc.MoveTo(kMargin, 38);
+    dc.SetTextColor(kText);
+    dc.TextOut(0, 0, m_summary.c_str(), static_cast<int>(m_summary.size()));
+    if (!m_warning.empty()) {
+        const std::string warning = ", " + m_warning;
+        dc.SetTextColor(kWarning);
+        dc.TextOut(0, 0, warning.c_str(), static_cast<int>(warning.size()));
+    }
+
+    dc.SetTextAlign(TA_RIGHT | TA_TOP);
+    dc.SetTextColor(kText);
+    dc.TextOut(client.right - kMargin, 14, m_connection.c_str(),
+               static_cast<int>(m_connection.size()));
+}

@@ -1,0 +1,33 @@
+// The band at the top of the window: the bank's name, what is in it, and the MIDI connection.
+#pragma once
+
+#include <string>
+
+#include <afxwin.h>
+
+struct Bank;
+
+class HeaderBand : public CWnd {
+public:
+    static constexpr int kHeight = 64;
+
+    HeaderBand();
+
+    /// Shows a bank (it is not kept). Bad checksums stand out in red.
+    void ShowBank(const Bank& bank);
+    void SetConnection(const std::string& connection);
+
+    int MessageMap(int message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    void Paint();
+
+    CFont m_titleFont;
+    CFont m_textFont;
+    CBrush m_background;
+    CBrush m_rule;
+    std::string m_title;
+    std::string m_summary;
+    std::string m_warning; // bad checksums and cut messages; empty when all is well
+    std::string m_connection;
+};

@@ -1,0 +1,48 @@
+// Librarian: a small MIDI librarian. It opens a bank of System Exclusive messages, lists them,
+// sends the selected one and compares what comes back.
+#include <memory>
+
+#include <afxwin.h>
+
+#include "MainFrame.h"
+#include "Report.h"
+
+class LibrarianApp : public CWinApp {
+public:
+    BOOL InitInstance() override {
+        m_frame = std::make_unique<MainFrame>();
+        if (!m_frame->Open()) return FALSE;
+        AfxSetMainWnd(m_frame.get());
+        m_frame->ShowWindow(SW_SHOW);
+        Report("ready");
+        return CWinApp::InitInstance();
+    }
+
+    // Called twice: at termination and from the destructor of the base class.
+    int ExitInstance() override {
+        m_frame.reset();
+        return CWinApp::ExitInstance();
+    }
+
+    int MessageMap(int message, WPARAM wParam, LPARAM lParam) override {
+        if (message != WM_COMMAND || LOWORD(wParam) != ID_APP_ABOUT)
+            return CWinApp::MessageMap(message, wParam, lParam);
+        ::MessageBox(AfxGetMainWndHandle(),
+                     "Librarian opens banks of System Exclusive messages, sends them "
+                     "and compares what comes back.",
+                     "About Librarian", MB_OK | MB_ICONINFORMATION);
+        Report("about");
+        return 1;
+    }
+
+private:
+    std::unique_ptr<MainFrame> m_frame;
+};
+
+static LibrarianApp theApp;
+
+int main(int argc, char** argv) {
+    AfxSetDVBundle(nullptr);
+    VMCore_Initialize();
+    return AfxMain(&theApp, argc, argv);
+}

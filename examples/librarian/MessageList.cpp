@@ -1,0 +1,78 @@
+#include "MessageList.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "BankFile.h"
+
+namespace {
+
+enum Column { kNumber, kManufacturer, kKind, kLength, kChecksum };
+
+constexpr struct {
+    const char* heading;
+    int width;
+} kColumns[] = {
+    {"No", 60}, {"Manufacturer", 190}, {"Kind", 275}, {"Length", 100}, {"Checksum", 110},
+};
+
+std::size_t DigitsOf(std::size_t number) {
+    return std::to_string(number).size();
+}
+
+std::string Padded(std::size_t number, std::size_t digits, char fill) {
+    const std::string text = std::to_string(number);
+    return std::string(digits - std::min(digits, text.size()), fill) + text;
+}
+
+} // namespace
+
+void MessageList::AddColumns() {
+    int index = 0;
+    for (const auto& column : kColumns) InsertColumn(index++, column.heading, 0, column.width, 0);
+}
+
+void MessageList::ShowBank(const Bank& bank) {
+    m_bank = &bank;
+    m_numberDigits = DigitsOf(bank.messages.size());
+    m_lengthDigits = 1;
+    for (const BankMessage& message : bank.messages)
+        m_lengthDigits = std::max(m_lengthDigits, DigitsOf(message.bytes.size()));
+    SetItemState(-1, 0, LVIS_SELECTED); // a reload keeps the selected rows
+    SetRedraw(FALSE);
+    DeleteAllItems();
+    for (std::size_t i = 0; i < bank.messages.size(); ++i)
+        InsertItem(LVIF_PARAM | LVIF_TEXT, static_cast<int>(i), "", 0, 0, 0, i);
+    SetRedraw(TRUE);
+}
+
+int MessageList::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
+    if (message != WM_GETDISPLAYTEXT) return CListCtrl::MessageMap(message, wParam, lParam);
+    FillCell(*reinterpret_cast<LV_DISPTEXT*>(lParam));
+    return 1;
+}
+
+void MessageList::FillCell(LV_DISPTEXT& cell) const {
+    const auto index = static_cast<std::size_t>(cell.itemData);
+    if (!m_bank || index >= m_bank->messages.size()) return;
+    std::snprintf(cell.text, sizeof cell.text, "%s", CellText(index, cell.column).c_str());
+}
+
+// Numbers are filled up to the width of the largest, because the list sorts by text.
+std::string MessageList::CellText(std::size_t index, int column) const {
+    const BankMessage& message = m_bank->messages[index];
+    switch (column) {
+    case kNumber:
+        return Padded(index + 1, m_numberDigits, '0');
+    case kManufacturer:
+        return message.info.manufacturer;
+    case kKind:
+        return message.info.kind;
+    case kLength:
+        return Padded(message.bytes.size(), m_lengthDigits, ' ');
+    case kChecksum:
+        return ChecksumText(message.info.checksum);
+    default:
+        return {};
+    }
+}

@@ -1,0 +1,28 @@
+// The list of a bank's messages. It keeps no texts: the list control asks for each cell it shows.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include <afxcmn.h>
+
+struct Bank;
+
+class MessageList : public CListCtrl {
+public:
+    /// Makes the columns. Call it once, after Create.
+    void AddColumns();
+    /// Lists the messages of `bank`, which must outlive what is shown.
+    void ShowBank(const Bank& bank);
+
+    int MessageMap(int message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    void FillCell(LV_DISPTEXT& cell) const;
+
+    std::string CellText(std::size_t index, int column) const;
+
+    const Bank* m_bank = nullptr;
+    std::size_t m_numberDigits = 1;
+    std::size_t m_lengthDigits = 1;
+};

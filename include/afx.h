@@ -1,0 +1,10 @@
+// The classes that need no window: strings, arrays, geometry.
+#pragma once
+
+#include <vmcore/core/CString.h>
+#include <vmcore/core/arrays.h>
+#include <vmcore/core/geometry.h>
+#include <vmcore/core/strings.h>
+#include <vmcore/core/types.h>
+#include <vmcore/files/fileapi.h>
+#include <vmcore/files/library.h>

@@ -1,0 +1,4 @@
+// The common controls.
+#pragma once
+
+#include <vmcore/controls/CListCtrl.h>

@@ -1,0 +1,4 @@
+// Dialogs. What there is of them so far comes with the application header.
+#pragma once
+
+#include <vmcore/app/messages.h>

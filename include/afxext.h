@@ -1,0 +1,4 @@
+// Frames with their bars.
+#pragma once
+
+#include <vmcore/wnd/frames.h>

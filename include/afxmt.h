@@ -1,0 +1,5 @@
+// Threads and synchronisation.
+#pragma once
+
+#include <vmcore/app/sync.h>
+#include <vmcore/app/threads.h>

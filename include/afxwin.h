@@ -1,0 +1,29 @@
+// Application, windows and drawing.
+#pragma once
+
+#include <vmcore/app/CRecentFileList.h>
+#include <vmcore/app/CWinApp.h>
+#include <vmcore/app/lifecycle.h>
+#include <vmcore/app/messages.h>
+#include <vmcore/app/msg.h>
+#include <vmcore/app/registry.h>
+#include <vmcore/app/sync.h>
+#include <vmcore/app/threads.h>
+#include <vmcore/controls/CMenu.h>
+#include <vmcore/controls/CStatic.h>
+#include <vmcore/core/CString.h>
+#include <vmcore/core/arrays.h>
+#include <vmcore/core/geometry.h>
+#include <vmcore/core/strings.h>
+#include <vmcore/core/types.h>
+#include <vmcore/files/fileapi.h>
+#include <vmcore/gdi/CBitmap.h>
+#include <vmcore/gdi/CBrush.h>
+#include <vmcore/gdi/CDC.h>
+#include <vmcore/gdi/CFont.h>
+#include <vmcore/gdi/CPaintDC.h>
+#include <vmcore/gdi/CPen.h>
+#include <vmcore/gdi/CRgn.h>
+#include <vmcore/gdi/syscolors.h>
+#include <vmcore/wnd/CWnd.h>
+#include <vmcore/wnd/frames.h>

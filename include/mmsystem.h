@@ -1,0 +1,4 @@
+// The multimedia MIDI functions.
+#pragma once
+
+#include <vmcore/midi/mmsystem.h>

@@ -1,0 +1,4 @@
+// Shell folders and dropped files.
+#pragma once
+
+#include <vmcore/wnd/CWnd.h>

@@ -1,0 +1,15 @@
+// The Win32 functions and types: base types, messages, windows, drawing, threads, files.
+#pragma once
+
+#include <vmcore/app/messages.h>
+#include <vmcore/app/msg.h>
+#include <vmcore/app/sync.h>
+#include <vmcore/app/threads.h>
+#include <vmcore/controls/CMenu.h>
+#include <vmcore/core/geometry.h>
+#include <vmcore/core/strings.h>
+#include <vmcore/core/types.h>
+#include <vmcore/files/fileapi.h>
+#include <vmcore/files/library.h>
+#include <vmcore/gdi/gdiobjects.h>
+#include <vmcore/wnd/CWnd.h>

@@ -1,0 +1,199 @@
+#!/usr/bin/python3
+"""The Librarian on a virtual display, driven with real keys, clicks and window-manager requests."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+from display import LIMIT, Display, Program
+
+HEADER = 64    # the list begins below the header band
+FIRST_ROW = 36  # from the list's top to the middle of its first row
+
+bundle = None   # Librarian.app
+data = None     # the folder of the banks
+display = None
+
+
+class LibrarianTest(unittest.TestCase):
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="librarian-"))
+        self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
+
+    def start(self, *arguments, bundle_path=None, environment=None):
+        executable = (bundle_path or bundle) / "Contents/MacOS/Librarian"
+        program = Program(display, executable, self.folder, *arguments, environment=environment)
+        self.addCleanup(program.__exit__)
+        return program
+
+    def open(self, name="voices.syx", **options):
+        """The program with a bank open, and its window."""
+        program = self.start(data / name, **options)
+        program.expect(rf"opened {name} \d+ messages")
+        return program, display.window("Librarian")
+
+    def select_first(self, program, window):
+        left, top = self.content(program, window)
+        display.click(left + 100, top + HEADER + FIRST_ROW)
+        program.expect("selected 1")
+
+    def content(self, program, window):
+        left, top, _, height = display.geometry(window)
+        sized = [line for line in program.lines() if line.startswith("sized")][-1]
+        return left, top + height - int(sized.split()[2])
+
+    def expect_round_trip(self, program, size):
+        program.expect(f"sending {size}")
+        program.expect(f"sent {size}")
+        program.expect(f"received {size} identical")
+
+    def quit(self, program):
+        display.key("ctrl+q")
+        program.expect("closed")
+        self.assertEqual(program.wait(), 0, program.log())
+
+
+class Banks(LibrarianTest):
+    def test_message_of_a_bank_comes_back_as_it_was_sent(self):
+        program, window = self.open()
+        self.select_first(program, window)
+        display.key("ctrl+Return")
+        self.expect_round_trip(program, 4104)
+        display.menu("alt+m", "s")
+        self.expect_round_trip(program, 4104)
+        self.quit(program)
+
+    def test_keys_select_and_send_from_the_hex_pane_too(self):
+        program, window = self.open("patches.syx")
+        self.select_first(program, window)
+        display.key("Down", "Down")
+        program.expect("selected 3")
+        left, top = self.content(program, window)
+        display.click(left + 100, top + 450)  # the hex pane takes the focus: its accelerators
+        display.key("ctrl+s")
+        self.expect_round_trip(program, 18)
+        self.quit(program)
+
+    def test_menus_open_the_bundled_banks_and_verify_them(self):
+        program = self.start()
+        program.expect("ready")
+        display.window("Librarian")
+        display.menu("alt+f", "p")
+        program.expect("opened patches.syx 64 messages")
+        display.key("ctrl+e")
+        program.expect("verified 64 right, 0 bad, 0 without checksum")
+        display.menu("alt+f", "v")
+        program.expect("opened voices.syx 1 messages")
+        display.menu("alt+h", "a")
+        program.expect("about")
+        self.quit(program)
+
+    def test_file_without_messages_is_reported_and_nothing_sent(self):
+        text = self.folder / "text.syx"
+        text.write_text("no messages here")
+        program = self.start(text)
+        program.expect("failed text.syx holds no System Exclusive message")
+        display.window("Librarian")
+        display.key("ctrl+Return")  # nothing is selected: the command is disabled
+        self.quit(program)
+        self.assertFalse([line for line in program.lines() if line.startswith("sending")])
+
+
+class Windows(LibrarianTest):
+    def test_window_shows_its_parts_and_follows_its_size(self):
+        program, window = self.open("patches.syx")
+        display.wait_drawn(window)
+        _, _, width, height = display.geometry(window)
+        display.resize(window, width + 180, height + 120)
+        program.expect(rf"sized {width + 180} \d+")
+        display.key("ctrl+h")
+        program.expect("hex pane hidden")
+        display.key("ctrl+h")
+        program.expect("hex pane shown")
+        self.quit(program)
+
+    def test_close_button_asks_and_closes(self):
+        program, window = self.open()
+        display.close_by_button(window)
+        program.expect("closed")
+        self.assertEqual(program.wait(), 0, program.log())
+
+    def test_close_is_refused_while_sending(self):
+        program, window = self.open()
+        display.menu("alt+m", "l")  # 1,000 bytes a second: four seconds for the bank
+        program.expect("slow on")
+        self.select_first(program, window)
+        display.key("ctrl+Return")
+        program.expect("sending 4104")
+        display.close(window)
+        program.expect("refused close")
+        display.key("ctrl+q")
+        program.expect("refused close")
+        program.expect("received 4104 identical")
+        display.close(window)
+        program.expect("closed")
+        self.assertEqual(program.wait(), 0, program.log())
+
+    def test_quit_command_ends_the_program(self):
+        program, _ = self.open()
+        display.menu("alt+f", "q")
+        program.expect("closed")
+        self.assertEqual(program.wait(), 0, program.log())
+
+
+class BrokenSurroundings(LibrarianTest):
+    def copy_of_bundle(self):
+        copy = self.folder / "Librarian.app"
+        shutil.copytree(bundle, copy)
+        return copy
+
+    def check_runs_with_a_log_line(self, copy, pattern):
+        program = self.start(data / "voices.syx", bundle_path=copy)
+        program.expect("opened voices.syx 1 messages")
+        window = display.window("Librarian")
+        self.assertRegex(program.log(), pattern)
+        display.close(window)
+        program.expect("closed")
+        self.assertEqual(program.wait(), 0, program.log())
+
+    def test_missing_resources_leave_a_window_without_menus(self):
+        copy = self.copy_of_bundle()
+        shutil.rmtree(copy / "Contents/Resources")
+        self.check_runs_with_a_log_line(copy, "MainMenu")
+
+    def test_malformed_menu_file_leaves_a_window_without_menus(self):
+        copy = self.copy_of_bundle()
+        (copy / "Contents/Resources/MainMenu.ui").write_text("<ui><widget class='QMenuBar'")
+        self.check_runs_with_a_log_line(copy, "MainMenu")
+
+    def test_executable_outside_a_bundle_runs(self):
+        bare = self.folder / "bare/Contents/MacOS"  # the folders of a bundle, but no .app above
+        bare.mkdir(parents=True)
+        shutil.copy(bundle / "Contents/MacOS/Librarian", bare.parent.parent / "Librarian")
+        program = Program(display, bare.parent.parent / "Librarian", self.folder,
+                          data / "voices.syx")
+        self.addCleanup(program.__exit__)
+        program.expect("opened voices.syx 1 messages")
+        display.close(display.window("Librarian"))
+        self.assertEqual(program.wait(), 0, program.log())
+
+    def test_without_a_display_says_so_and_fails(self):
+        environment = {name: value for name, value in os.environ.items()
+                       if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
+        environment.update(HOME=str(self.folder), VMCORE_MIDI="loopback")
+        result = subprocess.run([bundle / "Contents/MacOS/Librarian"], env=environment,
+                                stdin=subprocess.DEVNULL, capture_output=True, text=True,
+                                timeout=LIMIT)
+        self.assertEqual(result.returncode, 1, result.stderr)
+        self.assertRegex(result.stderr, "(?i)display")
+
+
+if __name__ == "__main__":
+    bundle = pathlib.Path(sys.argv.pop(1)).resolve()
+    data = pathlib.Path(sys.argv.pop(1)).resolve()
+    with Display() as display:
+        unittest.main(verbosity=2)

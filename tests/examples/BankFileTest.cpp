@@ -1,0 +1,106 @@
+#include "librarian/BankFile.h"
+
+#include <fstream>
+#include <iterator>
+#include <ostream>
+
+#include <gmock/gmock.h>
+
+#include "support/LogCapture.h"
+#include "support/TemporaryHome.h"
+
+namespace {
+
+struct SplitCase {
+    const char* name;
+    SysexBytes file;
+    std::vector<SysexBytes> messages;
+    std::size_t junk;
+    std::size_t cut;
+
+    friend void PrintTo(const SplitCase& row, std::ostream* out) { *out << row.name; }
+};
+
+class BankSplit : public testing::TestWithParam<SplitCase> {};
+
+const SplitCase kSplits[] = {
+    {"empty file", {}, {}, 0, 0},
+    {"one message", {0xF0, 0x7D, 1, 0xF7}, {{0xF0, 0x7D, 1, 0xF7}}, 0, 0},
+    {"junk before, between and after",
+     {1, 0x90, 0xF0, 0x7D, 0xF7, 0x00, 0xF7, 0xF0, 0x7D, 2, 0xF7, 3},
+     {{0xF0, 0x7D, 0xF7}, {0xF0, 0x7D, 2, 0xF7}},
+     5,
+     0},
+    {"last one cut short", {0xF0, 1, 0xF7, 0xF0, 2}, {{0xF0, 1, 0xF7}, {0xF0, 2}}, 0, 1},
+    {"next one begins early", {0xF0, 1, 0xF0, 2, 0xF7}, {{0xF0, 1}, {0xF0, 2, 0xF7}}, 0, 1},
+    {"status byte inside", {0xF0, 1, 0x90, 2, 0xF7}, {{0xF0, 1}}, 3, 1},
+    {"clock inside", {0xF0, 1, 0xF8, 2, 0xF7}, {{0xF0, 1, 2, 0xF7}}, 1, 0},
+    {"no message at all", {'M', 'T', 'h', 'd'}, {}, 4, 0},
+};
+
+TEST_P(BankSplit, FindsMessagesAndCountsTheRest) {
+    const Bank bank = SplitBank(GetParam().file);
+    std::vector<SysexBytes> messages;
+    for (const BankMessage& message : bank.messages) messages.push_back(message.bytes);
+    EXPECT_EQ(messages, GetParam().messages);
+    EXPECT_EQ(bank.junkBytes, GetParam().junk);
+    EXPECT_EQ(bank.cutMessages, GetParam().cut);
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, BankSplit, testing::ValuesIn(kSplits));
+
+std::string DataFile(const char* name) {
+    return std::string(LIBRARIAN_DATA) + "/" + name;
+}
+
+} // namespace
+
+TEST(BankRead, VoicesAreOneDumpWithARightChecksum) {
+    Bank bank;
+    std::string error;
+    ASSERT_TRUE(ReadBank(DataFile("voices.syx").c_str(), bank, error)) << error;
+    EXPECT_EQ(bank.name, "voices.syx");
+    ASSERT_EQ(bank.messages.size(), 1u);
+    EXPECT_EQ(bank.messages[0].bytes.size(), 4104u);
+    EXPECT_EQ(bank.messages[0].info.kind, "32-voice bank dump");
+    EXPECT_EQ(bank.messages[0].info.checksum, ChecksumState::Right);
+}
+
+TEST(BankRead, PatchesAre64DataSetsWithRightChecksums) {
+    Bank bank;
+    std::string error;
+    ASSERT_TRUE(ReadBank(DataFile("patches.syx").c_str(), bank, error)) << error;
+    EXPECT_EQ(bank.messages.size(), 64u);
+    EXPECT_EQ(bank.BadChecksums(), 0u);
+    for (const BankMessage& message : bank.messages) {
+        EXPECT_EQ(message.info.kind, "Data set");
+        EXPECT_EQ(message.info.checksum, ChecksumState::Right);
+    }
+}
+
+TEST(BankRead, DamagedDumpIsCounted) {
+    TemporaryHome home;
+    std::ifstream original(DataFile("voices.syx"), std::ios::binary);
+    std::string bytes{std::istreambuf_iterator<char>(original), {}};
+    bytes[100] = static_cast<char>(bytes[100] ^ 1);
+    Bank bank;
+    std::string error;
+    ASSERT_TRUE(ReadBank(home.Write("damaged.syx", bytes).c_str(), bank, error));
+    EXPECT_EQ(bank.BadChecksums(), 1u);
+}
+
+TEST(BankRead, FailureSaysWhyAndLeavesTheBank) {
+    TemporaryHome home;
+    Bank bank;
+    bank.name = "before";
+    std::string error;
+    {
+        LogCapture log;
+        EXPECT_FALSE(ReadBank((home.Path() / "none.syx").c_str(), bank, error));
+        EXPECT_EQ(error, "none.syx cannot be opened");
+        EXPECT_THAT(log.TakeLog(), testing::ElementsAre(testing::HasSubstr("none.syx")));
+    }
+    EXPECT_FALSE(ReadBank(home.Write("text.syx", "plain text").c_str(), bank, error));
+    EXPECT_EQ(error, "text.syx holds no System Exclusive message");
+    EXPECT_EQ(bank.name, "before");
+}
