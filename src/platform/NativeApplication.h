@@ -45,7 +45,6 @@ public:
     /// has not started yet. Nothing while the delegate is being asked already.
     void Terminate();
 
-    bool IsTerminating() const { return m_terminating; }
     ApplicationDelegate* Delegate() const { return m_delegate; }
 
     // The application's windows, kept by NativeWindow.

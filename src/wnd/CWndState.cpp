@@ -21,11 +21,6 @@
 
 namespace {
 
-QWidget& Live(HWND view) {
-    if (!vm::IsLiveView(view)) throw vm::PlatformError("DeadView");
-    return *view;
-}
-
 // The object of a view, or the scratch window bound to it for a view without one.
 CWnd* ObjectOrScratch(HWND view) {
     if (!view) return nullptr;
@@ -72,7 +67,7 @@ BOOL CWnd::ShowWindow(int show) {
         if (nsWindow)
             ShowTopLevel(*nsWindow, show);
         else if (show == SW_HIDE || show == SW_SHOW)
-            Live(view).setVisible(show == SW_SHOW);
+            vm::LiveView(view).setVisible(show == SW_SHOW);
         vm::WindowState& windows = vm::Windows();
         if (show == SW_HIDE && windows.ActiveWnd == this) windows.ActiveWnd = nullptr;
     });
@@ -89,7 +84,7 @@ BOOL CWnd::EnableWindow(BOOL enable) {
     if (!view) return FALSE;
     return vm::Guarded(vm::LogModule::Wnd, "CWnd::EnableWindow()", BOOL{TRUE}, [&] {
         if (!nsWindow) {
-            if (auto* own = dynamic_cast<CWndView*>(&Live(view)))
+            if (auto* own = dynamic_cast<CWndView*>(&vm::LiveView(view)))
                 own->setEnabledFlag(enable != 0);
             else
                 view->setEnabled(enable != 0);
@@ -125,22 +120,22 @@ CWnd* CWnd::SetActiveWindow() {
 
 void CWnd::Invalidate(BOOL) {
     if (!view) return;
-    vm::Guarded(vm::LogModule::Wnd, "CWnd::Invalidate()", [this] { Live(view).update(); });
+    vm::Guarded(vm::LogModule::Wnd, "CWnd::Invalidate()", [this] { vm::LiveView(view).update(); });
 }
 
 void CWnd::InvalidateRect(const RECT* rect, BOOL erase) {
     if (!rect) return Invalidate(erase);
     if (!view) return;
     vm::Guarded(vm::LogModule::Wnd, "CWnd::InvalidateRect()", [&] {
-        Live(view).update(rect->left, rect->top, rect->right - rect->left,
-                          rect->bottom - rect->top);
+        vm::LiveView(view).update(rect->left, rect->top, rect->right - rect->left,
+                                  rect->bottom - rect->top);
     });
 }
 
 BOOL CWnd::UpdateWindow() {
     if (!view) return FALSE;
     return vm::Guarded(vm::LogModule::Wnd, "CWnd::UpdateWindow()", BOOL{TRUE}, [this] {
-        QWidget& live = Live(view);
+        QWidget& live = vm::LiveView(view);
         // The toolkit cannot paint inside a paint; what is invalid then is painted right after it.
         if (live.isVisible() && vm::Windows().paints == 0)
             QApplication::sendPostedEvents(live.window(), QEvent::UpdateRequest);

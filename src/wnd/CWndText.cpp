@@ -59,8 +59,7 @@ void CWnd::SetWindowText(const char* newText) {
         } else if (isCustomNSView()) {
             text = newText;
         } else {
-            if (!vm::IsLiveView(view)) throw vm::PlatformError("DeadView");
-            vm::SetControlText(*view, vm::FromMacRoman(WithoutReturns(newText)));
+            vm::SetControlText(vm::LiveView(view), vm::FromMacRoman(WithoutReturns(newText)));
         }
     });
 }

@@ -13,12 +13,6 @@
 
 namespace {
 
-// What the toolkit would crash on: a view that it has freed already.
-QWidget& Live(HWND view) {
-    if (!vm::IsLiveView(view)) throw vm::PlatformError("DeadView");
-    return *view;
-}
-
 QWidget* DirectChildNamed(const QWidget& parent, const std::string& name) {
     const QString identifier = QString::fromStdString(name);
     return parent.findChild<QWidget*>(identifier, Qt::FindDirectChildrenOnly);
@@ -37,7 +31,7 @@ CWnd* CWnd::GetParent() {
     if (!view) return nullptr;
     HWND parentView = nullptr;
     try {
-        parentView = Live(view).parentWidget();
+        parentView = vm::LiveView(view).parentWidget();
     } catch (const vm::PlatformError& error) {
         vm::Log(vm::LogModule::Wnd, "exception at CWnd::GetParent() - %s", error.what());
     }
@@ -78,7 +72,7 @@ CWnd* CWnd::GetDlgItem(int id) {
     if (!view) return nullptr;
     CWnd* scratch = getTempWnd(false);
     return vm::Guarded(vm::LogModule::Wnd, "CWnd::GetDlgItem()", scratch, [&] {
-        QWidget* item = FindItem(Live(view), id);
+        QWidget* item = FindItem(vm::LiveView(view), id);
         if (CWnd* known = item ? GetControlReference(item) : nullptr) return known;
         QWidget* named = DirectChildNamed(*view, vm::Format("%d", id));
         if (CWnd* known = named ? GetControlReference(named) : nullptr) return known;

@@ -10,6 +10,7 @@
 
 #include <vmcore/wnd/CWnd.h>
 
+#include "core/guard.h"
 #include "wnd/CWndNSView.h"
 #include "wnd/NativeWindow.h"
 #include "wnd/boundHandle.h"
@@ -96,6 +97,11 @@ bool ViewExists(const QWidget* view) {
 
 bool IsLiveView(const QWidget* view) {
     return ViewExists(view) && !IsDoomed(view);
+}
+
+QWidget& LiveView(HWND view) {
+    if (!IsLiveView(view)) throw PlatformError("DeadView");
+    return *view;
 }
 
 void DisposeOfView(QWidget* view) {

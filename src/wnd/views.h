@@ -19,14 +19,13 @@ NSWindow* WindowOf(const QWidget* view);
 /// The view is the content view of its window.
 bool IsContentView(const QWidget* view);
 
-/// Whether the pointer is a widget that has not been freed yet; it is not followed before that is
-/// known.
-bool ViewExists(const QWidget* view);
 /// Whether the pointer is a live widget that nobody is about to free; it is not followed before
 /// that is known.
 bool IsLiveView(const QWidget* view);
 /// The same, also for one that is about to be freed and may still get events.
 bool ViewExists(const QWidget* view);
+/// The live view behind a handle. Throws PlatformError "DeadView" for what the toolkit would crash on.
+QWidget& LiveView(HWND view);
 /// Hides the view at once and frees it when control is back in the event loop: it may be asked for
 /// inside its own paint or resize.
 void DisposeOfView(QWidget* view);
