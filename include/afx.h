@@ -6,5 +6,9 @@
 #include <vmcore/core/geometry.h>
 #include <vmcore/core/strings.h>
 #include <vmcore/core/types.h>
+#include <vmcore/files/CFile.h>
 #include <vmcore/files/fileapi.h>
 #include <vmcore/files/library.h>
+#include <vmcore/files/paths.h>
+#include <vmcore/files/profile.h>
+#include <vmcore/files/winreg.h>

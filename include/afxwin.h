@@ -16,7 +16,12 @@
 #include <vmcore/core/geometry.h>
 #include <vmcore/core/strings.h>
 #include <vmcore/core/types.h>
+#include <vmcore/files/CFile.h>
 #include <vmcore/files/fileapi.h>
+#include <vmcore/files/library.h>
+#include <vmcore/files/paths.h>
+#include <vmcore/files/profile.h>
+#include <vmcore/files/winreg.h>
 #include <vmcore/gdi/CBitmap.h>
 #include <vmcore/gdi/CBrush.h>
 #include <vmcore/gdi/CDC.h>

@@ -11,5 +11,8 @@
 #include <vmcore/core/types.h>
 #include <vmcore/files/fileapi.h>
 #include <vmcore/files/library.h>
+#include <vmcore/files/paths.h>
+#include <vmcore/files/profile.h>
+#include <vmcore/files/winreg.h>
 #include <vmcore/gdi/gdiobjects.h>
 #include <vmcore/wnd/CWnd.h>

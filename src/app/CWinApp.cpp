@@ -3,10 +3,13 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include <vmcore/app/CRecentFileList.h>
 #include <vmcore/app/lifecycle.h>
 #include <vmcore/app/registry.h>
+#include <vmcore/files/paths.h>
+#include <vmcore/files/profile.h>
 #include <vmcore/gdi/CDC.h>
 #include <vmcore/wnd/CWnd.h>
 
@@ -102,6 +105,27 @@ int CWinApp::MessageMap(int, WPARAM, LPARAM) {
 }
 int CWinApp::BaseMessageMap(int, WPARAM, LPARAM) {
     return 0;
+}
+
+BOOL CWinApp::WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value) {
+    char folder[MAX_PATH] = {};
+    GetUserPreferencesPath(folder, sizeof folder);
+    const std::string file = std::string(folder) + ":Velmora Win.ini";
+    return WritePrivateProfileString(section, entry, value, file.c_str());
+}
+
+BOOL CWinApp::WriteProfileInt(LPCSTR section, LPCSTR entry, int value) {
+    return WriteProfileString(section, entry, std::to_string(value).c_str());
+}
+
+CString CWinApp::GetProfileString(LPCSTR section, LPCSTR entry, LPCSTR) {
+    char value[256] = {};
+    ::GetProfileString(section, entry, "", value, 255);
+    return value;
+}
+
+UINT CWinApp::GetProfileInt(LPCSTR section, LPCSTR entry, int) {
+    return ::GetProfileInt(section, entry, 0);
 }
 
 int CWinApp::PostMessage(CWnd*, UINT, WPARAM, LPARAM) {

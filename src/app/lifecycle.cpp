@@ -7,6 +7,7 @@
 #include <vmcore/app/CWinApp.h>
 #include <vmcore/app/threads.h>
 #include <vmcore/files/library.h>
+#include <vmcore/files/profile.h>
 #include <vmcore/midi/mmsystem.h>
 
 #include "app/CWinAppDelegate.h"
@@ -15,6 +16,7 @@
 #include "app/lifecycle.h"
 #include "app/threadstate.h"
 #include "core/log.h"
+#include "files/profile.h"
 #include "platform/NativeApplication.h"
 
 namespace {
@@ -34,12 +36,13 @@ int InitLibrary() {
     LogText(LogModule::App, "Initializing VMCore");
     CreateThreadExitQueue();
     initCoreMIDI();
-    return 1;
+    return InitProfileManager();
 }
 
 void TermLibrary() {
     destroyCoreMIDI();
     DeleteThreadExitQueue();
+    DeleteProfileLock();
     LogText(LogModule::App, "Finished terminating VMCore");
 }
 
@@ -89,6 +92,7 @@ MacInstance* MacInstanceInitialize(const char* name) {
     return OwnInstance().Initialize(name);
 }
 MacInstance* VMCore_Initialize() {
+    InitProfileManager();
     return OwnInstance().Initialize("VMCore");
 }
 const char* MacInstanceName(const char* name) {

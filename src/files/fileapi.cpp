@@ -76,6 +76,17 @@ std::optional<std::string> AsciiFolder(LPCSTR name) {
 }
 
 } // namespace
+
+std::optional<std::string> PathForCreateFile(const char* name) {
+    std::string path = PathToOpen(name);
+    if (path.empty() || path.size() >= MAX_PATH) return std::nullopt;
+    return path;
+}
+
+void LogCreateFailure(const char* name) {
+    Log(LogModule::Files, "CreateFile(ALWAYS) failed: %s", PathToOpen(name).c_str());
+}
+
 } // namespace vm
 
 HANDLE CreateFile(LPCSTR name, DWORD access, DWORD, LPSECURITY_ATTRIBUTES, DWORD disposition, DWORD,
@@ -87,7 +98,7 @@ HANDLE CreateFile(LPCSTR name, DWORD access, DWORD, LPSECURITY_ATTRIBUTES, DWORD
     const int descriptor = fits ? vm::OpenDescriptor(path.c_str(), flags) : -1;
     if (descriptor > 0) return vm::HandleOf(descriptor);
     if (create)
-        vm::Log(vm::LogModule::Files, "CreateFile(ALWAYS) failed: %s", path.c_str());
+        vm::LogCreateFailure(name);
     else
         vm::Log(vm::LogModule::Files, "CreateFile(RD/WR) failed: %s", path.c_str());
     return nullptr;

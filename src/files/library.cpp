@@ -11,12 +11,13 @@
 #include "platform/messagebox.h"
 
 HMODULE LoadLibrary(const char* name) {
+    if (!name || !*name) return nullptr;
     const std::optional<std::string> path = vm::PosixPath(name, false);
-    if (!path) return nullptr;
-    void* library = dlopen(path->c_str(), RTLD_LAZY | RTLD_GLOBAL | RTLD_NODELETE);
+    void* library = path ? dlopen(path->c_str(), RTLD_LAZY | RTLD_GLOBAL | RTLD_NODELETE) : nullptr;
     if (library) return library;
-    vm::Log(vm::LogModule::Files, "Dylib open failure for: %s", path->c_str());
-    if (const char* error = dlerror()) vm::Log(vm::LogModule::Files, "Dylib error = %s", error);
+    vm::Log(vm::LogModule::Files, "Dylib open failure for: %s", path.value_or(name).c_str());
+    const char* error = path ? dlerror() : nullptr; // the loader was not asked for a longer name
+    if (error) vm::Log(vm::LogModule::Files, "Dylib error = %s", error);
     return nullptr;
 }
 

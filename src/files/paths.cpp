@@ -65,7 +65,9 @@ std::optional<std::string> PosixPath(const char* name, bool isDirectory) {
 
 void Win2PosixPath(char* path, bool isDirectory) {
     if (!path) return;
-    const vm::TranslatedPath result = vm::TranslatePath(path, isDirectory, vm::VolumesRoot());
+    const bool namesVolume = *path != '/' && std::strchr(path, ':');
+    const vm::TranslatedPath result =
+        vm::TranslatePath(path, isDirectory, namesVolume ? vm::VolumesRoot() : std::string());
     std::memcpy(path, result.path.c_str(), result.path.size() + 1);
     if (result.failed)
         vm::ShowMessageBox(nullptr, "CFURLGetFileSystemRepresentation - error creating POSIX name",

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include <fcntl.h>
+
 #include <gmock/gmock.h>
 
 #include "support/TemporaryHome.h"
@@ -104,6 +106,26 @@ TEST_F(FindFile, SearchGoesOnAfterAnEntryThatWentAway) {
     EXPECT_TRUE(left.count(data.cFileName));
     EXPECT_EQ(FindNextFile(find, &data), 0);
     FindClose(find);
+}
+
+TEST_F(FindFile, FolderStaysOpenForThisProcessUntilTheEnd) {
+    const fs::path folder = m_home.Path() / "Data";
+    m_home.Write("Data/file", "");
+    const auto openFlags = [&folder] {
+        std::vector<int> flags;
+        for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
+            std::error_code gone;
+            if (fs::read_symlink(entry, gone) == folder)
+                flags.push_back(fcntl(std::stoi(entry.path().filename()), F_GETFD));
+        }
+        return flags;
+    };
+    WIN32_FIND_DATA data{};
+    HANDLE find = FindFirstFile(folder.c_str(), &data);
+    EXPECT_THAT(openFlags(), ElementsAre(FD_CLOEXEC));
+    FindClose(find);
+    EXPECT_EQ(FindFirstFile((folder / "*.none").c_str(), &data), nullptr);
+    EXPECT_THAT(openFlags(), IsEmpty());
 }
 
 TEST_F(FindFile, OnlyNameAndAttributesAreWritten) {

@@ -17,6 +17,7 @@
 #pragma once
 
 #include <vmcore/app/messages.h>
+#include <vmcore/core/CString.h>
 #include <vmcore/core/arrays.h>
 #include <vmcore/core/export.h>
 #include <vmcore/core/types.h>
@@ -68,6 +69,15 @@ public:
     void OnHelpUsing() {}
     BOOL Enable3dControls() { return FALSE; }
     BOOL Enable3dControlsStatic() { return FALSE; }
+    // The default profile. What is written here does not come back from the two readers in the same
+    // run: these write to it under another spelling of its name than all other profile functions,
+    // and two spellings are two profiles. Use ::WriteProfileString beside the readers, and never
+    // both ways of writing, or the one saved last wins.
+    BOOL WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value); ///< FALSE always
+    BOOL WriteProfileInt(LPCSTR section, LPCSTR entry, int value);       ///< FALSE always
+    /// The defaults are not used: a missing entry is an empty string, or 0.
+    CString GetProfileString(LPCSTR section, LPCSTR entry, LPCSTR defaultValue = nullptr);
+    UINT GetProfileInt(LPCSTR section, LPCSTR entry, int defaultValue);
     /// Must not be used: shows a message box saying so and returns its answer; posts nothing.
     int PostMessage(CWnd* wnd, UINT message, WPARAM wParam, LPARAM lParam);
     void ProcessPostMessages() {}

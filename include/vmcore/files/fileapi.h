@@ -112,7 +112,8 @@ using LPWIN32_FIND_DATA = _WIN32_FIND_DATA*;
 /// folder cannot be read. `pattern` is the folder itself, or folder and "*.*" (all entries) or
 /// "*.syx" (the entries whose extension is all lower or all upper case: a.syx, B.SYX, not c.Syx).
 /// "." and ".." never come; the order is the directory's own. Folder and entries must have ASCII
-/// names: one that has not ends the search like a link to nothing does.
+/// names: one that has not ends the search like a link to nothing does. The folder stays open until
+/// FindClose.
 VM_API HANDLE FindFirstFile(LPCSTR pattern, LPWIN32_FIND_DATA data);
 /// The next entry: 1, or 0 at the end and for a null handle.
 VM_API BOOL FindNextFile(HANDLE find, LPWIN32_FIND_DATA data);
