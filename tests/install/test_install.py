@@ -64,11 +64,25 @@ class Installed(unittest.TestCase):
                                *flags))
         self.assertIn("message 42 in", self.run_stranger(executable))
 
+    def test_tool(self):
+        tool = self.prefix / "bin/vmcore"
+        if "VMCORE_BUILD_TOOLS:BOOL=OFF" in cache():
+            self.assertFalse(tool.exists())
+            return
+        # Without a display, without the library's folder.
+        environment = {"HOME": str(self.folder), "PATH": "/usr/bin"}
+        file = self.folder / "tool.ini"
+        run(tool, "ini", "set", file, "Window", "Left", "120", env=environment)
+        self.assertEqual("120\n", run(tool, "ini", "get", file, "Window", "Left", env=environment))
+
+
+def cache():
+    return (pathlib.Path(build) / "CMakeCache.txt").read_text()
+
 
 def sanitizers():
     """A program of a sanitized library is sanitized itself."""
-    cache = (pathlib.Path(build) / "CMakeCache.txt").read_text()
-    for line in cache.splitlines():
+    for line in cache().splitlines():
         if line.startswith("VMCORE_SANITIZE:") and not line.endswith("="):
             return [f"-DCMAKE_CXX_FLAGS=-fsanitize={line.split('=', 1)[1]}"]
     return []
