@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include "BankFolder.h"
+
 namespace {
 
 constexpr DWORD kLargestFile = 64u << 20;
@@ -64,7 +66,7 @@ private:
         if (m_open.empty()) return;
         if (!complete) ++m_bank.cutMessages;
         SysexInfo info = DescribeSysex(m_open);
-        m_bank.messages.push_back({std::move(m_open), std::move(info)});
+        m_bank.messages.push_back({std::move(m_open), std::move(info), {}});
         m_open.clear();
     }
 
@@ -97,7 +99,7 @@ Bank SplitBank(const SysexBytes& file) {
 }
 
 BOOL ReadBank(const char* path, Bank& bank, std::string& error) {
-    const std::string name = std::string(path).substr(std::string(path).find_last_of('/') + 1);
+    const std::string name = NameOf(path);
     const HANDLE file = CreateFile(path, GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     if (!file) {
         error = name + " cannot be opened";

@@ -11,6 +11,7 @@
 struct BankMessage {
     SysexBytes bytes; ///< from 0xF0; ends with 0xF7 unless the message was cut short
     SysexInfo info;
+    std::string patch; ///< the patch it holds, as a plug-in says; "" when none knows it
 };
 
 struct Bank {

@@ -1,7 +1,10 @@
-// The main window: header band, list of messages, hex pane and status bar, and the commands.
+// The main window: header band, list of messages, hex pane and status bar, and the commands. Its
+// functions are in four sources: MainFrame.cpp (the window), MainFrameCommands.cpp (the menus),
+// MainFrameBanks.cpp and MainFrameMidi.cpp.
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include <afxext.h>
 #include <afxwin.h>
@@ -9,8 +12,12 @@
 #include "BankFile.h"
 #include "HeaderBand.h"
 #include "HexPane.h"
+#include "Instruments.h"
 #include "MessageList.h"
 #include "MidiLink.h"
+#include "Plugins.h"
+#include "RecentBanks.h"
+#include "Settings.h"
 
 class MainFrame : public CFrameWnd {
 public:
@@ -22,31 +29,69 @@ private:
     // Window
     void MakeParts();
     void LayOut();
+    void NotePlace();
+    void OnTimerId(UINT id);
     BOOL OnQueryClose();
     void OnDestroyed();
     void Toggle(CWnd& part, const char* name);
     void SetStatus(const std::string& status);
+    void SettingsChanged();
+    void SaveSettings();
 
     // Commands
     BOOL OnCommandId(int id);
+    BOOL OnEntry(int id);
     BOOL OnUpdateCommand(int id, CCmdUI& state);
-    void OpenDemoBank(const char* name);
-    void OnSend();
-    void OnVerify();
-    void OnSlow();
+    BOOL OnUpdateEntry(int id, CCmdUI& state);
+    CMenu* Menu(int index, int subMenu = -1);
+    void ShowRecentBanks();
+    void ShowFolder();
+    void ShowPorts();
+    void ShowInstruments();
 
-    // Events
+    // Banks
+    void LoadPlugins();
+    void OpenDemoBank(const char* name);
+    BOOL OpenBank(const std::string& path);
+    void ShowBank();
+    void RememberBank(const std::string& path);
+    void OpenRecent(int index);
+    void OpenFromFolder(int index);
+    void OpenInstrument(int index);
+    void SelectMessage(int index);
+    void OnVerify();
     void OnDrop(NSArray* paths);
     void OnNotifyList(const NMLISTVIEW& notification);
+    void OnSelected(int index);
+
+    // MIDI
+    BOOL OpenPorts();
+    void OnSend();
+    void OnSlow();
+    void OnOutput(int index);
+    void OnInput(int index);
     void OnMidiTimer();
     void OnMidiInput();
-
-    void OpenBank(const char* path);
+    void ShowConnection();
     void FinishSend(const std::string& status);
 
     Bank m_bank;
+    std::string m_bankPath;
     int m_selected = -1; // index of a message
+    Plugins m_plugins;
+
+    RecentBanks m_recent;
+    std::string m_folder;                   // of the last opened bank
+    std::vector<std::string> m_folderBanks; // as its menu shows them
+    std::vector<Instrument> m_instruments;
+    CRect m_place;                 // of the frame on the screen
+    bool m_restorePending = false; // until the window is where it was in the last run
+    bool m_placeChanged = false;
+    bool m_saveScheduled = false;
+
     MidiLink m_midi;
+    std::vector<std::string> m_outputs; // as their menus show them
+    std::vector<std::string> m_inputs;
     bool m_sendPending = false; // from Send until the echo is there or given up
     bool m_sentReported = false;
     DWORD m_sentAt = 0;

@@ -7,13 +7,14 @@
 
 namespace {
 
-enum Column { kNumber, kManufacturer, kKind, kLength, kChecksum };
+enum Column { kNumber, kManufacturer, kKind, kPatch, kLength, kChecksum };
 
 constexpr struct {
     const char* heading;
     int width;
 } kColumns[] = {
-    {"No", 60}, {"Manufacturer", 190}, {"Kind", 275}, {"Length", 100}, {"Checksum", 110},
+    {"No", 45},     {"Manufacturer", 115}, {"Kind", 205},
+    {"Patch", 215}, {"Length", 75},        {"Checksum", 85},
 };
 
 std::size_t DigitsOf(std::size_t number) {
@@ -68,6 +69,8 @@ std::string MessageList::CellText(std::size_t index, int column) const {
         return message.info.manufacturer;
     case kKind:
         return message.info.kind;
+    case kPatch:
+        return message.patch;
     case kLength:
         return Padded(message.bytes.size(), m_lengthDigits, ' ');
     case kChecksum:

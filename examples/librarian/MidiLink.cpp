@@ -1,27 +1,74 @@
 #include "MidiLink.h"
 
+#include <algorithm>
+
 namespace {
 
-constexpr UINT kDevice = 0;
 constexpr DWORD kSlowBytesPerSecond = 1000;
 constexpr DWORD kCableSpeed = 0;
 
 } // namespace
 
+UINT PortNamed(const std::vector<std::string>& names, const std::string& wanted) {
+    const auto found = std::find(names.begin(), names.end(), wanted);
+    return found == names.end() ? 0 : static_cast<UINT>(found - names.begin());
+}
+
 MidiLink::~MidiLink() {
     Close();
 }
 
-BOOL MidiLink::Open(CWnd* target, UINT message) {
+std::vector<std::string> MidiLink::Outputs() {
+    std::vector<std::string> names;
+    for (UINT i = 0; i < midiOutGetNumDevs(); ++i) {
+        MIDIOUTCAPS caps = {};
+        midiOutGetDevCaps(i, &caps, sizeof caps);
+        names.emplace_back(caps.szPname);
+    }
+    return names;
+}
+
+std::vector<std::string> MidiLink::Inputs() {
+    std::vector<std::string> names;
+    for (UINT i = 0; i < midiInGetNumDevs(); ++i) {
+        MIDIINCAPS caps = {};
+        midiInGetDevCaps(i, &caps, sizeof caps);
+        names.emplace_back(caps.szPname);
+    }
+    return names;
+}
+
+void MidiLink::SetTarget(CWnd* target, UINT message) {
     m_target = target;
     m_message = message;
-    if (midiOutOpen(&m_output, kDevice, 0, 0, CALLBACK_NULL) != MMSYSERR_NOERROR)
-        m_output = nullptr;
-    if (midiInOpen(&m_input, kDevice, reinterpret_cast<DWORD_PTR>(OnMidiIn),
+}
+
+BOOL MidiLink::OpenOutput(const std::string& name) {
+    const std::vector<std::string> names = Outputs();
+    const UINT index = PortNamed(names, name);
+    HMIDIOUT output = nullptr;
+    if (names.empty() || midiOutOpen(&output, index, 0, 0, CALLBACK_NULL) != MMSYSERR_NOERROR)
+        return FALSE;
+    if (m_output) midiOutClose(m_output);
+    m_output = output;
+    m_outputName = names[index];
+    midiOutSetMaxSysExSpeed(m_output, m_speed);
+    return TRUE;
+}
+
+BOOL MidiLink::OpenInput(const std::string& name) {
+    const std::vector<std::string> names = Inputs();
+    const UINT index = PortNamed(names, name);
+    HMIDIIN input = nullptr;
+    if (names.empty() ||
+        midiInOpen(&input, index, reinterpret_cast<DWORD_PTR>(OnMidiIn),
                    reinterpret_cast<DWORD_PTR>(this), CALLBACK_FUNCTION) != MMSYSERR_NOERROR)
-        m_input = nullptr;
-    if (m_input) midiInStart(m_input);
-    return m_output && m_input;
+        return FALSE;
+    if (m_input) midiInClose(m_input);
+    m_input = input;
+    m_inputName = names[index];
+    midiInStart(m_input);
+    return TRUE;
 }
 
 void MidiLink::Close() {
@@ -29,20 +76,6 @@ void MidiLink::Close() {
     if (m_output) midiOutClose(m_output);
     m_input = nullptr;
     m_output = nullptr;
-}
-
-std::string MidiLink::OutputName() const {
-    MIDIOUTCAPS caps;
-    if (!m_output || midiOutGetDevCaps(kDevice, &caps, sizeof caps) != MMSYSERR_NOERROR)
-        return "none";
-    return caps.szPname;
-}
-
-std::string MidiLink::InputName() const {
-    MIDIINCAPS caps;
-    if (!m_input || midiInGetDevCaps(kDevice, &caps, sizeof caps) != MMSYSERR_NOERROR)
-        return "none";
-    return caps.szPname;
 }
 
 BOOL MidiLink::Send(const SysexBytes& message) {
@@ -74,7 +107,8 @@ BOOL MidiLink::TakeReceived(SysexBytes& message) {
 }
 
 void MidiLink::SetSlow(BOOL slow) {
-    if (m_output) midiOutSetMaxSysExSpeed(m_output, slow ? kSlowBytesPerSecond : kCableSpeed);
+    m_speed = slow ? kSlowBytesPerSecond : kCableSpeed;
+    if (m_output) midiOutSetMaxSysExSpeed(m_output, m_speed);
 }
 
 void CALLBACK MidiLink::OnMidiIn(HMIDIIN, UINT message, DWORD_PTR instance, DWORD_PTR parameter,

@@ -6,11 +6,15 @@
 #include <deque>
 #include <mutex>
 #include <string>
+#include <vector>
 
 #include <afxwin.h>
 #include <mmsystem.h>
 
 #include "SysexInfo.h"
+
+/// The index of `wanted` among the names, or 0 when it is not there.
+UINT PortNamed(const std::vector<std::string>& names, const std::string& wanted);
 
 class MidiLink {
 public:
@@ -19,14 +23,21 @@ public:
     MidiLink(const MidiLink&) = delete;
     MidiLink& operator=(const MidiLink&) = delete;
 
-    /// Opens the first output and the first input. `message` is posted to `target` for each System
-    /// Exclusive message that arrives; take it with TakeReceived. FALSE when either is missing:
-    /// what there is stays open.
-    BOOL Open(CWnd* target, UINT message);
+    /// The names of the ports there are now; a port's index is its place.
+    static std::vector<std::string> Outputs();
+    static std::vector<std::string> Inputs();
+
+    /// `message` is posted to `target` for each System Exclusive message that arrives; take it with
+    /// TakeReceived.
+    void SetTarget(CWnd* target, UINT message);
+    /// Each goes over to the port with this name, or to the first when it is gone, and leaves the
+    /// port that was open before. FALSE, and that one stays, when there is no port to open.
+    BOOL OpenOutput(const std::string& name);
+    BOOL OpenInput(const std::string& name);
     void Close();
 
-    std::string OutputName() const; ///< "none" when no output is open
-    std::string InputName() const;
+    const std::string& OutputName() const { return m_outputName; } ///< "none" without a port
+    const std::string& InputName() const { return m_inputName; }
     BOOL CanSend() const { return m_output != nullptr && !m_sending; }
 
     /// Begins to send; the bytes are copied. FALSE when CanSend is.
@@ -48,6 +59,9 @@ private:
 
     HMIDIOUT m_output = nullptr;
     HMIDIIN m_input = nullptr;
+    std::string m_outputName = "none";
+    std::string m_inputName = "none";
+    DWORD m_speed = 0; // bytes a second; 0 is that of the cable
     CWnd* m_target = nullptr;
     UINT m_message = 0;
 

@@ -233,6 +233,29 @@ bool HasMakerId(const SysexBytes& message) {
     return ByteAt(message, last) < 0x80;
 }
 
+constexpr unsigned kAnyMaker = 0x7D; // from here on, IDs that belong to no maker
+
+// ", model 16"; "" for what is no data byte.
+std::string Numbered(const std::string& label, unsigned byte) {
+    if (byte > 0x7F) return {};
+    char digits[4];
+    std::snprintf(digits, sizeof digits, " %02X", byte);
+    return ", " + label + digits;
+}
+
+// Newer models have up to three zeros in front, which count.
+std::string RolandModel(const SysexBytes& message) {
+    std::string label = "model";
+    std::size_t at = 3;
+    for (; at < 6 && ByteAt(message, at) == 0; ++at) label += " 00";
+    return Numbered(label, ByteAt(message, at));
+}
+
+unsigned Channel(const SysexBytes& message) {
+    const unsigned byte = ByteAt(message, 2);
+    return byte > 0x7F ? byte : byte & 0x0F;
+}
+
 } // namespace
 
 std::string ManufacturerName(const SysexBytes& message) {
@@ -247,6 +270,26 @@ std::string ManufacturerName(const SysexBytes& message) {
     else
         std::snprintf(text, sizeof text, "Unknown (%02X)", id);
     return text;
+}
+
+std::string InstrumentOf(const SysexBytes& message) {
+    if (!HasMakerId(message)) return {};
+    const unsigned id = MakerId(message);
+    if (id >= kAnyMaker && id <= 0x7F) return {};
+    const std::string maker = ManufacturerName(message);
+    switch (id) {
+    case 0x41:
+        return maker + RolandModel(message) + Numbered("device", ByteAt(message, 2));
+    case 0x42: // F0 42 <3, channel> <model>
+        return maker + Numbered("model", ByteAt(message, 3)) + Numbered("device", Channel(message));
+    case 0x43: // the model is not in it
+        return maker + Numbered("device", Channel(message));
+    case kExtended | 0x2033:
+        return maker + Numbered("model", ByteAt(message, 4)) +
+               Numbered("device", ByteAt(message, 5));
+    default:
+        return maker;
+    }
 }
 
 SysexInfo DescribeSysex(const SysexBytes& message) {

@@ -29,6 +29,11 @@ SysexInfo DescribeSysex(const SysexBytes& message);
 /// in hex>)" for others, "Unknown" when the ID is not there.
 std::string ManufacturerName(const SysexBytes& message);
 
+/// The instrument that a message is meant for, as far as its maker's format tells: "Roland, model 16,
+/// device 10", "Yamaha, device 00", "Moog". Numbers are hexadecimal. "" for a message that is meant
+/// for any maker's instruments, and without an ID.
+std::string InstrumentOf(const SysexBytes& message);
+
 /// "OK", "Bad" or "n/a".
 const char* ChecksumText(ChecksumState state);
 

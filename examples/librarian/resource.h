@@ -1,5 +1,5 @@
-// Command IDs of the menus (the `tag` of the items in Resources/MainMenu.ui) and IDs of the
-// controls.
+// Command IDs of the menus (the `tag` of the items in Resources/MainMenu.ui), where the program's
+// own entries stand in them, and IDs of the controls.
 #pragma once
 
 enum CommandId : int {
@@ -11,6 +11,24 @@ enum CommandId : int {
     ID_MIDI_SLOW = 1103,
     ID_VIEW_HEX = 1201,
     ID_VIEW_HEADER = 1202,
+
+    // Runs of entries that the program fills: see MenuEntries.
+    ID_FILE_RECENT = 1300,
+    ID_FILE_FOLDER = 1320,
+    ID_MIDI_OUTPUT = 1400,
+    ID_MIDI_INPUT = 1440,
+    ID_INSTRUMENT = 1500,
+};
+
+// Indices of menus in MainMenu.ui, and of sub-menus in their menus.
+enum MenuIndex : int {
+    kFileMenu = 0,
+    kFolderMenu = 2,
+    kRecentPosition = 4,
+    kMidiMenu = 1,
+    kOutputMenu = 4,
+    kInputMenu = 5,
+    kInstrumentsMenu = 2,
 };
 
 enum ControlId : int {

@@ -136,6 +136,18 @@ class Display:
         wait_for(f"the size {width}x{height}",
                  lambda: self.geometry(window)[2:] == (width, height))
 
+    def frame(self, window):
+        """The widths of the frame around the window: left, right, top and bottom."""
+        extents = self.run("xprop", "-id", window, "_NET_FRAME_EXTENTS")
+        return tuple(int(number) for number in re.findall(r"\d+", extents))
+
+    def move(self, window, left, top):
+        """Moves the window's frame."""
+        frame = self.frame(window)
+        self.run("xdotool", "windowmove", window, str(left + frame[0]), str(top + frame[2]))
+        wait_for(f"the place {left},{top}",
+                 lambda: self.geometry(window)[:2] == (left + frame[0], top + frame[2]))
+
     def close(self, window):
         """What the close button of the frame does: the window manager asks the window to close."""
         self.run("wmctrl", "-i", "-c", window)
@@ -143,8 +155,7 @@ class Display:
     def close_by_button(self, window):
         """Clicks the close button at the right end of openbox's title bar."""
         left, top, width, _ = self.geometry(window)
-        extents = self.run("xprop", "-id", window, "_NET_FRAME_EXTENTS")
-        frame = [int(number) for number in re.findall(r"\d+", extents)]
+        frame = self.frame(window)
         self.click(left + width + frame[1] - 9, top - frame[2] // 2)
 
     def screenshot(self, window, path):

@@ -9,7 +9,7 @@ import sys
 import tempfile
 import unittest
 
-from display import LIMIT, Display, Program
+from display import LIMIT, Display, Program, wait_for
 
 HEADER = 64    # the list begins below the header band
 FIRST_ROW = 36  # from the list's top to the middle of its first row
@@ -145,6 +145,128 @@ class Windows(LibrarianTest):
         self.assertEqual(program.wait(), 0, program.log())
 
 
+class RememberedState(LibrarianTest):
+    """What one run leaves to the next."""
+
+    def profile(self):
+        return self.folder / "config/Velmora Win.ini"
+
+    def write_profile(self, *lines):
+        self.profile().parent.mkdir(exist_ok=True)
+        self.profile().write_text("".join(line + "\r\n" for line in lines))
+
+    def stored(self, name="Velmora Win.ini"):
+        return (self.folder / "config" / name).read_text().splitlines()
+
+    def start_again(self):
+        program = self.start()
+        program.expect("ready")
+        return program, display.window("Librarian")
+
+    def test_window_and_recent_banks_come_back(self):
+        program, window = self.open()
+        display.key("ctrl+2")
+        program.expect("opened patches.syx 64 messages")
+        display.resize(window, 830, 620)
+        display.move(window, 230, 170)
+        program.expect("placed 230 170")
+        place = display.geometry(window)
+        self.quit(program)
+        lines = self.stored()
+        self.assertIn("[Librarian]", lines)
+        self.assertIn("Left=230", lines)
+        self.assertIn("Top=170", lines)
+        self.assertIn(f"Folder={bundle}/Contents/Resources", lines)
+        self.assertIn(f"Bank1={bundle}/Contents/Resources/patches.syx", lines)
+        self.assertIn(f"Bank2={data}/voices.syx", lines)
+
+        for _ in range(2):  # a place that drifts from run to run would show
+            program, window = self.start_again()
+            wait_for(f"the place {place}", lambda: display.geometry(window) == place)
+            display.menu("alt+f", "2")
+            program.expect("opened (voices|patches).syx .*")
+            self.quit(program)
+        self.assertIn(f"Bank2={data}/voices.syx", self.stored())
+
+    def test_place_on_a_screen_that_is_gone_is_corrected(self):
+        self.write_profile("[Librarian]", "Left=5000", "Top=-300", "Width=3000", "Height=500")
+        program, window = self.start_again()
+
+        def is_inside():
+            left, top, width, height = display.geometry(window)
+            frame = display.frame(window)
+            return (len(frame) == 4 and left >= frame[0] and left + width + frame[1] <= 1280
+                    and top >= frame[2] and top + height <= 510)
+
+        wait_for("the window on the screen", is_inside)
+        self.quit(program)
+
+    def test_settings_are_written_while_the_program_runs(self):
+        program, _ = self.open()
+        program.expect("saved")
+        program.process.kill()
+        program.process.wait()
+        self.assertIn(f"Bank1={data}/voices.syx", self.stored())
+
+    def test_bank_that_is_gone_leaves_the_menu(self):
+        bank = self.folder / "gone.syx"
+        shutil.copy(data / "voices.syx", bank)
+        program = self.start(bank)
+        program.expect("opened gone.syx 1 messages")
+        self.quit(program)
+        self.assertIn(f"Bank1={bank}", self.stored())
+        bank.unlink()
+        program, _ = self.start_again()
+        display.menu("alt+f", "1")
+        program.expect("vanished gone.syx")
+        self.quit(program)
+        self.assertNotIn("gone.syx", "".join(self.stored()))
+
+    def test_bank_of_the_last_folder_opens(self):
+        for name in ("voices.syx", "patches.syx"):
+            shutil.copy(data / name, self.folder)
+        program = self.start(self.folder / "voices.syx")
+        program.expect("opened voices.syx 1 messages")
+        self.quit(program)
+        program, _ = self.start_again()
+        display.menu("alt+f", "f", "1")
+        program.expect("opened patches.syx 64 messages")
+        self.quit(program)
+
+    def test_port_that_is_gone_stays_the_setting_until_another_is_chosen(self):
+        self.write_profile("[Librarian]", "MidiOut=Gone Synth")
+        program, window = self.open()
+        self.select_first(program, window)
+        display.key("ctrl+Return")
+        self.expect_round_trip(program, 4104)
+        self.quit(program)
+        self.assertIn("MidiOut=Gone Synth", self.stored())
+        program, _ = self.start_again()
+        display.menu("alt+m", "o", "1")
+        program.expect("output Loopback")
+        self.quit(program)
+        self.assertIn("MidiOut=Loopback", self.stored())
+        self.assertNotIn("MidiIn", "".join(self.stored()))
+
+    def test_instrument_opens_its_last_bank(self):
+        program, _ = self.open()
+        display.key("ctrl+2")
+        program.expect("opened patches.syx 64 messages")
+        self.quit(program)
+        lines = self.stored("Velmora Preferences.ini")
+        key = r"[Software\VMCore\Librarian\Instruments\Roland, model 16, device 10]"
+        values = lines[lines.index(key) + 1:]
+        self.assertEqual(values[:4],
+                         ["Maker=Roland", "MakerType=2", "Messages=64", "MessagesType=1"])
+
+        program, _ = self.start_again()
+        display.menu("alt+i", "1")
+        program.expect("opened voices.syx 1 messages")
+        program.expect("selected 1")
+        program.expect("described 32 six-operator voices: BRASS 1 to LEAD 4")
+        self.quit(program)
+
+
 class BrokenSurroundings(LibrarianTest):
     def copy_of_bundle(self):
         copy = self.folder / "Librarian.app"
@@ -169,6 +291,27 @@ class BrokenSurroundings(LibrarianTest):
         copy = self.copy_of_bundle()
         (copy / "Contents/Resources/MainMenu.ui").write_text("<ui><widget class='QMenuBar'")
         self.check_runs_with_a_log_line(copy, "MainMenu")
+
+    def test_missing_plugins_leave_plain_descriptions(self):
+        copy = self.copy_of_bundle()
+        shutil.rmtree(copy / "Contents/PlugIns")
+        program, window = self.open("patches.syx", bundle_path=copy)
+        self.assertIn("plugins none", program.lines())
+        self.select_first(program, window)
+        self.quit(program)
+        self.assertNotIn("described", "".join(program.lines()))
+
+    def test_broken_plugin_is_refused_and_the_others_work(self):
+        copy = self.copy_of_bundle()
+        (copy / "Contents/PlugIns/Broken.so").write_text("no shared object")
+        shutil.copy(copy / "Contents/MacOS/Librarian", copy / "Contents/PlugIns/NoPlugin.so")
+        program, window = self.open("patches.syx", bundle_path=copy)
+        self.assertIn("plugins Patch memory, Six-operator voices", program.lines())
+        self.assertIn("Plug-in not loaded: Broken.so", program.log())
+        self.assertIn("Plug-in not loaded: NoPlugin.so", program.log())
+        self.select_first(program, window)
+        program.expect("described Patch A11: Timbre A1")
+        self.quit(program)
 
     def test_executable_outside_a_bundle_runs(self):
         bare = self.folder / "bare/Contents/MacOS"  # the folders of a bundle, but no .app above

@@ -61,6 +61,30 @@ INSTANTIATE_TEST_SUITE_P(Formats, SysexDescription, testing::ValuesIn(kInfos));
 
 } // namespace
 
+TEST(SysexInstrument, IsMakerModelAndDevice) {
+    const struct {
+        SysexBytes message;
+        const char* instrument;
+    } rows[] = {
+        {{0xF0, 0x41, 0x10, 0x16, 0x12, 0xF7}, "Roland, model 16, device 10"},
+        {{0xF0, 0x41, 0x10, 0x00, 0x11, 0x12, 0xF7}, "Roland, model 00 11, device 10"},
+        {{0xF0, 0x41, 0x10, 0, 0, 0, 0, 0, 0xF7}, "Roland, model 00 00 00 00, device 10"},
+        {{0xF0, 0x41, 0x10, 0xF7}, "Roland, device 10"},
+        {{0xF0, 0x42, 0x3A, 0x19, 0xF7}, "Korg, model 19, device 0A"},
+        {{0xF0, 0x43, 0x13, 0xF7}, "Yamaha, device 03"},
+        {{0xF0, 0x43, 0xF7}, "Yamaha"},
+        {{0xF0, 0x43}, "Yamaha"},
+        {{0xF0, 0, 0x20, 0x33, 1, 0x10, 0xF7}, "Access, model 01, device 10"},
+        {{0xF0, 0x04, 1, 0xF7}, "Moog"},
+        {{0xF0, 0, 0x7F, 1, 1, 0xF7}, "Unknown (00 7F 01)"},
+        {{0xF0, 0x7D, 1, 0xF7}, ""},
+        {{0xF0, 0x7E, 0, 6, 1, 0xF7}, ""},
+        {{0xF0, 0x7F, 0, 6, 1, 0xF7}, ""},
+        {{0xF0, 0xF7}, ""},
+    };
+    for (const auto& row : rows) EXPECT_EQ(InstrumentOf(row.message), row.instrument);
+}
+
 TEST(SysexEcho, NamesTheFirstDifference) {
     const SysexBytes sent = {0xF0, 1, 2, 0xF7};
     EXPECT_EQ(EchoText(sent, sent), "Sent 4 bytes, received 4 bytes: identical");

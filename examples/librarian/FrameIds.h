@@ -1,0 +1,8 @@
+// Numbers that the sources of the main window share: its own message and its timers.
+#pragma once
+
+#include <windows.h>
+
+constexpr UINT WM_MIDI_INPUT = WM_USER + 1;
+constexpr UINT kMidiTimer = 1;
+constexpr UINT kSaveTimer = 2;

@@ -1,0 +1,171 @@
+// The commands of the menus, their states, and the entries that the program fills in.
+#include "MainFrame.h"
+
+#include "BankFolder.h"
+#include "MenuEntries.h"
+#include "resource.h"
+
+namespace {
+
+constexpr MenuEntries kRecentEntries = {kRecentPosition, ID_FILE_RECENT, RecentBanks::kMaximum,
+                                        "No Recent Banks"};
+constexpr MenuEntries kFolderEntries = {0, ID_FILE_FOLDER, 40, "No Banks"};
+constexpr MenuEntries kOutputEntries = {0, ID_MIDI_OUTPUT, 40, "No Outputs"};
+constexpr MenuEntries kInputEntries = {0, ID_MIDI_INPUT, 40, "No Inputs"};
+constexpr MenuEntries kInstrumentEntries = {0, ID_INSTRUMENT, 40, "No Instruments Yet"};
+
+// The state of a menu item. SetFnDefined comes first: a command that is only ever disabled would
+// count as one without a handler.
+void SetState(CCmdUI& state, bool enabled) {
+    state.SetFnDefined(true);
+    state.Enable(enabled);
+}
+
+std::vector<std::string> NumberedTitles(const std::vector<std::string>& texts) {
+    std::vector<std::string> titles;
+    for (const std::string& text : texts) titles.push_back(NumberedTitle(titles.size() + 1, text));
+    return titles;
+}
+
+bool IsPort(const std::vector<std::string>& names, int index, const std::string& open) {
+    const auto port = static_cast<std::size_t>(index);
+    return port < names.size() && names[port] == open && PortNamed(names, open) == port;
+}
+
+} // namespace
+
+BOOL MainFrame::OnCommandId(int id) {
+    switch (id) {
+    case ID_FILE_OPEN_VOICES:
+        OpenDemoBank("voices.syx");
+        return TRUE;
+    case ID_FILE_OPEN_PATCHES:
+        OpenDemoBank("patches.syx");
+        return TRUE;
+    case ID_FILE_QUIT:
+        PostQuitMessage(0);
+        return TRUE;
+    case ID_MIDI_SEND:
+        OnSend();
+        return TRUE;
+    case ID_MIDI_VERIFY:
+        OnVerify();
+        return TRUE;
+    case ID_MIDI_SLOW:
+        OnSlow();
+        return TRUE;
+    case ID_VIEW_HEX:
+        Toggle(m_hex, "hex pane");
+        return TRUE;
+    case ID_VIEW_HEADER:
+        Toggle(m_header, "header");
+        return TRUE;
+    default:
+        return OnEntry(id);
+    }
+}
+
+BOOL MainFrame::OnEntry(int id) {
+    const struct {
+        const MenuEntries& entries;
+        void (MainFrame::*choose)(int index);
+    } runs[] = {{kRecentEntries, &MainFrame::OpenRecent},
+                {kFolderEntries, &MainFrame::OpenFromFolder},
+                {kOutputEntries, &MainFrame::OnOutput},
+                {kInputEntries, &MainFrame::OnInput},
+                {kInstrumentEntries, &MainFrame::OpenInstrument}};
+    for (const auto& run : runs) {
+        const int index = run.entries.IndexOf(id);
+        if (index < 0) continue;
+        (this->*run.choose)(index);
+        return TRUE;
+    }
+    return FALSE;
+}
+
+BOOL MainFrame::OnUpdateCommand(int id, CCmdUI& state) {
+    switch (id) {
+    case ID_MIDI_SEND:
+        SetState(state, m_selected >= 0 && !m_sendPending && m_midi.CanSend());
+        return TRUE;
+    case ID_MIDI_VERIFY:
+        SetState(state, !m_bank.messages.empty());
+        return TRUE;
+    case ID_MIDI_SLOW:
+        ShowPorts(); // asked when the menu opens: what is plugged in by now?
+        SetState(state, !m_sendPending);
+        state.SetCheck(m_slow);
+        return TRUE;
+    case ID_VIEW_HEX:
+        SetState(state, true);
+        state.SetCheck(m_hex.IsWindowVisible());
+        return TRUE;
+    case ID_VIEW_HEADER:
+        SetState(state, true);
+        state.SetCheck(m_header.IsWindowVisible());
+        return TRUE;
+    case ID_FILE_OPEN_VOICES:
+    case ID_FILE_OPEN_PATCHES:
+    case ID_FILE_QUIT:
+        SetState(state, true);
+        return TRUE;
+    default:
+        return OnUpdateEntry(id, state);
+    }
+}
+
+BOOL MainFrame::OnUpdateEntry(int id, CCmdUI& state) {
+    if (const int index = kRecentEntries.IndexOf(id); index >= 0) {
+        if (index == 0) ShowFolder(); // asked when the menu opens: what is in the folder by now?
+        SetState(state, index < m_recent.Count());
+    } else if (const int file = kFolderEntries.IndexOf(id); file >= 0) {
+        SetState(state, !m_folderBanks.empty());
+    } else if (const int output = kOutputEntries.IndexOf(id); output >= 0) {
+        SetState(state, !m_outputs.empty() && !m_sendPending);
+        state.SetCheck(IsPort(m_outputs, output, m_midi.OutputName()));
+    } else if (const int input = kInputEntries.IndexOf(id); input >= 0) {
+        SetState(state, !m_inputs.empty() && !m_sendPending);
+        state.SetCheck(IsPort(m_inputs, input, m_midi.InputName()));
+    } else if (const int entry = kInstrumentEntries.IndexOf(id); entry >= 0) {
+        const auto instrument = static_cast<std::size_t>(entry);
+        SetState(state,
+                 instrument < m_instruments.size() && !m_instruments[instrument].lastBank.empty());
+    } else {
+        return FALSE;
+    }
+    return TRUE;
+}
+
+CMenu* MainFrame::Menu(int index, int subMenu) {
+    CMenu* found = GetMenu() ? GetMenu()->GetSubMenu(index) : nullptr;
+    return found && subMenu >= 0 ? found->GetSubMenu(subMenu) : found;
+}
+
+void MainFrame::ShowRecentBanks() {
+    std::vector<std::string> texts;
+    for (int i = 0; i < m_recent.Count(); ++i) texts.push_back(m_recent.Text(i));
+    kRecentEntries.Show(Menu(kFileMenu), NumberedTitles(texts));
+}
+
+void MainFrame::ShowFolder() {
+    const auto limit = static_cast<std::size_t>(kFolderEntries.limit);
+    m_folderBanks = BanksIn(m_folder, limit);
+    kFolderEntries.Show(Menu(kFileMenu, kFolderMenu), NumberedTitles(m_folderBanks));
+}
+
+void MainFrame::ShowPorts() {
+    m_outputs = MidiLink::Outputs();
+    m_inputs = MidiLink::Inputs();
+    kOutputEntries.Show(Menu(kMidiMenu, kOutputMenu), NumberedTitles(m_outputs));
+    kInputEntries.Show(Menu(kMidiMenu, kInputMenu), NumberedTitles(m_inputs));
+}
+
+void MainFrame::ShowInstruments() {
+    std::vector<std::string> texts;
+    for (const Instrument& each : m_instruments) {
+        const std::string count = std::to_string(each.messages);
+        texts.push_back(each.name + " (" + count +
+                        (each.messages == 1 ? " message)" : " messages)"));
+    }
+    kInstrumentEntries.Show(Menu(kInstrumentsMenu), NumberedTitles(texts));
+}
