@@ -77,3 +77,18 @@ TEST(SysexPacing, NewSpeedHoldsForTheRest) {
     EXPECT_EQ(schedule.Take(10'240us), 313U);
     EXPECT_EQ(schedule.NextTime(), 10'240us + 10'016us);
 }
+
+TEST(SysexPacing, PausesAfterEveryChunkAndAtTheEnd) {
+    SysexSchedule schedule(70, 3200, 0s, {64, 100ms});
+    EXPECT_EQ(schedule.Take(0s), 32U);
+    EXPECT_EQ(schedule.Take(10ms), 32U);
+    EXPECT_EQ(schedule.NextTime(), 20ms + 100ms);
+    EXPECT_EQ(schedule.Take(119ms), 0U);
+    schedule.SetSpeed(600);
+    EXPECT_EQ(schedule.NextTime(), 120ms) << "a new speed moves nothing that is past";
+    EXPECT_EQ(schedule.Take(120ms), 6U);
+    EXPECT_FALSE(schedule.IsDone(229ms));
+    EXPECT_TRUE(schedule.IsDone(230ms));
+    SysexSchedule late(200, 3200, 0s, {40, 50ms});
+    EXPECT_EQ(late.Take(1s), 40U) << "catching up ends where a pause begins";
+}

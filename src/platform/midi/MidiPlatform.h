@@ -8,6 +8,7 @@
 #include <span>
 
 #include "platform/midi/midiRecords.h"
+#include "platform/midi/sysexPacing.h"
 
 namespace vm {
 
@@ -19,6 +20,7 @@ inline constexpr int kMidiUnknownPort = -11;     ///< no such port, or one of th
 inline constexpr int kMidiUnknownEndpoint = -12; ///< no such endpoint, or it has disappeared
 inline constexpr int kMidiBadArgument = -13;
 inline constexpr int kMidiSendFailed = -14; ///< the system refused
+inline constexpr int kMidiBusy = -15;       ///< not now: only between a back end and its sender
 
 inline constexpr std::uint32_t kMidiWireSpeed = 3125; ///< bytes a second on a MIDI cable
 
@@ -76,6 +78,8 @@ public:
     virtual int SendSysex(const MidiSysexSend& send) = 0;
     virtual int SetMaxSysexSpeed(MidiId destination, std::uint32_t bytesPerSecond) = 0;
     virtual std::uint32_t MaxSysexSpeed(MidiId destination) = 0;
+    /// For the messages that begin from now on.
+    virtual int SetSysexGap(MidiId destination, SysexGap gap) = 0;
 
     /// From here on, what `source` sends reaches the port. Receive calls of all ports come from one
     /// thread, one at a time.

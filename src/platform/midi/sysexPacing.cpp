@@ -15,16 +15,25 @@ std::size_t SysexChunk(std::uint32_t bytesPerSecond) {
                                         kTicksPerSecond);
 }
 
-SysexSchedule::SysexSchedule(std::size_t byteCount, std::uint32_t bytesPerSecond, Time start)
-    : m_byteCount(byteCount), m_speed(std::max(1U, bytesPerSecond)), m_start(start) {}
+SysexSchedule::SysexSchedule(std::size_t byteCount, std::uint32_t bytesPerSecond, Time start,
+                             SysexGap gap)
+    : m_byteCount(byteCount), m_speed(std::max(1U, bytesPerSecond)), m_start(start), m_gap(gap) {}
 
 SysexSchedule::Time SysexSchedule::WireTime(std::size_t bytes) const {
     return Time(bytes / m_speed * kNanosecondsPerSecond +
                 bytes % m_speed * kNanosecondsPerSecond / m_speed);
 }
 
+// How long the pauses are that follow the first `bytes` bytes.
+SysexSchedule::Time SysexSchedule::Pauses(std::size_t bytes) const {
+    if (m_gap.bytes == 0) return Time::zero();
+    const bool isEnd = bytes == m_byteCount;
+    const std::size_t count = (isEnd ? bytes + m_gap.bytes - 1 : bytes) / m_gap.bytes;
+    return m_gap.pause * static_cast<std::int64_t>(count);
+}
+
 SysexSchedule::Time SysexSchedule::NextTime() const {
-    return m_start + WireTime(m_sent);
+    return m_start + WireTime(m_sent) + Pauses(m_sent);
 }
 
 bool SysexSchedule::IsDone(Time now) const {
@@ -41,7 +50,8 @@ std::size_t SysexSchedule::Take(Time now) {
         late = oneChunk;
     }
     const std::size_t due = late == oneChunk ? 2 * chunk : chunk;
-    const std::size_t taken = std::min(due, m_byteCount - m_sent);
+    std::size_t taken = std::min(due, m_byteCount - m_sent);
+    if (m_gap.bytes != 0) taken = std::min(taken, m_gap.bytes - m_sent % m_gap.bytes);
     m_sent += taken;
     return taken;
 }
@@ -49,7 +59,7 @@ std::size_t SysexSchedule::Take(Time now) {
 void SysexSchedule::SetSpeed(std::uint32_t bytesPerSecond) {
     const Time next = NextTime();
     m_speed = std::max(1U, bytesPerSecond);
-    m_start = next - WireTime(m_sent);
+    m_start = next - WireTime(m_sent) - Pauses(m_sent);
 }
 
 } // namespace vm

@@ -18,6 +18,9 @@ Time Now() {
     return std::chrono::duration_cast<Time>(Clock::now().time_since_epoch());
 }
 
+constexpr Time kRetryAfter = std::chrono::milliseconds(1);
+constexpr Time kBusyLimit = std::chrono::seconds(10);
+
 Clock::time_point AsTimePoint(Time time) {
     return Clock::time_point(std::chrono::duration_cast<Clock::duration>(time));
 }
@@ -42,7 +45,7 @@ int SysexSender::Send(const MidiSysexSend& send) {
     }
     Lane& lane = m_lanes[send.destination];
     lane.messages.push_back(send);
-    if (!lane.schedule) lane.schedule.emplace(send.byteCount, lane.speed, Now());
+    if (!lane.schedule) BeginFirst(lane, Now());
     m_changed.notify_all();
     return kMidiOk;
 }
@@ -63,6 +66,12 @@ std::uint32_t SysexSender::Speed(MidiId destination) {
     return found == m_lanes.end() ? kMidiWireSpeed : found->second.speed;
 }
 
+int SysexSender::SetGap(MidiId destination, SysexGap gap) {
+    std::lock_guard guard(m_lock);
+    m_lanes[destination].gap = gap;
+    return kMidiOk;
+}
+
 void SysexSender::Stop() {
     std::thread thread;
     {
@@ -81,8 +90,8 @@ void SysexSender::Run() {
         const Time now = Now();
         if (!lane)
             m_changed.wait(lock);
-        else if (lane->schedule->NextTime() > now)
-            m_changed.wait_until(lock, AsTimePoint(lane->schedule->NextTime()));
+        else if (lane->NextTime() > now)
+            m_changed.wait_until(lock, AsTimePoint(lane->NextTime()));
         else
             Advance(lock, *lane, now);
     }
@@ -94,20 +103,38 @@ SysexSender::Lane* SysexSender::NextLane() {
     Lane* next = nullptr;
     for (auto& [destination, lane] : m_lanes) {
         if (!lane.schedule) continue;
-        if (!next || lane.schedule->NextTime() < next->schedule->NextTime()) next = &lane;
+        if (!next || lane.NextTime() < next->NextTime()) next = &lane;
     }
     return next;
 }
 
+Time SysexSender::Lane::NextTime() const {
+    const bool isBehind = written < schedule->Sent();
+    return isBehind ? retryAt : std::max(retryAt, schedule->NextTime());
+}
+
+void SysexSender::BeginFirst(Lane& lane, Time start) const {
+    lane.schedule.emplace(lane.messages.front().byteCount, lane.speed, start, lane.gap);
+    lane.written = 0;
+    lane.retryAt = lane.lastProgress = start;
+}
+
 void SysexSender::Advance(Lock& lock, Lane& lane, Time now) {
-    if (lane.schedule->IsDone(now)) return EndFirst(lock, lane, lane.schedule->NextTime());
+    if (lane.written == lane.schedule->Sent()) lane.schedule->Take(now);
     const MidiSysexSend message = lane.messages.front();
-    const std::size_t position = lane.schedule->Sent();
-    const std::size_t count = lane.schedule->Take(now);
+    const std::size_t count = lane.schedule->Sent() - lane.written;
+    const std::uint8_t* data = message.data + lane.written;
     lock.unlock();
-    const int result = WritePieces(message.destination, {message.data + position, count});
+    const auto [result, bytes] = WritePieces(message.destination, {data, count});
     lock.lock();
-    if (result != kMidiOk) EndFirst(lock, lane, now);
+    lane.written += bytes;
+    if (bytes > 0 || result != kMidiBusy) lane.lastProgress = now;
+    if (result == kMidiBusy && now - lane.lastProgress < kBusyLimit)
+        lane.retryAt = now + kRetryAfter;
+    else if (result != kMidiOk)
+        EndFirst(lock, lane, now);
+    else if (count == 0)
+        EndFirst(lock, lane, lane.schedule->NextTime());
 }
 
 // The message after it starts at `nextStart`, which keeps a row of messages at the exact speed.
@@ -115,8 +142,7 @@ void SysexSender::EndFirst(Lock& lock, Lane& lane, Time nextStart) {
     const MidiSysexSend ended = lane.messages.front();
     lane.messages.pop_front();
     lane.schedule.reset();
-    if (!lane.messages.empty())
-        lane.schedule.emplace(lane.messages.front().byteCount, lane.speed, nextStart);
+    if (!lane.messages.empty()) BeginFirst(lane, nextStart);
     if (!ended.done) return;
     lock.unlock();
     ended.done(ended.reference);
@@ -136,14 +162,17 @@ void SysexSender::EndAll(Lock& lock) {
     lock.lock();
 }
 
-int SysexSender::WritePieces(MidiId destination, std::span<const std::uint8_t> bytes) const {
-    while (!bytes.empty()) {
-        const std::size_t length = std::min(bytes.size(), m_largestPiece);
-        if (const int result = m_write(destination, bytes.first(length)); result != kMidiOk)
-            return result;
-        bytes = bytes.subspan(length);
-    }
-    return kMidiOk;
+SysexSender::Written SysexSender::WritePieces(MidiId destination,
+                                              std::span<const std::uint8_t> bytes) const {
+    Written written{kMidiOk, 0};
+    do {
+        const auto piece = bytes.subspan(written.bytes)
+                               .first(std::min(bytes.size() - written.bytes, m_largestPiece));
+        written.result = m_write(destination, piece);
+        if (written.result != kMidiOk) return written;
+        written.bytes += piece.size();
+    } while (written.bytes < bytes.size());
+    return written;
 }
 
 } // namespace vm

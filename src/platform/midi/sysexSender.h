@@ -17,8 +17,10 @@ namespace vm {
 
 class SysexSender {
 public:
-    /// Gives a piece of a message to the system, without waiting. Any result but kMidiOk ends the
-    /// message: this is how a disappeared endpoint ends what is still to be sent to it.
+    /// Gives a piece of a message to the system, without waiting. kMidiBusy has it offered again a
+    /// millisecond later, for ten seconds. Any other result but kMidiOk ends the message: this is
+    /// how a disappeared endpoint ends what is still to be sent to it. An empty piece comes at the
+    /// end and asks whether everything has left: kMidiOk, or kMidiBusy.
     using Write = std::function<int(MidiId destination, std::span<const std::uint8_t> piece)>;
 
     /// No piece is larger than `largestPiece`.
@@ -33,6 +35,7 @@ public:
     /// Also holds for the rest of a message on its way.
     int SetSpeed(MidiId destination, std::uint32_t bytesPerSecond);
     std::uint32_t Speed(MidiId destination);
+    int SetGap(MidiId destination, SysexGap gap);
     /// Ends all messages and the thread; nothing can be sent afterwards.
     void Stop();
 
@@ -42,15 +45,26 @@ private:
         std::deque<MidiSysexSend> messages;
         std::optional<SysexSchedule> schedule; ///< of the first message
         std::uint32_t speed = kMidiWireSpeed;
+        SysexGap gap = {};
+        std::size_t written = 0;          ///< of the first message
+        SysexSchedule::Time retryAt = {}; ///< not before this, after kMidiBusy
+        SysexSchedule::Time lastProgress = {};
+
+        SysexSchedule::Time NextTime() const;
+    };
+    struct Written {
+        int result;
+        std::size_t bytes;
     };
     using Lock = std::unique_lock<std::mutex>;
 
     void Run();
     Lane* NextLane();
+    void BeginFirst(Lane& lane, SysexSchedule::Time start) const;
     void Advance(Lock& lock, Lane& lane, SysexSchedule::Time now);
     void EndFirst(Lock& lock, Lane& lane, SysexSchedule::Time nextStart);
     void EndAll(Lock& lock);
-    int WritePieces(MidiId destination, std::span<const std::uint8_t> bytes) const;
+    Written WritePieces(MidiId destination, std::span<const std::uint8_t> bytes) const;
 
     const Write m_write;
     const std::size_t m_largestPiece;

@@ -145,6 +145,10 @@ std::uint32_t LoopbackPlatform::MaxSysexSpeed(MidiId destination) {
     return m_sender.Speed(destination);
 }
 
+int LoopbackPlatform::SetSysexGap(MidiId destination, SysexGap gap) {
+    return m_sender.SetGap(destination, gap);
+}
+
 int LoopbackPlatform::ConnectSource(MidiId inputPort, MidiId source, void* sourceReference) {
     Lock lock(m_lock);
     if (!WaitForStart(lock)) return kMidiNotRunning;
@@ -206,7 +210,8 @@ int LoopbackPlatform::Carry(MidiId destination, std::span<const std::uint8_t> by
 
 int LoopbackPlatform::WriteSysexPiece(MidiId destination, std::span<const std::uint8_t> piece) {
     std::lock_guard guard(m_lock);
-    return m_state == State::Running ? Carry(destination, piece) : kMidiNotRunning;
+    if (m_state != State::Running) return kMidiNotRunning;
+    return piece.empty() ? kMidiOk : Carry(destination, piece);
 }
 
 void LoopbackPlatform::Append(MidiId source, std::span<const std::uint8_t> bytes) {

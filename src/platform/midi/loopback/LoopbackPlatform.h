@@ -48,6 +48,7 @@ public:
     int SendSysex(const MidiSysexSend& send) override;
     int SetMaxSysexSpeed(MidiId destination, std::uint32_t bytesPerSecond) override;
     std::uint32_t MaxSysexSpeed(MidiId destination) override;
+    int SetSysexGap(MidiId destination, SysexGap gap) override;
     int ConnectSource(MidiId inputPort, MidiId source, void* sourceReference) override;
     int DisconnectSource(MidiId inputPort, MidiId source) override;
 
