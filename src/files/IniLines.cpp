@@ -116,6 +116,10 @@ IniLines::Line IniLines::Store(std::string_view text) {
             0};
 }
 
+void IniLines::CompactIfWasteful() {
+    if (m_waste > kLeastWaste && m_waste > (m_textSize + m_written.size()) / 2) Compact();
+}
+
 // Copies the text that is in use into one new buffer.
 void IniLines::Compact() {
     std::size_t size = 0;
@@ -135,8 +139,9 @@ void IniLines::Compact() {
 }
 
 void IniLines::AppendSection(std::string_view section, std::string_view entry) {
-    m_sections.back().lines.push_back(Store({}));
     const std::string header = '[' + std::string(section) + ']';
+    if (m_textSize + m_written.size() + header.size() + entry.size() > kMostText) Compact();
+    m_sections.back().lines.push_back(Store({}));
     BeginSection({Store(header), Store(entry)});
     if (BeginsWithBracket(entry))
         Regroup();
@@ -159,7 +164,7 @@ void IniLines::Replace(Place place, std::string_view text) {
         line.tag = tag & 0xFF;
     }
     if (wasBracket || BeginsWithBracket(text)) Regroup();
-    if (m_waste > kLeastWaste && m_waste > (m_textSize + m_written.size()) / 2) Compact();
+    CompactIfWasteful();
 }
 
 void IniLines::Insert(Place place, std::string_view entry) {
@@ -186,6 +191,7 @@ void IniLines::Remove(Place place) {
         Regroup();
     else if (section.hasBrackets)
         IndexHeaders();
+    CompactIfWasteful();
 }
 
 void IniLines::RemoveContents(Place header) {
@@ -201,6 +207,7 @@ void IniLines::RemoveContents(Place header) {
     Shift(header.section,
           static_cast<std::int64_t>(section.lines.size()) - static_cast<std::int64_t>(before));
     if (section.hasBrackets) Regroup();
+    CompactIfWasteful();
 }
 
 bool IniLines::AnyBeginsWith(std::string_view prefix) const {

@@ -106,6 +106,7 @@ private:
         return m_groupStarts[section / kGroup] + m_starts[section];
     }
     Line Store(std::string_view text);
+    void CompactIfWasteful();
     void Compact();
 
     void Empty();

@@ -23,8 +23,8 @@ DWORD CopyOut(std::string_view text, LPSTR buffer, DWORD size) {
 
 } // namespace
 
-IniProfile::IniProfile(std::string name, ProfileReports& reports)
-    : m_name(std::move(name)), m_reports(reports) {
+IniProfile::IniProfile(std::string name, std::set<std::string>& cutFiles)
+    : m_name(std::move(name)), m_cutFiles(cutFiles) {
     ReadProfile(m_name.c_str());
 }
 
@@ -92,7 +92,7 @@ void IniProfile::WritePrivateProfileString(LPCSTR section, LPCSTR key, LPCSTR va
 
 void IniProfile::Set(std::string_view section, std::string_view key, std::string_view value) {
     m_entry.assign(key).append(1, '=').append(value);
-    if (m_entry.size() > kIniLineLimit) ReportCut();
+    if (std::max(m_entry.size(), section.size() + 2) > kIniLineLimit) ReportCut();
     m_dirty = true;
     const auto header = m_lines.FindHeader(section, 0);
     if (!header) return m_lines.AppendSection(section, m_entry);

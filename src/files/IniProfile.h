@@ -7,7 +7,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include <vmcore/core/types.h>
 
@@ -15,16 +14,11 @@
 
 namespace vm {
 
-/// What the profiles leave behind for others.
-struct ProfileReports {
-    std::set<std::string> cutFiles; ///< files whose cut lines are in the log already
-    std::vector<std::string> failedWrites;
-};
-
 class IniProfile {
 public:
     /// Reads the file at once; one that cannot be read is an empty profile.
-    IniProfile(std::string name, ProfileReports& reports);
+    /// `cutFiles`: those whose cut lines are in the log already.
+    IniProfile(std::string name, std::set<std::string>& cutFiles);
     ~IniProfile(); ///< writes
     IniProfile(const IniProfile&) = delete;
     IniProfile& operator=(const IniProfile&) = delete;
@@ -48,10 +42,11 @@ private:
     std::optional<std::string_view> FindEntry(std::string_view section, std::string_view key);
     void Set(std::string_view section, std::string_view key, std::string_view value);
     bool CanHold(std::string_view section, std::string_view key, std::string_view value) const;
+    bool ReadLines(const char* name);
     void ReportCut();
 
     const std::string m_name;
-    ProfileReports& m_reports;
+    std::set<std::string>& m_cutFiles;
     IniLines m_lines;
     std::string m_cachedSection;                  ///< the header that was last looked up
     std::size_t m_cachedIndex;                    ///< where, or the number of lines; 0 for nothing

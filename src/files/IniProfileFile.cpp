@@ -1,13 +1,17 @@
 // One ini file: reading and writing it.
 #include "files/IniProfile.h"
 
+#include <cerrno>
 #include <ctime>
+
+#include <sys/stat.h>
 
 #include <vmcore/files/fileapi.h>
 
 #include "core/log.h"
 #include "files/SafeFile.h"
 #include "files/posixPath.h"
+#include "platform/messagebox.h"
 
 namespace vm {
 namespace {
@@ -23,11 +27,33 @@ DWORD TickCount() {
     return static_cast<DWORD>(now.tv_sec * 60 + now.tv_nsec * 60 / 1'000'000'000);
 }
 
+class OpenFile {
+public:
+    explicit OpenFile(const char* name)
+        : m_file(CreateFile(name, kReadOnly, 0, nullptr, 0, 0, nullptr)) {}
+    ~OpenFile() {
+        if (m_file) CloseHandle(m_file);
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+
+    HANDLE Get() const { return m_file; }
+
+private:
+    const HANDLE m_file;
+};
+
 bool ReadWhole(HANDLE file, char* buffer, DWORD size) {
     DWORD done = 0;
     for (DWORD read = 0; read < size; read += done)
         if (!ReadFile(file, buffer + read, size - read, &done, nullptr) || done == 0) return false;
     return true;
+}
+
+bool IsMissing(const char* name) {
+    const auto path = PathForCreateFile(name);
+    struct stat status;
+    return !path || (stat(path->c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR));
 }
 
 } // namespace
@@ -37,21 +63,24 @@ void IniProfile::ReadProfile(const char* name) {
     m_cachedSection.clear();
     m_cachedIndex = 0;
     m_cachedPlace.reset();
-    m_unreadable = false;
-    const HANDLE file = CreateFile(name, kReadOnly, 0, nullptr, 0, 0, nullptr);
-    if (!file) return;
-    DWORD high = 0;
-    const DWORD size = GetFileSize(file, &high);
-    if (high != 0 || size >= kTooLarge) {
-        m_unreadable = high != 0xFFFFFFFF; // else it has no size, as a folder or a pipe
-    } else if (size > 0) {
-        auto text = std::make_unique_for_overwrite<char[]>(size);
-        m_unreadable = !ReadWhole(file, text.get(), size);
-        if (!m_unreadable && m_lines.Load(std::move(text), size)) ReportCut();
-    }
-    CloseHandle(file);
+    m_unreadable = true; // until all of it is here
+    m_unreadable = !ReadLines(name);
     if (m_unreadable)
         Log(LogModule::Files, "Profile not read, it will not be written: %s", m_name.c_str());
+}
+
+// False when there is a file, but its lines are not here.
+bool IniProfile::ReadLines(const char* name) {
+    const OpenFile file(name);
+    if (!file.Get()) return IsMissing(name);
+    DWORD high = 0;
+    const DWORD size = GetFileSize(file.Get(), &high);
+    if (high == 0xFFFFFFFF || (high == 0 && size == 0)) return true; // a pipe has no size
+    if (high != 0 || size >= kTooLarge) return false;
+    auto text = std::make_unique_for_overwrite<char[]>(size);
+    if (!ReadWhole(file.Get(), text.get(), size)) return false;
+    if (m_lines.Load(std::move(text), size)) ReportCut();
+    return true;
 }
 
 void IniProfile::Write() {
@@ -74,13 +103,14 @@ void IniProfile::WriteProfile(const char* name) {
         file->Write(line);
         file->Write("\r\n");
     });
-    if (!file->Commit()) m_reports.failedWrites.emplace_back(name);
+    if (!file->Commit())
+        ShowMessageBox(nullptr, name, "WriteProfile: error during profile write", 1);
     m_lastWriteTick = TickCount();
 }
 
 // Cut lines lose text for good when the file is written.
 void IniProfile::ReportCut() {
-    if (m_reports.cutFiles.insert(m_name).second)
+    if (m_cutFiles.insert(m_name).second)
         Log(LogModule::Files, "Profile line of more than 255 characters cut: %s", m_name.c_str());
 }
 

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
 #include <vmcore/core/strings.h>
 #include <vmcore/files/paths.h>
@@ -44,7 +43,7 @@ ProfileManager::Profiles::iterator ProfileManager::Find(const char* name) {
 IniProfile& ProfileManager::GetIniProfile(const char* name, bool) {
     const auto found = Find(name);
     if (found != m_profiles.end()) return **found;
-    m_profiles.push_back(std::make_unique<IniProfile>(name, m_reports));
+    m_profiles.push_back(std::make_unique<IniProfile>(name, m_cutFiles));
     return *m_profiles.back();
 }
 
@@ -82,10 +81,6 @@ void ProfileManager::FlushProfile(const char* name) {
 void ProfileManager::ClearAll() {
     Flush();
     m_profiles.clear();
-}
-
-std::vector<std::string> ProfileManager::TakeFailedWrites() {
-    return std::exchange(m_reports.failedWrites, {});
 }
 
 } // namespace vm

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -30,14 +31,11 @@ public:
     void FlushProfile(const char* name); ///< writes and forgets one
     void ClearAll();                     ///< writes and forgets all
 
-    /// The files that could not be written to their end since the last call.
-    std::vector<std::string> TakeFailedWrites();
-
 private:
     using Profiles = std::vector<std::unique_ptr<IniProfile>>;
     Profiles::iterator Find(const char* name);
 
-    ProfileReports m_reports;
+    std::set<std::string> m_cutFiles;
     Profiles m_profiles; ///< in the order of their creation
 };
 

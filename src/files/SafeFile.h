@@ -27,20 +27,24 @@ public:
     bool Commit();
 
 private:
+    void OpenForOld();
     bool OpenBeside();
     bool OpenNamed();
     bool KeepOwner();
     void WriteInPlace();
     void Flush();
+    static bool Finish(int descriptor);
     bool Replace();
     bool GiveName();
+    bool CopyInPlace();
+    void CloseBeside();
     void Close();
 
     std::string m_path; ///< without links
     std::string m_folder;
     std::string m_temporary; ///< the new file's name; empty while it has none
     std::string m_buffer;
-    int m_target = -1;     ///< the old file, as long as it is only watched
+    int m_target = -1;     ///< the old file, as long as it is not written itself
     int m_descriptor = -1; ///< what is written to
     bool m_inPlace = false;
     bool m_failed = false;

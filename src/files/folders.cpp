@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
+#include <mutex>
 #include <string>
 
 #include <QtCore/QFile>
@@ -59,39 +60,52 @@ char* CopyOutTerminated(const Cache& cache, char* buffer, int size) {
     return buffer;
 }
 
+// Any thread may ask first, and a cache that is being filled is no path yet.
+std::lock_guard<std::mutex> LockCaches() {
+    static std::mutex s_lock;
+    return std::lock_guard(s_lock);
+}
+
 } // namespace
 
 char* GetPreferencesPath(char* buffer, int size) {
+    const auto lock = LockCaches();
     LookUp(PreferencesPath, "/etc/xdg");
     return CopyOutTerminated(PreferencesPath, buffer, size);
 }
 
 char* GetUserPreferencesPath(char* buffer, int size) {
+    const auto lock = LockCaches();
     LookUp(UserPreferencesPath, QStandardPaths::GenericConfigLocation);
     return CopyOutTerminated(UserPreferencesPath, buffer, size);
 }
 
 char* GetDocumentsPath(char* buffer, int size) {
+    const auto lock = LockCaches();
     LookUp(DocumentsPath, QStandardPaths::DocumentsLocation);
     return CopyOut(DocumentsPath, buffer, size);
 }
 
 char* GetFontsPath(char* buffer, int size) {
+    const auto lock = LockCaches();
     LookUp(FontsPath, QStandardPaths::GenericDataLocation, "/fonts");
     return CopyOut(FontsPath, buffer, size);
 }
 
 char* GetApplicationsPath(char* buffer, int size) {
+    const auto lock = LockCaches();
     LookUp(ApplicationsPath, "/opt");
     return CopyOut(ApplicationsPath, buffer, size);
 }
 
 char* GetApplicationSupportPath(char* buffer, int size) {
+    const auto lock = LockCaches();
     LookUp(ApplicationSupportPath, QStandardPaths::GenericDataLocation);
     return CopyOut(ApplicationSupportPath, buffer, size);
 }
 
 char* GetApplicationSupportPathSystem(char* buffer, int size) {
+    const auto lock = LockCaches();
     LookUp(ApplicationSupportPathSystem, "/usr/local/share");
     return CopyOut(ApplicationSupportPathSystem, buffer, size);
 }

@@ -1,8 +1,8 @@
 // The profile functions: one lock around one manager.
 #include <vmcore/files/profile.h>
 
-#include <string>
-#include <vector>
+#include <atomic>
+#include <utility>
 
 #include "files/ProfileManager.h"
 #include "files/profile.h"
@@ -13,60 +13,63 @@ CRITICAL_SECTION profileCS;
 namespace vm {
 namespace {
 
+// Of a copy, for the end of the library takes the lock away from profileCS while threads may hold it.
 class ProfileLock {
 public:
-    ProfileLock() { EnterCriticalSection(&profileCS); }
-    ~ProfileLock() { LeaveCriticalSection(&profileCS); }
+    ProfileLock() : m_section(profileCS) { EnterCriticalSection(&m_section); }
+    ~ProfileLock() { LeaveCriticalSection(&m_section); }
     ProfileLock(const ProfileLock&) = delete;
     ProfileLock& operator=(const ProfileLock&) = delete;
+
+private:
+    CRITICAL_SECTION m_section;
 };
 
-// The manager outlives every static object of a host; what it holds is written at the end of the
-// process.
+/// The lock of an ended library: threads may still be in it. The next start takes it again.
+RecursiveLock* s_retired = nullptr;
+
+// Never deleted: static objects of hosts still use it when the process ends.
+std::atomic<ProfileManager*> s_manager = nullptr;
+
 ProfileManager& Manager() {
-    struct ClearAtExit {
-        ~ClearAtExit() {
-            try {
-                ClearProfiles();
-            } catch (...) { // must never escape a destructor that runs at exit
-            }
-        }
-    };
-    static auto* s_manager = new ProfileManager;
-    static const ClearAtExit s_clear;
+    if (!s_manager) s_manager = new ProfileManager;
     return *s_manager;
 }
 
+// Made when the library is loaded, and destroyed after what hosts have made since.
+struct ClearAtExit {
+    ~ClearAtExit() {
+        try {
+            if (s_manager) ClearProfiles();
+        } catch (...) { // must never escape a destructor that runs at exit
+        }
+    }
+} s_clearAtExit;
+
+// Message boxes wait until the lock is free: a thread that shows one waits for the main thread.
 template <class Operation>
 auto Locked(Operation&& operation) {
+    const DelayedMessageBoxes boxes;
     const ProfileLock lock;
     return operation(Manager());
-}
-
-// Runs an operation that writes files, and reports what went wrong once the lock is free again.
-template <class Operation>
-void Writing(Operation&& operation) {
-    const std::vector<std::string> failed = Locked([&](ProfileManager& manager) {
-        operation(manager);
-        return manager.TakeFailedWrites();
-    });
-    for (const std::string& name : failed)
-        ShowMessageBox(nullptr, name.c_str(), "WriteProfile: error during profile write", 1);
 }
 
 } // namespace
 
 void DeleteProfileLock() {
-    DeleteCriticalSection(&profileCS);
+    const ProfileLock lock;
+    s_retired = std::exchange(profileCS.lock, nullptr);
 }
 
 void ClearProfiles() {
-    Writing([](ProfileManager& manager) { manager.ClearAll(); });
+    Locked([](ProfileManager& manager) { manager.ClearAll(); });
 }
 
 } // namespace vm
 
 int InitProfileManager() {
+    if (profileCS.lock) return 1;
+    profileCS.lock = std::exchange(vm::s_retired, nullptr);
     if (!profileCS.lock) InitializeCriticalSection(&profileCS);
     return 1;
 }
@@ -138,9 +141,9 @@ BOOL GetProfileVerifyKey(LPCSTR prefix, LPCSTR file) {
 
 void FlushProfile(LPCSTR file) {
     if (!file) return;
-    vm::Writing([file](vm::ProfileManager& manager) { manager.FlushProfile(file); });
+    vm::Locked([file](vm::ProfileManager& manager) { manager.FlushProfile(file); });
 }
 
 void ServiceProfile() {
-    vm::Writing([](vm::ProfileManager& manager) { manager.Flush(); });
+    vm::Locked([](vm::ProfileManager& manager) { manager.Flush(); });
 }

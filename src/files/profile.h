@@ -3,7 +3,7 @@
 
 namespace vm {
 
-/// Deletes profileCS; the profiles themselves are written when the process exits.
+/// Takes the lock out of profileCS; the profiles are written when the process exits.
 void DeleteProfileLock();
 
 /// Writes and forgets every profile, as the end of the process does.

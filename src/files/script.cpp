@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include <csignal>
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -39,6 +40,23 @@ private:
     posix_spawnattr_t m_attributes;
 };
 
+// Nothing to read: the script must not wait for input that nobody knows of.
+class NoInput {
+public:
+    NoInput() {
+        posix_spawn_file_actions_init(&m_actions);
+        posix_spawn_file_actions_addopen(&m_actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    }
+    ~NoInput() { posix_spawn_file_actions_destroy(&m_actions); }
+    NoInput(const NoInput&) = delete;
+    NoInput& operator=(const NoInput&) = delete;
+
+    const posix_spawn_file_actions_t* Get() const { return &m_actions; }
+
+private:
+    posix_spawn_file_actions_t m_actions;
+};
+
 // Runs `command` in a shell of the administrator's until it has ended; 0, or why pkexec could not be
 // started.
 int RunAsAdministrator(std::string command) {
@@ -46,8 +64,9 @@ int RunAsAdministrator(std::string command) {
     char* const argv[] = {arguments[0].data(), arguments[1].data(), arguments[2].data(),
                           command.data(), nullptr};
     const CleanSignals signals;
+    const NoInput input;
     pid_t child;
-    const int error = posix_spawnp(&child, argv[0], nullptr, signals.Get(), argv, environ);
+    const int error = posix_spawnp(&child, argv[0], input.Get(), signals.Get(), argv, environ);
     if (error != 0) return error;
     while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
     }

@@ -3,7 +3,9 @@
 #include <array>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include <QtCore/QPointer>
 #include <QtWidgets/QApplication>
@@ -110,13 +112,40 @@ void AnswerRequest(void* argument) {
     }
 }
 
+struct DelayedBox {
+    HWND owner;
+    std::string text;
+    std::string caption;
+    UINT style;
+};
+
+/// Of this thread; null while its boxes are shown at once. Plain pointer: threads that end have no
+/// destructor to run.
+thread_local std::vector<DelayedBox>* t_delayed = nullptr;
+
 } // namespace
+
+DelayedMessageBoxes::DelayedMessageBoxes() : m_isOutermost(!t_delayed) {
+    static thread_local std::vector<DelayedBox> t_boxes;
+    if (m_isOutermost) t_delayed = &t_boxes;
+}
+
+DelayedMessageBoxes::~DelayedMessageBoxes() {
+    if (!m_isOutermost) return;
+    const std::vector<DelayedBox> boxes = std::exchange(*std::exchange(t_delayed, nullptr), {});
+    for (const DelayedBox& box : boxes)
+        ShowMessageBox(box.owner, box.text.c_str(), box.caption.c_str(), box.style);
+}
 
 int DefaultAnswer(UINT style) {
     return DefaultButton(style).answer;
 }
 
 int ShowMessageBox(HWND owner, const char* text, const char* caption, UINT style) {
+    if (t_delayed) {
+        t_delayed->push_back({owner, text ? text : "", caption ? caption : "", style});
+        return DefaultAnswer(style);
+    }
     BoxRequest request{owner, text ? text : "", caption ? caption : "", style, 0};
     if (!QCoreApplication::instance())
         AnswerRequest(&request); // nothing could carry the call

@@ -15,6 +15,20 @@ int ShowMessageBox(HWND owner, const char* text, const char* caption, UINT style
 /// The answer that the style word's default button gives.
 int DefaultAnswer(UINT style);
 
+/// While it lives, the boxes of this thread are kept and answered as by their default buttons; they
+/// are shown at its end. For operations that hold a lock: a box runs a loop, in which anything may
+/// happen.
+class DelayedMessageBoxes {
+public:
+    DelayedMessageBoxes();
+    ~DelayedMessageBoxes();
+    DelayedMessageBoxes(const DelayedMessageBoxes&) = delete;
+    DelayedMessageBoxes& operator=(const DelayedMessageBoxes&) = delete;
+
+private:
+    bool m_isOutermost;
+};
+
 using MessageBoxHandler = std::function<int(const char* text, const char* caption, UINT style)>;
 /// Answers all boxes instead (an empty handler restores them); returns the old handler.
 MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler);

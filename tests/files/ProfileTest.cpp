@@ -1,7 +1,9 @@
 // The profile functions as hosts call them.
 #include <vmcore/files/profile.h>
 
+#include <chrono>
 #include <filesystem>
+#include <future>
 #include <string>
 #include <thread>
 #include <vector>
@@ -12,6 +14,7 @@
 #include <vmcore/files/paths.h>
 
 #include "files/profile.h"
+#include "platform/messagebox.h"
 #include "support/LogCapture.h"
 #include "support/MessageBoxRecorder.h"
 #include "support/TemporaryHome.h"
@@ -267,6 +270,26 @@ TEST_F(Profile, ValuesSurviveTheReuseOfTheirSpace) {
         Set(file, "s", "k", std::string(static_cast<std::size_t>(length), 'v').c_str());
     Set(file, "s", "k", "short");
     EXPECT_EQ(Saved(file), "[s]\r\nfirst=1\r\nk=short\r\nlast=2\r\n");
+    m_log.Ignore();
+}
+
+// A box runs a loop, so others must be able to use profiles meanwhile.
+TEST_F(Profile, MessageBoxesWaitUntilTheLockIsFree) {
+    const std::string tooLong = "C:" + std::string(250, 'x');
+    std::string meanwhile = "blocked";
+    const auto before = vm::SetMessageBoxHandler([&](const char*, const char*, UINT) {
+        std::packaged_task<std::string()> lookUp(
+            [this] { return Get(File("[s]\nk=1\n"), "s", "k"); });
+        std::future<std::string> answer = lookUp.get_future();
+        std::thread other(std::move(lookUp));
+        if (answer.wait_for(std::chrono::seconds(20)) == std::future_status::ready)
+            meanwhile = answer.get();
+        other.detach();
+        return 1;
+    });
+    EXPECT_EQ(Get(tooLong, "s", "k"), "none");
+    vm::SetMessageBoxHandler(before);
+    EXPECT_EQ(meanwhile, "1");
     m_log.Ignore();
 }
 

@@ -112,7 +112,9 @@ TEST_F(SavedFile, PermissionsOfFileAndFolderCount) {
     const std::string locked = m_home.Write("folder/writable.ini", "old and longer");
     const std::string readOnly = m_home.Write("folder/readonly.ini", "old");
     chmod(locked.c_str(), 0666);
+    const std::string unreadable = m_home.Write("folder/unreadable.ini", "[s]\nk=1\n");
     chmod(readOnly.c_str(), 0444);
+    chmod(unreadable.c_str(), 0222);
     chmod(In("folder").c_str(), 0555);
     const ino_t before = NodeOf(locked);
     const int result = InChild([&] {
@@ -120,6 +122,10 @@ TEST_F(SavedFile, PermissionsOfFileAndFolderCount) {
         const int written = Save(locked, "new") ? 1 : 0;
         const int refused = vm::SafeFile(readOnly).IsOpen() ? 0 : 2;
         const int notMade = vm::SafeFile(In("folder/new.ini")).IsOpen() ? 0 : 4;
+        LogCapture log;
+        WritePrivateProfileString("s", "k", "2", unreadable.c_str());
+        ServiceProfile();
+        log.Ignore();
         return written | refused | notMade;
     });
     chmod(In("folder").c_str(), 0755);
@@ -127,6 +133,8 @@ TEST_F(SavedFile, PermissionsOfFileAndFolderCount) {
     EXPECT_EQ(m_home.Read("folder/writable.ini"), "new") << "in place";
     EXPECT_EQ(NodeOf(locked), before);
     EXPECT_EQ(m_home.Read("folder/readonly.ini"), "old");
+    chmod(unreadable.c_str(), 0644);
+    EXPECT_EQ(m_home.Read("folder/unreadable.ini"), "[s]\nk=1\n") << "nobody knows what it holds";
 }
 
 TEST_F(SavedFile, DevicesAreWrittenInPlace) {

@@ -17,7 +17,7 @@
 //    logged ("Profile names and values can't hold line ends: <file>") and changes nothing.
 //  - A file is known by its name as it is spelled (without regard to case): two spellings of one
 //    file are two profiles, and the one that is saved last wins. So do two processes.
-//  - A file of 2 GiB or more, or one whose reading breaks off, is logged ("Profile not read, it will
+//  - A file of 2 GiB or more, or one that is there but cannot be read, is logged ("Profile not read, it will
 //    not be written: <file>"), reads as empty and is never overwritten.
 //
 // Any thread; one lock, profileCS, is held for the whole of every call. File names are resolved as
@@ -44,8 +44,9 @@ VM_API UINT GetPrivateProfileInt(LPCSTR section, LPCSTR key, INT defaultValue, L
 
 /// Sets a value, or deletes: with a null `value` the key (but never one whose value is empty), with
 /// `key` null too all lines of the section that are not empty; its header stays. A new key goes to
-/// the end of its section, before the empty line that ends it. Does nothing for a null section or
-/// file, or a null key with a value. 0 always, not the BOOL of Win32.
+/// the end of its section: before the empty line that keeps it apart from the next one, if there is
+/// one. Does nothing for a null section or file, or a null key with a value. 0 always, not the BOOL
+/// of Win32.
 VM_API BOOL WritePrivateProfileString(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR file);
 
 /// The three for the default profile. GetProfileInt ignores its default: a missing value is 0.
@@ -68,12 +69,14 @@ VM_API BOOL GetProfileVerifyKey(LPCSTR prefix, LPCSTR file);
 /// Writes the file if it has changed and forgets it, so that the next access reads it again.
 ///
 /// When the file cannot be opened for writing, standard error gets "IniProfile::WriteProfile failed
-/// to create file to write!\n  <file>\n" and the changes are kept for the next attempt (FlushProfile
-/// drops them). When writing fails half way the file stays as it was, and a message box shows its
-/// name with the title "WriteProfile: error during profile write"; the changes stay in memory, but
-/// are written only after another change.
+/// to create file to write!\n  <file>\n", here twice, for it is tried twice. When writing fails half
+/// way, a message box shows the file's name with the title "WriteProfile: error during profile
+/// write"; the file stays as it was, unless it had to be written in place (see docs/settings.md).
+/// FlushProfile forgets the changes after both.
 VM_API void FlushProfile(LPCSTR file);
-/// Writes every file that has changed; failures as above. To be called by the host now and then.
+/// Writes every file that has changed. To be called by the host now and then. What could not be
+/// opened for writing is tried again by the next call; what failed half way is written again only
+/// after another change.
 VM_API void ServiceProfile();
 
 /// Makes the lock. The start of the library calls it; a second call does nothing. Returns 1.
