@@ -7,7 +7,10 @@
 #include <string>
 #include <utility>
 
+#include <vmcore/files/profile.h>
+
 #include "core/log.h"
+#include "midi/MidiSetup.h"
 #include "midi/midisystem.h"
 #include "midi/naming.h"
 #include "platform/midi/backends.h"
@@ -29,12 +32,20 @@ namespace {
 constexpr MMRESULT kNoOutputPort = 0xFFFFFFFF;
 constexpr char kNoName[] = "<no ascii name>";
 
+// As VMCORE_MIDI says. A loopback is what the user's set-up describes.
+std::shared_ptr<MidiPlatform> CreateUsersPlatform() {
+    std::shared_ptr<MidiPlatform> platform = CreateMidiPlatform();
+    if (auto* loopback = dynamic_cast<LoopbackPlatform*>(platform.get()))
+        loopback->DescribeBy([] { return Setup().Loopback(); });
+    return platform;
+}
+
 std::shared_ptr<MidiPlatform> TakeNextPlatform() {
     {
         std::lock_guard guard(Midi().lock);
         if (Midi().next) return std::exchange(Midi().next, nullptr);
     }
-    return CreateMidiPlatform();
+    return CreateUsersPlatform();
 }
 
 MidiId CreateOutputPort(MidiPlatform* platform, const char* name) {
@@ -86,7 +97,7 @@ std::optional<std::string> DeviceName(MidiDirection direction, UINT index) {
     const std::optional<MidiObject> endpoint = id ? platform->FindObject(id) : std::nullopt;
     if (!endpoint) return std::nullopt;
     return NameForCaps(
-        MidiConnectedName(*endpoint, [&](MidiId other) { return platform->FindObject(other); }));
+        Setup().NameOf(*endpoint, [&](MidiId other) { return platform->FindObject(other); }));
 }
 
 struct ShortPacket {
@@ -126,7 +137,9 @@ void SendEnded(void* reference) {
 }
 
 int SendRequest(MIDISysexSendRequest& request) {
-    return CurrentMidiPlatform()->SendSysex(
+    const std::shared_ptr<MidiPlatform> platform = CurrentMidiPlatform();
+    Setup().ApplyOnce(*platform, request.destination);
+    return platform->SendSysex(
         {request.destination, request.data, request.byteCount, SendEnded, &request});
 }
 
@@ -163,6 +176,8 @@ void initCoreMIDI() {
         if (Midi().platform) return;
     }
     Log(LogModule::Midi, "InitCoreMIDI - enter");
+    InitProfileManager(); // the set-up is read through it, once somebody needs it
+    Setup().Use(SetupFile::OfUser());
     std::shared_ptr<MidiPlatform> platform = TakeNextPlatform();
     StartSystem(platform.get());
     {
@@ -206,8 +221,11 @@ MMRESULT midiInGetDevCaps(UINT index, tagMIDIINCAPS* caps, UINT) {
 
 MMRESULT midiOutOpen(HMIDIOUT* handle, UINT index, DWORD_PTR, DWORD_PTR, DWORD) {
     if (!handle) return MMSYSERR_ERROR;
-    *handle = MidiHandle(CurrentMidiPlatform()->EndpointAt(MidiDirection::Output, index));
-    return *handle ? MMSYSERR_NOERROR : MMSYSERR_ERROR;
+    const std::shared_ptr<MidiPlatform> platform = CurrentMidiPlatform();
+    const MidiId destination = platform->EndpointAt(MidiDirection::Output, index);
+    if (destination) Setup().Apply(*platform, destination);
+    *handle = MidiHandle(destination);
+    return destination ? MMSYSERR_NOERROR : MMSYSERR_ERROR;
 }
 
 MMRESULT midiOutClose(HMIDIOUT) {
@@ -240,8 +258,9 @@ MMRESULT midiOutLongMsg(HMIDIOUT handle, LPMIDIHDR header, UINT) {
 }
 
 MMRESULT midiOutSetMaxSysExSpeed(HMIDIOUT handle, DWORD bytesPerSecond) {
-    return static_cast<MMRESULT>(CurrentMidiPlatform()->SetMaxSysexSpeed(
-        MidiReference(handle), bytesPerSecond ? bytesPerSecond : kMidiWireSpeed));
+    return static_cast<MMRESULT>(
+        Setup().SetHostSpeed(*CurrentMidiPlatform(), MidiReference(handle),
+                             bytesPerSecond ? bytesPerSecond : kMidiWireSpeed));
 }
 
 MMRESULT midiOutReset(HMIDIOUT) {

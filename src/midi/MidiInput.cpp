@@ -62,10 +62,13 @@ std::size_t FindPort(const InputPorts& inputs, MidiId port) {
                : static_cast<std::size_t>(found - inputs.InPortList.begin());
 }
 
+thread_local int t_receiveCalls = 0; // under way on this thread
+
 /// Takes part in the list of deliveries for its life, if the port is open.
 class RunningDelivery {
 public:
     explicit RunningDelivery(MidiId port) {
+        ++t_receiveCalls;
         InputPorts& inputs = Inputs();
         std::lock_guard guard(inputs.lock);
         const std::size_t position = FindPort(inputs, port);
@@ -77,6 +80,7 @@ public:
     }
 
     ~RunningDelivery() {
+        --t_receiveCalls;
         if (!IsKnownPort()) return;
         InputPorts& inputs = Inputs();
         std::lock_guard guard(inputs.lock);
@@ -183,6 +187,7 @@ void MyMIDICallbackProc(std::span<const MidiPacket> packets, void* refCon, void*
     CallbackSink sink(reinterpret_cast<MIDIINPROC>(refCon), running.Get());
     for (const MidiPacket& packet : packets) {
         if (running.Get().closed) return;
+        if (packet.afterLoss) running.Get().accumulator->clear();
         ParseMidiPacket(packet.bytes, *running.Get().accumulator, sink);
     }
 }
@@ -237,6 +242,10 @@ bool ConnectPort(MidiPlatform& platform, MidiId port, UINT index, DWORD_PTR inst
 }
 
 } // namespace
+
+bool IsMidiReceiveThread() {
+    return t_receiveCalls > 0;
+}
 
 void ForgetInputPorts() {
     InputPorts& inputs = Inputs();

@@ -37,6 +37,9 @@ void UseMidiPlatform(std::shared_ptr<MidiPlatform> platform);
 /// has stopped. A callback that still runs is the last of its port.
 void ForgetInputPorts();
 
+/// True inside a receive call, where nothing may take long.
+bool IsMidiReceiveThread();
+
 /// Handles carry a 32-bit reference in a pointer.
 inline void* MidiHandle(MidiId id) {
     return reinterpret_cast<void*>(static_cast<std::uintptr_t>(id));

@@ -1,9 +1,12 @@
 #include "platform/midi/endpointTable.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
+
+#include "midi/naming.h"
 
 using testing::ElementsAre;
 using vm::EndpointTable;
@@ -69,6 +72,31 @@ TEST(EndpointTable, TwinsAreNumberedAndKeepTheirNumbers) {
     FoundEndpoint first = Port("b", "Card");
     table.Update({first, second});
     EXPECT_THAT(DeviceNames(table), ElementsAre("Card", "Card")) << "two ports of one device";
+}
+
+TEST(EndpointTable, DeviceThatIsPluggedInIsAnExternalEndpoint) {
+    EndpointTable table;
+    FoundEndpoint out = Port("a", "Interface"), in = Port("b", "Interface");
+    out.connectedTo = "Synth";
+    in.connectedTo = "Keyboard";
+    in.direction = MidiDirection::Input;
+    table.Update({out, in, Port("c", "Interface")});
+    const auto find = [&](vm::MidiId id) -> std::optional<vm::MidiObject> {
+        const vm::MidiObject* object = table.FindObject(id);
+        return object ? std::optional(*object) : std::nullopt;
+    };
+    const auto name = [&](const EndpointTable::Endpoint* endpoint) {
+        return vm::MidiConnectedName(endpoint->object, find);
+    };
+    EXPECT_EQ(name(table.At(MidiDirection::Output, 0)), "Synth");
+    EXPECT_EQ(name(table.At(MidiDirection::Input, 0)), "Keyboard");
+    EXPECT_EQ(name(table.At(MidiDirection::Output, 1)), "Interface #3 Port");
+    const auto ids = vm::ConnectedMidiIds(table.At(MidiDirection::Input, 0)->object.connections);
+    ASSERT_EQ(ids.size(), 1U);
+    EXPECT_EQ(table.FindObject(ids[0])->kind, vm::MidiObjectKind::ExternalSource);
+    EXPECT_EQ(table.Count(MidiDirection::Output), 2);
+    table.Clear();
+    EXPECT_EQ(table.FindObject(ids[0]), nullptr);
 }
 
 TEST(EndpointTable, PortsThatNothingTellsApartAreTwoPorts) {

@@ -13,21 +13,6 @@ using vm::MidiObjectKind;
 
 class MMSystem : public MidiSystemTest {
 protected:
-    /// A message of `length` bytes whose inside tells it from others.
-    static Bytes Dump(std::size_t length, unsigned seed) {
-        Bytes bytes(length);
-        for (std::size_t i = 0; i < length; ++i)
-            bytes[i] = static_cast<std::uint8_t>((i * 7 + i / 128 + seed) & 0x7F);
-        bytes.front() = 0xF0;
-        bytes.back() = 0xF7;
-        return bytes;
-    }
-    static MIDIHDR HeaderFor(Bytes& bytes) {
-        MIDIHDR header = {};
-        header.lpData = bytes.data();
-        header.dwBufferLength = static_cast<DWORD>(bytes.size());
-        return header;
-    }
     static std::string OutName(UINT index) {
         MIDIOUTCAPS caps;
         std::memset(&caps, '#', sizeof caps);

@@ -1,6 +1,7 @@
 // A host's MIDI callback that records what it is given, and a running MIDI system around a test.
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <memory>
@@ -71,6 +72,32 @@ private:
     std::vector<Call> m_calls;
 };
 
+/// A System Exclusive message whose inside tells it from others.
+inline Bytes Dump(std::size_t length, unsigned seed) {
+    Bytes bytes(length);
+    for (std::size_t i = 0; i < length; ++i)
+        bytes[i] = static_cast<std::uint8_t>((i * 7 + i / 128 + seed) & 0x7F);
+    bytes.front() = 0xF0;
+    bytes.back() = 0xF7;
+    return bytes;
+}
+
+inline MIDIHDR HeaderFor(Bytes& bytes) {
+    MIDIHDR header = {};
+    header.lpData = bytes.data();
+    header.dwBufferLength = static_cast<DWORD>(bytes.size());
+    return header;
+}
+
+inline bool IsDone(MIDIHDR& header) {
+    return (std::atomic_ref<DWORD>(header.dwFlags).load(std::memory_order_acquire) & MHDR_DONE) !=
+           0;
+}
+
+inline void WaitUntilDone(MIDIHDR& header) {
+    while (!IsDone(header)) std::this_thread::yield(); // the watchdog ends it
+}
+
 /// A test with the MIDI system up on a loopback of its own. Lines logged by start-up are dropped.
 class MidiSystemTest : public testing::Test {
 protected:
@@ -98,14 +125,6 @@ protected:
         EXPECT_EQ(midiInOpen(&handle, index, recorder.Callback(), recorder.Instance(), 0), 0U);
         m_log.Ignore();
         return handle;
-    }
-
-    static bool IsDone(MIDIHDR& header) {
-        return (std::atomic_ref<DWORD>(header.dwFlags).load(std::memory_order_acquire) &
-                MHDR_DONE) != 0;
-    }
-    static void WaitUntilDone(MIDIHDR& header) {
-        while (!IsDone(header)) std::this_thread::yield(); // the watchdog ends it
     }
 
     Watchdog m_watchdog;

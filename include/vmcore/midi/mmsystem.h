@@ -23,6 +23,9 @@
 // no time stamps, output never calls back, client buffers of input are never filled, and the two
 // callback messages have the values 1 and 2.
 //
+// Names and speeds are the user's to set: docs/midi.md describes the set-up file, the back ends, and
+// what happens while a device is unplugged.
+//
 // Threads: every function may be called from any thread. Input callbacks come on the MIDI receive
 // thread, never on the main thread.
 #pragma once
@@ -158,8 +161,9 @@ VM_API MMRESULT midiThruShortMsg(HMIDIOUT handle, DWORD message);
 /// waits for ever, when the send ends early (the endpoint disappears, the MIDI system is shut down)
 /// and at once when it cannot begin.
 VM_API MMRESULT midiOutLongMsg(HMIDIOUT handle, LPMIDIHDR header, UINT size);
-/// Bytes a second of long messages to this endpoint; 0 means 3125, the speed of a MIDI cable and
-/// the default. Returns the system's result.
+/// Bytes a second of long messages to this endpoint; 0 means 3125, the speed of a MIDI cable. From
+/// now on the user's set-up does not count, which else holds, or 3125 without it. Returns the
+/// system's result.
 VM_API MMRESULT midiOutSetMaxSysExSpeed(HMIDIOUT handle, DWORD bytesPerSecond);
 
 VM_API MMRESULT midiOutReset(HMIDIOUT handle);                                        ///< 0

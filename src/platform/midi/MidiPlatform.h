@@ -28,6 +28,7 @@ inline constexpr std::uint32_t kMidiWireSpeed = 3125; ///< bytes a second on a M
 struct MidiPacket {
     std::uint64_t time = 0;
     std::span<const std::uint8_t> bytes;
+    bool afterLoss = false; ///< bytes before it were lost: a message they were part of is no more
 };
 
 /// Called with what arrived at `port`'s connected source, in order. `portReference` was given with

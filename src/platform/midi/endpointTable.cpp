@@ -31,7 +31,7 @@ bool IsSame(const EndpointTable::Endpoint& a, const EndpointTable::Endpoint& b) 
         return entity && entity->device ? entity->device->name : std::string();
     };
     return std::tie(a.id, a.address, a.object.name) == std::tie(b.id, b.address, b.object.name) &&
-           device(a) == device(b);
+           device(a) == device(b) && a.object.connections == b.object.connections;
 }
 
 } // namespace
@@ -41,6 +41,7 @@ bool EndpointTable::Update(std::vector<FoundEndpoint> found) {
     std::ranges::stable_sort(
         found, {}, [](const FoundEndpoint& each) { return std::tie(each.rank, each.key); });
     NumberTwins(found);
+    m_externals.clear();
     std::vector<Endpoint> endpoints;
     for (const FoundEndpoint& each : found) {
         const MidiId id = IdOf(each.key);
@@ -48,10 +49,24 @@ bool EndpointTable::Update(std::vector<FoundEndpoint> found) {
                                                                   : MidiObjectKind::Source;
         endpoints.push_back(
             {id, each.address, each.direction, {id, kind, each.name, each.entity, {}}});
+        DescribeConnection(endpoints.back().object, each);
     }
     const bool same = std::ranges::equal(endpoints, m_endpoints, IsSame);
     m_endpoints = std::move(endpoints);
     return !same;
+}
+
+// The device is the only thing known about what is plugged in.
+void EndpointTable::DescribeConnection(MidiObject& endpoint, const FoundEndpoint& found) {
+    if (found.connectedTo.empty()) return;
+    const MidiId id = IdOf(found.key + "|connected");
+    const auto kind = found.direction == MidiDirection::Output ? MidiObjectKind::ExternalDestination
+                                                               : MidiObjectKind::ExternalSource;
+    m_externals.push_back({id, kind, {}, MidiEntity{{}, MidiDevice{found.connectedTo}}, {}});
+    std::vector<std::uint8_t> bytes;
+    for (int shift = 24; shift >= 0; shift -= 8)
+        bytes.push_back(static_cast<std::uint8_t>(id >> shift));
+    endpoint.connections = std::move(bytes);
 }
 
 void EndpointTable::NumberTwins(std::vector<FoundEndpoint>& found) {
@@ -95,6 +110,12 @@ const EndpointTable::Endpoint* EndpointTable::At(MidiDirection direction,
 const EndpointTable::Endpoint* EndpointTable::Find(MidiId id) const {
     const auto found = std::ranges::find(m_endpoints, id, &Endpoint::id);
     return found == m_endpoints.end() ? nullptr : &*found;
+}
+
+const MidiObject* EndpointTable::FindObject(MidiId id) const {
+    if (const Endpoint* endpoint = Find(id)) return &endpoint->object;
+    const auto found = std::ranges::find(m_externals, id, &MidiObject::id);
+    return found == m_externals.end() ? nullptr : &*found;
 }
 
 } // namespace vm

@@ -17,8 +17,9 @@ struct FoundEndpoint {
     MidiDirection direction = MidiDirection::Output;
     std::string name = {};
     std::optional<MidiEntity> entity = {};
-    std::string deviceKey = {}; ///< what tells two devices of one name apart; empty for none
-    int rank = 0;               ///< lower ones come first: hardware before programs
+    std::string deviceKey = {};   ///< what tells two devices of one name apart; empty for none
+    int rank = 0;                 ///< lower ones come first: hardware before programs
+    std::string connectedTo = {}; ///< the device plugged in, as the system knows it; often empty
 };
 
 class EndpointTable {
@@ -39,13 +40,18 @@ public:
     int Count(MidiDirection direction) const;
     const Endpoint* At(MidiDirection direction, std::uint32_t index) const; ///< null for none
     const Endpoint* Find(MidiId id) const; ///< null when it is gone
+    /// An endpoint, or the pseudo object behind one that stands for the device plugged in.
+    const MidiObject* FindObject(MidiId id) const;
 
 private:
     MidiId IdOf(const std::string& key);
     void NumberTwins(std::vector<FoundEndpoint>& found);
     int TwinNumber(const std::string& name, const std::string& deviceKey);
 
+    void DescribeConnection(MidiObject& endpoint, const FoundEndpoint& found);
+
     std::vector<Endpoint> m_endpoints;
+    std::vector<MidiObject> m_externals;
     std::map<MidiId, std::string> m_keys; ///< every identifier that was ever given
     /// The devices that were ever seen of each name, in the order of their numbers.
     std::map<std::string, std::vector<std::string>> m_twins;

@@ -16,6 +16,7 @@ std::size_t SysexChunk(std::uint32_t bytesPerSecond);
 struct SysexGap {
     std::size_t bytes = 0;
     std::chrono::milliseconds pause{0};
+    bool operator==(const SysexGap&) const = default;
 };
 
 /// One message on its way. Each chunk leaves when the bytes before it have passed at the given

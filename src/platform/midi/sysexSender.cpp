@@ -72,6 +72,14 @@ int SysexSender::SetGap(MidiId destination, SysexGap gap) {
     return kMidiOk;
 }
 
+void SysexSender::End(MidiId destination) {
+    std::lock_guard guard(m_lock);
+    const auto found = m_lanes.find(destination);
+    if (found == m_lanes.end()) return;
+    found->second.ending = found->second.messages.size();
+    m_changed.notify_all();
+}
+
 void SysexSender::Stop() {
     std::thread thread;
     {
@@ -109,6 +117,7 @@ SysexSender::Lane* SysexSender::NextLane() {
 }
 
 Time SysexSender::Lane::NextTime() const {
+    if (ending > 0) return Time::zero();
     const bool isBehind = written < schedule->Sent();
     return isBehind ? retryAt : std::max(retryAt, schedule->NextTime());
 }
@@ -120,6 +129,7 @@ void SysexSender::BeginFirst(Lane& lane, Time start) const {
 }
 
 void SysexSender::Advance(Lock& lock, Lane& lane, Time now) {
+    if (lane.ending > 0) return EndFirst(lock, lane, now);
     if (lane.written == lane.schedule->Sent()) lane.schedule->Take(now);
     const MidiSysexSend message = lane.messages.front();
     const std::size_t count = lane.schedule->Sent() - lane.written;
@@ -141,6 +151,7 @@ void SysexSender::Advance(Lock& lock, Lane& lane, Time now) {
 void SysexSender::EndFirst(Lock& lock, Lane& lane, Time nextStart) {
     const MidiSysexSend ended = lane.messages.front();
     lane.messages.pop_front();
+    if (lane.ending > 0) --lane.ending;
     lane.schedule.reset();
     if (!lane.messages.empty()) BeginFirst(lane, nextStart);
     if (!ended.done) return;
@@ -155,6 +166,7 @@ void SysexSender::EndAll(Lock& lock) {
         ended.insert(ended.end(), lane.messages.begin(), lane.messages.end());
         lane.messages.clear();
         lane.schedule.reset();
+        lane.ending = 0;
     }
     lock.unlock();
     for (const MidiSysexSend& message : ended)

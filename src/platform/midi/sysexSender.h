@@ -36,6 +36,8 @@ public:
     int SetSpeed(MidiId destination, std::uint32_t bytesPerSecond);
     std::uint32_t Speed(MidiId destination);
     int SetGap(MidiId destination, SysexGap gap);
+    /// Ends the messages to this destination, for one that has gone: soon, whatever their speed.
+    void End(MidiId destination);
     /// Ends all messages and the thread; nothing can be sent afterwards.
     void Stop();
 
@@ -47,6 +49,7 @@ private:
         std::uint32_t speed = kMidiWireSpeed;
         SysexGap gap = {};
         std::size_t written = 0;          ///< of the first message
+        std::size_t ending = 0;           ///< so many messages are to end at once
         SysexSchedule::Time retryAt = {}; ///< not before this, after kMidiBusy
         SysexSchedule::Time lastProgress = {};
 

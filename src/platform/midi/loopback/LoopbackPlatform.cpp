@@ -2,8 +2,6 @@
 #include "platform/midi/loopback/LoopbackPlatform.h"
 
 #include <algorithm>
-#include <chrono>
-#include <system_error>
 #include <utility>
 
 namespace vm {
@@ -11,9 +9,6 @@ namespace vm {
 namespace {
 
 constexpr MidiId kClient = 1;
-constexpr std::size_t kLongestPacketList = 64;
-// A receive call may be waiting for the very thread that stops the back end.
-constexpr std::chrono::seconds kStopLimit{2};
 
 constexpr MidiObjectKind EndpointKind(MidiDirection direction) {
     return direction == MidiDirection::Output ? MidiObjectKind::Destination
@@ -38,57 +33,45 @@ LoopbackPlatform::LoopbackPlatform(LoopbackSetup setup)
           return WriteSysexPiece(destination, piece);
       }) {}
 
+void LoopbackPlatform::DescribeBy(std::function<std::optional<LoopbackSetup>()> describe) {
+    std::lock_guard guard(m_lock);
+    m_describe = std::move(describe);
+}
+
 MidiId LoopbackPlatform::Start(const char*) {
     std::lock_guard guard(m_lock);
     if (m_state != State::Idle) return 0;
-    try {
-        m_receiveThread = std::thread([self = shared_from_this()] { self->Run(); });
-    } catch (const std::system_error&) {
-        return 0;
-    }
+    if (!m_receiveThread.Start([self = shared_from_this()] { self->Run(); })) return 0;
     m_state = State::Starting;
     return kClient;
 }
 
 int LoopbackPlatform::Stop() {
     m_sender.Stop();
-    Lock lock(m_lock);
-    if (m_state == State::Idle || m_state == State::Stopped) return kMidiNotRunning;
-    m_state = State::Stopped;
-    m_connections.clear();
-    m_ports.clear();
+    {
+        std::lock_guard guard(m_lock);
+        if (m_state == State::Idle || m_state == State::Stopped) return kMidiNotRunning;
+        m_state = State::Stopped;
+        m_ports.Clear();
+    }
     m_stateChanged.notify_all();
     m_arrived.notify_all();
-    std::thread thread = std::move(m_receiveThread);
-    const bool onReceiveThread = thread.get_id() == std::this_thread::get_id();
-    if (!onReceiveThread)
-        m_stateChanged.wait_for(lock, kStopLimit, [this] { return m_threadEnded; });
-    const bool ended = m_threadEnded;
-    lock.unlock();
-    if (ended)
-        thread.join();
-    else
-        thread.detach(); // it holds this object until its receive call returns
+    m_receiveThread.End(); // if left behind, it holds this object until its receive call returns
     return kMidiOk;
 }
 
-MidiId LoopbackPlatform::CreateOutputPort(const char* name) {
-    return CreateInputPort(name, nullptr, nullptr);
+MidiId LoopbackPlatform::CreateOutputPort(const char*) {
+    std::lock_guard guard(m_lock);
+    return IsUp() ? m_ports.CreateOutput() : 0;
 }
 
 MidiId LoopbackPlatform::CreateInputPort(const char*, MidiReceive receive, void* portReference) {
     std::lock_guard guard(m_lock);
-    if (m_state != State::Starting && m_state != State::Running) return 0;
-    m_ports.push_back({++m_lastPort, receive, portReference});
-    return m_lastPort;
+    return IsUp() ? m_ports.CreateInput(receive, portReference) : 0;
 }
 
 int LoopbackPlatform::DisposePort(MidiId port) {
-    std::lock_guard guard(m_lock);
-    std::erase_if(m_connections, [port](const Connection& each) { return each.port == port; });
-    const auto removed =
-        std::erase_if(m_ports, [port](const Port& each) { return each.id == port; });
-    return removed ? kMidiOk : kMidiUnknownPort;
+    return m_ports.Dispose(port);
 }
 
 int LoopbackPlatform::Count(MidiDirection direction) {
@@ -118,8 +101,7 @@ int LoopbackPlatform::Send(MidiId outputPort, MidiId destination,
                            std::span<const std::uint8_t> bytes) {
     Lock lock(m_lock);
     if (!WaitForStart(lock)) return kMidiNotRunning;
-    const Port* port = FindPort(outputPort);
-    if (!port || port->receive) return kMidiUnknownPort;
+    if (!m_ports.IsOutput(outputPort)) return kMidiUnknownPort;
     return Carry(destination, bytes);
 }
 
@@ -152,19 +134,13 @@ int LoopbackPlatform::SetSysexGap(MidiId destination, SysexGap gap) {
 int LoopbackPlatform::ConnectSource(MidiId inputPort, MidiId source, void* sourceReference) {
     Lock lock(m_lock);
     if (!WaitForStart(lock)) return kMidiNotRunning;
-    const Port* port = FindPort(inputPort);
-    if (!port || !port->receive) return kMidiUnknownPort;
+    if (!m_ports.IsInput(inputPort)) return kMidiUnknownPort;
     if (!Find(source, MidiObjectKind::Source)) return kMidiUnknownEndpoint;
-    m_connections.push_back({inputPort, source, sourceReference});
-    return kMidiOk;
+    return m_ports.Connect(inputPort, source, sourceReference);
 }
 
 int LoopbackPlatform::DisconnectSource(MidiId inputPort, MidiId source) {
-    std::lock_guard guard(m_lock);
-    const auto removed = std::erase_if(m_connections, [=](const Connection& each) {
-        return each.port == inputPort && each.source == source;
-    });
-    return removed ? kMidiOk : kMidiUnknownEndpoint;
+    return m_ports.Disconnect(inputPort, source);
 }
 
 int LoopbackPlatform::Receive(MidiId source,
@@ -182,7 +158,11 @@ void LoopbackPlatform::RemoveEndpoint(MidiId id) {
     std::erase_if(m_setup.wires, [id](const LoopbackWire& each) {
         return each.destination == id || each.source == id;
     });
-    std::erase_if(m_connections, [id](const Connection& each) { return each.source == id; });
+    m_ports.DisconnectAll(id);
+}
+
+bool LoopbackPlatform::IsUp() const {
+    return m_state == State::Starting || m_state == State::Running;
 }
 
 bool LoopbackPlatform::WaitForStart(Lock& lock) {
@@ -194,11 +174,6 @@ const MidiObject* LoopbackPlatform::Find(MidiId id, MidiObjectKind kind) const {
     for (const MidiObject& object : m_setup.objects)
         if (object.id == id && object.kind == kind) return &object;
     return nullptr;
-}
-
-const LoopbackPlatform::Port* LoopbackPlatform::FindPort(MidiId id) const {
-    const auto found = std::ranges::find(m_ports, id, &Port::id);
-    return found == m_ports.end() ? nullptr : &*found;
 }
 
 int LoopbackPlatform::Carry(MidiId destination, std::span<const std::uint8_t> bytes) {
@@ -215,57 +190,35 @@ int LoopbackPlatform::WriteSysexPiece(MidiId destination, std::span<const std::u
 }
 
 void LoopbackPlatform::Append(MidiId source, std::span<const std::uint8_t> bytes) {
-    m_arriving.bytes.insert(m_arriving.bytes.end(), bytes.begin(), bytes.end());
-    m_arriving.packets.push_back({source, bytes.size()});
+    m_arriving.Append(source, bytes);
     m_arrived.notify_all();
 }
 
+// With no lock held: it may read a file.
+void LoopbackPlatform::Describe() {
+    if (!m_describe) return;
+    std::optional<LoopbackSetup> described = m_describe();
+    std::lock_guard guard(m_lock);
+    if (described) m_setup = std::move(*described);
+}
+
 void LoopbackPlatform::Run() {
+    Describe();
     if (m_setup.beforeStart) m_setup.beforeStart();
     Lock lock(m_lock);
     if (m_state == State::Starting) m_state = State::Running;
     m_stateChanged.notify_all();
     while (m_state == State::Running) {
-        if (m_arriving.packets.empty()) {
+        if (m_arriving.IsEmpty()) {
             m_arrived.wait(lock);
             continue;
         }
         std::swap(m_arriving, m_delivering);
         lock.unlock();
-        Deliver();
+        m_ports.Deliver(m_delivering);
+        m_delivering.Clear();
         lock.lock();
     }
-    m_threadEnded = true;
-    m_stateChanged.notify_all();
-}
-
-// Neighbouring packets of one source make one packet list, up to its limit.
-void LoopbackPlatform::Deliver() {
-    std::span<const std::uint8_t> bytes = m_delivering.bytes;
-    const auto& packets = m_delivering.packets;
-    for (std::size_t i = 0; i < packets.size(); ++i) {
-        m_packets.push_back({0, bytes.first(packets[i].length)});
-        bytes = bytes.subspan(packets[i].length);
-        const bool goesOn = i + 1 < packets.size() && packets[i + 1].source == packets[i].source;
-        if (goesOn && m_packets.size() < kLongestPacketList) continue;
-        DeliverFrom(packets[i].source);
-        m_packets.clear();
-    }
-    m_delivering.bytes.clear();
-    m_delivering.packets.clear();
-}
-
-void LoopbackPlatform::DeliverFrom(MidiId source) {
-    m_receivers.clear();
-    {
-        std::lock_guard guard(m_lock);
-        for (const Connection& each : m_connections) {
-            const Port* port = each.source == source ? FindPort(each.port) : nullptr;
-            if (port) m_receivers.push_back({port->receive, port->reference, each.reference});
-        }
-    }
-    for (const Receiver& each : m_receivers)
-        each.receive(m_packets, each.portReference, each.sourceReference);
 }
 
 } // namespace vm

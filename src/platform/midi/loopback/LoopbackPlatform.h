@@ -7,10 +7,11 @@
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 #include "platform/midi/MidiPlatform.h"
+#include "platform/midi/limitedThread.h"
+#include "platform/midi/portTable.h"
 #include "platform/midi/sysexSender.h"
 
 namespace vm {
@@ -36,6 +37,10 @@ class LoopbackPlatform : public MidiPlatform,
 public:
     explicit LoopbackPlatform(LoopbackSetup setup = LoopbackSetup::Default());
 
+    /// Before Start: called on the back end's thread, before it is started. What it returns replaces
+    /// the set-up, unless that is nothing.
+    void DescribeBy(std::function<std::optional<LoopbackSetup>()> describe);
+
     MidiId Start(const char* clientName) override;
     int Stop() override;
     MidiId CreateOutputPort(const char* name) override;
@@ -59,59 +64,28 @@ public:
 
 private:
     enum class State { Idle, Starting, Running, Stopped };
-    struct Port {
-        MidiId id;
-        MidiReceive receive; // null for output
-        void* reference;
-    };
-    struct Connection {
-        MidiId port;
-        MidiId source;
-        void* reference;
-    };
-    /// Packets on their way. The two of them change places, so that traffic allocates nothing once
-    /// they have grown.
-    struct Traffic {
-        struct Packet {
-            MidiId source;
-            std::size_t length;
-        };
-        std::vector<std::uint8_t> bytes;
-        std::vector<Packet> packets;
-    };
-    struct Receiver {
-        MidiReceive receive;
-        void* portReference;
-        void* sourceReference;
-    };
     using Lock = std::unique_lock<std::mutex>;
 
+    bool IsUp() const;
     bool WaitForStart(Lock& lock);
     const MidiObject* Find(MidiId id, MidiObjectKind kind) const;
-    const Port* FindPort(MidiId id) const;
     int Carry(MidiId destination, std::span<const std::uint8_t> bytes);
     int WriteSysexPiece(MidiId destination, std::span<const std::uint8_t> piece);
     void Append(MidiId source, std::span<const std::uint8_t> bytes);
+    void Describe();
     void Run();
-    void Deliver();
-    void DeliverFrom(MidiId source);
 
-    std::mutex m_lock; // guards everything down to m_receiveThread
+    std::mutex m_lock; // guards everything down to m_arriving
     std::condition_variable m_stateChanged;
     std::condition_variable m_arrived;
     State m_state = State::Idle;
-    bool m_threadEnded = false;
     LoopbackSetup m_setup;
-    MidiId m_lastPort = 0;
-    std::vector<Port> m_ports;
-    std::vector<Connection> m_connections;
-    Traffic m_arriving;
-    std::thread m_receiveThread;
+    std::function<std::optional<LoopbackSetup>()> m_describe;
+    MidiTraffic m_arriving;
 
-    Traffic m_delivering; // these three: the receive thread only
-    std::vector<MidiPacket> m_packets;
-    std::vector<Receiver> m_receivers;
-
+    PortTable m_ports;
+    MidiTraffic m_delivering; // the receive thread's; changes places with m_arriving
+    LimitedThread m_receiveThread;
     SysexSender m_sender;
 };
 
