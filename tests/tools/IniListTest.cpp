@@ -8,6 +8,7 @@
 #include <vmcore/files/profile.h>
 
 #include "iniEdit.h"
+#include "json.h"
 #include "support/TemporaryHome.h"
 
 using namespace vm::tool;

@@ -22,7 +22,4 @@ std::vector<std::size_t> HiddenEntries(const IniText& text, std::string_view sec
 /// Everything, or the blocks of one section, with line numbers.
 std::string ListAsJson(const IniText& text, std::optional<std::string_view> section);
 
-/// A string literal. Bytes that are not UTF-8 become \u00XX.
-std::string JsonString(std::string_view text);
-
 } // namespace vm::tool

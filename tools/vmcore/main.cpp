@@ -1,13 +1,15 @@
 // The program `vmcore`: puts the subcommands together and turns their ends into an exit status. Each
-// subsystem adds its own, see ini.h.
+// subsystem adds its own, see ini.h and midi.h.
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 #include <CLI/CLI.hpp>
 
 #include "command.h"
 #include "core/log.h"
 #include "ini.h"
+#include "midi.h"
 
 namespace {
 
@@ -16,6 +18,14 @@ constexpr const char* kFooter =
 
 Exit status: 0 well; 1 the answer is no, or an edit was refused or failed; 2 a
 file cannot be read, or wrong usage. Messages go to standard error.)";
+
+// The commands look at the outcome and say it in their own words. What the library warns of, such as
+// a mistake in a set-up file, is the user's to know.
+void ShowWarning(vm::Outlet, const std::string& line) {
+    constexpr std::string_view kBeginning = "Warning! ";
+    if (line.starts_with(kBeginning))
+        std::fprintf(stderr, "vmcore: %s\n", line.c_str() + kBeginning.size());
+}
 
 int Run(CLI::App& app, int argc, char** argv) {
     try {
@@ -37,8 +47,8 @@ int main(int argc, char** argv) {
     app.footer(kFooter);
     app.require_subcommand(1);
     vm::tool::AddIniCommands(app);
-    // The commands look at the outcome and say it in their own words.
-    vm::SetLineSink([](vm::Outlet, const std::string&) {});
+    vm::tool::AddMidiCommands(app);
+    vm::SetLineSink(ShowWarning);
     const int status = Run(app, argc, argv);
     if (std::fflush(stdout) == 0 && !std::ferror(stdout)) return status;
     std::perror("vmcore: standard output");
