@@ -1,0 +1,23 @@
+// A JACK server of the benchmark's own, with a program on it that sends back what it is sent.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "child.h"
+
+namespace bench {
+
+class JackGraph {
+public:
+    JackGraph(); ///< throws NotMeasured where there is no jackd
+
+private:
+    std::string m_name;
+    std::optional<Child> m_server, m_thru;
+};
+
+/// The program that sends back. Runs until it is ended; false when it cannot.
+bool RunThru();
+
+} // namespace bench

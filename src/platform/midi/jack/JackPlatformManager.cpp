@@ -1,0 +1,174 @@
+// The manager thread: the only one that asks the server for something. In every round it brings
+// about what is wanted: a server, the list of its ports, a port of ours for every endpoint in use.
+#include <algorithm>
+#include <utility>
+
+#include "core/log.h"
+#include "platform/midi/jack/JackPlatform.h"
+
+namespace vm {
+
+namespace {
+constexpr std::chrono::seconds kAttemptEvery{1};
+constexpr std::chrono::seconds kKeepUnused{1};
+constexpr std::chrono::milliseconds kTidySoon{20};
+constexpr std::chrono::hours kNothingToDo{1};
+} // namespace
+
+void JackPlatform::Manage() {
+    Lock lock(m_lock);
+    while (IsUp()) {
+        const std::uint64_t asked = m_asked;
+        m_isManagerWoken = false;
+        lock.unlock();
+        const Clock::duration pause = Round();
+        lock.lock();
+        m_served = asked;
+        if (m_state == State::Starting) m_state = State::Running;
+        m_changed.notify_all();
+        m_managerWoken.wait_for(lock, pause, [this] { return m_isManagerWoken || !IsUp(); });
+    }
+    lock.unlock();
+    CloseSession();
+}
+
+/// How long there is nothing to do unless somebody wakes the manager.
+JackPlatform::Clock::duration JackPlatform::Round() {
+    if (m_session && m_session->HasDied()) CloseSession();
+    if (!m_session && Clock::now() >= m_nextAttempt) OpenSession();
+    if (!m_session) return std::max(Clock::duration::zero(), m_nextAttempt - Clock::now());
+    UpdateEndpoints();
+    OpenMissingOutputs();
+    OpenMissingInputs();
+    const bool isUnusedLeft = CloseUnusedInputs();
+    if (!m_session->Tidy()) return kTidySoon;
+    return isUnusedLeft ? Clock::duration(kKeepUnused) : Clock::duration(kNothingToDo);
+}
+
+void JackPlatform::OpenSession() {
+    m_session = JackSession::Open(*m_jack, m_clientName, m_arrived, [weak = weak_from_this()] {
+        if (const auto self = weak.lock()) self->WakeManager();
+    });
+    m_nextAttempt = Clock::now() + kAttemptEvery;
+    if (!m_session) return;
+    if (std::exchange(m_hasLostServer, false)) Log(LogModule::Midi, "The JACK server is back");
+    std::lock_guard guard(m_lock);
+    m_inbox = m_session->Inbox();
+    m_arrived->Post();
+}
+
+// Senders are told before the library is asked to close, which may take its time.
+void JackPlatform::CloseSession() {
+    if (!m_session) return;
+    {
+        std::lock_guard guard(m_lock);
+        m_endpoints.Clear();
+        m_hasLostServer = IsUp() && m_session->HasDied();
+    }
+    CloseGone();
+    if (m_hasLostServer) Log(LogModule::Midi, "The JACK server has stopped");
+    JackSession::Close(std::exchange(m_session, nullptr));
+    m_nextAttempt = Clock::now() + kAttemptEvery;
+}
+
+void JackPlatform::UpdateEndpoints() {
+    std::optional<std::vector<FoundEndpoint>> found = m_session->ChangedEndpoints();
+    if (!found) return;
+    {
+        std::lock_guard guard(m_lock);
+        m_endpoints.Update(*std::move(found));
+    }
+    CloseGone();
+}
+
+/// Closes our ports whose endpoints are not in the table any more.
+void JackPlatform::CloseGone() {
+    std::map<MidiId, Output> outputs;
+    std::vector<std::shared_ptr<JackInput>> inputs;
+    {
+        std::lock_guard guard(m_lock);
+        std::erase_if(m_outputs, [&](const auto& each) {
+            if (m_endpoints.Find(each.first)) return false;
+            return outputs.insert(each).second;
+        });
+        std::erase_if(m_inputs, [&](const auto& each) {
+            if (m_endpoints.Find(each.first)) return false;
+            inputs.push_back(each.second.input);
+            m_torn.insert(each.first);
+            return true;
+        });
+    }
+    for (const auto& [id, output] : outputs) {
+        m_session->CloseOutput(output);
+        m_sender.End(id);
+    }
+    for (const auto& input : inputs) m_session->CloseInput(input);
+}
+
+void JackPlatform::OpenMissingOutputs() {
+    std::vector<Missing> missing;
+    {
+        std::lock_guard guard(m_lock);
+        for (const MidiId id : m_wanted)
+            if (const auto* endpoint = m_endpoints.Find(id); endpoint && !m_outputs.contains(id))
+                missing.push_back({id, endpoint->address});
+    }
+    for (const auto& [id, address] : missing) {
+        Output output = m_session->OpenOutput(address);
+        std::lock_guard guard(m_lock);
+        if (output) m_outputs[id] = std::move(output);
+    }
+}
+
+void JackPlatform::OpenMissingInputs() {
+    std::vector<Missing> missing;
+    std::set<MidiId> torn;
+    {
+        std::lock_guard guard(m_lock);
+        for (const MidiId id : m_ports.ConnectedSources())
+            if (const auto* endpoint = m_endpoints.Find(id); endpoint && !m_inputs.contains(id))
+                missing.push_back({id, endpoint->address});
+        for (const auto& [id, address] : missing)
+            if (m_torn.erase(id)) torn.insert(id);
+    }
+    std::map<MidiId, Input> opened;
+    for (const auto& [id, address] : missing)
+        if (auto input = m_session->OpenInput(id, address, torn.contains(id)))
+            opened[id].input = std::move(input);
+    if (opened.empty()) return;
+    m_session->AwaitInputs();
+    std::lock_guard guard(m_lock);
+    m_inputs.merge(opened);
+}
+
+/// True when there are some that are still kept.
+bool JackPlatform::CloseUnusedInputs() {
+    std::vector<std::shared_ptr<JackInput>> closing;
+    bool isUnusedLeft = false;
+    {
+        std::lock_guard guard(m_lock);
+        NoteUnusedInputs();
+        const Clock::time_point before = Clock::now() - kKeepUnused;
+        std::erase_if(m_inputs, [&](const auto& each) {
+            const Input& input = each.second;
+            const bool isOver = input.unusedSince && *input.unusedSince <= before;
+            if (isOver) closing.push_back(input.input);
+            isUnusedLeft |= input.unusedSince && !isOver;
+            return isOver;
+        });
+    }
+    for (const auto& input : closing) m_session->CloseInput(input);
+    return isUnusedLeft;
+}
+
+void JackPlatform::NoteUnusedInputs() {
+    const std::vector<MidiId> used = m_ports.ConnectedSources();
+    for (auto& [source, input] : m_inputs) {
+        if (std::ranges::binary_search(used, source))
+            input.unusedSince.reset();
+        else if (!input.unusedSince)
+            input.unusedSince = Clock::now();
+    }
+}
+
+} // namespace vm
