@@ -15,7 +15,7 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr std::size_t kLongestToSplit = 256; // the work grows with the square
+constexpr std::size_t kLongestToSplit = 64; // the work grows with the square
 
 std::uint8_t Digit(char c) {
     const bool isLetter = (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');

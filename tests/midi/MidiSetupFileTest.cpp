@@ -191,9 +191,17 @@ TEST_F(MidiSetupFile, DescribesTheLoopbackWithoutDelayingTheStart) {
           "[Loopback Port 4]\nKind=in\nName=Second\n"
           "[Port Second]\nConnected=Keys\n");
     InitProfileManager();
-    EnterCriticalSection(&profileCS); // the file cannot be read yet
-    initCoreMIDI();                   // would hang
-    LeaveCriticalSection(&profileCS);
+    std::promise<void> isLocked, mayRead;
+    std::thread locker([&] { // the file cannot be read yet
+        EnterCriticalSection(&profileCS);
+        isLocked.set_value();
+        mayRead.get_future().wait();
+        LeaveCriticalSection(&profileCS);
+    });
+    isLocked.get_future().wait();
+    initCoreMIDI(); // would hang
+    mayRead.set_value();
+    locker.join();
     m_log.Ignore();
     ASSERT_EQ(midiInGetNumDevs(), 2U);
     EXPECT_EQ(OutName(0), "To both");

@@ -34,7 +34,7 @@ StopSignal::~StopSignal() {
 
 bool StopSignal::WaitFor(int descriptor, Deadline until) {
     pollfd waiting[] = {{m_descriptor, POLLIN, 0}, {descriptor, POLLIN, 0}};
-    const timespec time = TimeUntil(until.value_or(Clock::time_point::min()));
+    const timespec time = until ? TimeUntil(*until) : timespec{};
     if (ppoll(waiting, 2, until ? &time : nullptr, nullptr) <= 0) return false;
     signalfd_siginfo info;
     if (waiting[0].revents && read(m_descriptor, &info, sizeof info) == sizeof info) ++m_requests;
