@@ -28,12 +28,14 @@ protected:
                         static_cast<unsigned char>(from.port)};
         m_input.Read(event, m_traffic);
     }
-    /// "1: f0 01 f7, 2: ..." since the last call.
+    /// "1: f0 01 f7, 2 after loss: ..." since the last call.
     std::string Arrived() {
         std::string text;
         auto bytes = m_traffic.Bytes();
         for (const auto& packet : m_traffic.Packets()) {
-            text += vm::Format(text.empty() ? "%u:" : ", %u:", packet.source);
+            const bool isAfterLoss = packet.loss == vm::MidiTraffic::Loss::Before;
+            text += (text.empty() ? "" : ", ") + std::to_string(packet.source) +
+                    (isAfterLoss ? " after loss:" : ":");
             for (const auto byte : bytes.first(packet.length)) text += vm::Format(" %02x", byte);
             bytes = bytes.subspan(packet.length);
         }
@@ -47,49 +49,38 @@ protected:
 
 } // namespace
 
-TEST_F(AlsaInputTest, PiecesOfSourcesAreHeldTogether) {
+TEST_F(AlsaInputTest, PacketsAreTheirSources) {
     ReadSysex(kFirst, {0xF0, 0x01});
-    ReadSysex(kSecond, {0xF0, 0x11});
-    ReadSysex(kFirst, {0x02});
+    Read(kSecond, *vm::EventFromShortMessage(Bytes{0xF8}));
+    ReadSysex(kFirst, {0x02, 0xF7});
+    ReadSysex({20, 7}, {0xF0, 0x03, 0xF7});
+    EXPECT_EQ(Arrived(), "1: f0 01, 2: f8, 1: 02 f7");
+    EXPECT_EQ(m_input.AddressOf(2), kSecond);
+    m_input.Disconnect(kSecond);
+    EXPECT_EQ(m_input.AddressOf(2), std::nullopt);
+    Read(kSecond, *vm::EventFromShortMessage(Bytes{0xF8}));
     EXPECT_EQ(Arrived(), "");
-    Read(kFirst, *vm::EventFromShortMessage(Bytes{0xF8}));
-    ReadSysex(kFirst, {0x03, 0xF7});
-    ReadSysex(kSecond, {0xF7});
-    EXPECT_EQ(Arrived(), "1: f8, 1: f0 01 02 03 f7, 2: f0 11 f7");
 }
 
-TEST_F(AlsaInputTest, OnePieceMayHoldMoreThanOneMessage) {
-    ReadSysex(kFirst, {0xF0, 0x01, 0xF7, 0xF0, 0x02, 0xF7, 0xF0});
-    ReadSysex(kFirst, {0x03, 0xF7});
-    EXPECT_EQ(Arrived(), "1: f0 01 f7, 1: f0 02 f7, 1: f0 03 f7");
-}
-
-TEST_F(AlsaInputTest, MessageWithoutEndIsHandedOnAsItStands) {
+TEST_F(AlsaInputTest, WhatIsLeftOfTornMessagesReachesNobody) {
     ReadSysex(kFirst, {0xF0, 0x01});
-    ReadSysex(kFirst, {0xF0, 0x02, 0xF0, 0x03, 0xF7});
-    EXPECT_EQ(Arrived(), "1: f0 01, 1: f0 02, 1: f0 03 f7");
-}
-
-TEST_F(AlsaInputTest, TornMessagesReachNobody) {
-    ReadSysex(kFirst, {0xF0, 0x01});
-    m_input.DropUnfinished();
+    m_input.OnLoss();
     ReadSysex(kFirst, {0x02, 0x03});
     ReadSysex(kFirst, {0x04, 0xF7});
-    ReadSysex(kFirst, {0x05, 0xF7, 0xF0, 0x06, 0xF7});
-    ReadSysex(kSecond, {0x07, 0xF7}); // its beginning was never here
-    EXPECT_EQ(Arrived(), "1: f0 06 f7");
+    Read(kSecond, *vm::EventFromShortMessage(Bytes{0xF8}));
+    ReadSysex(kFirst, {0xF0, 0x05, 0xF7});
+    EXPECT_EQ(Arrived(), "1: f0 01, 2 after loss: f8, 1 after loss: f0 05 f7");
 }
 
-TEST_F(AlsaInputTest, ReconnectedSourceBeginsAnew) {
+TEST_F(AlsaInputTest, PortThatComesBackBeginsAnew) {
     ReadSysex(kFirst, {0xF0, 0x01});
-    EXPECT_EQ(m_input.AddressOf(1), kFirst);
-    m_input.Disconnect({20, vm::AlsaAddress::kAllPorts});
+    m_input.OnGone({20, vm::AlsaAddress::kAllPorts});
     EXPECT_EQ(m_input.AddressOf(1), std::nullopt);
     EXPECT_EQ(m_input.AddressOf(2), std::nullopt);
-    ReadSysex(kFirst, {0xF0, 0x01, 0xF7});
-    m_input.Connect(kFirst, 1);
-    ReadSysex(kFirst, {0x02, 0xF7});
-    EXPECT_EQ(Arrived(), "");
+    m_input.Connect({24, 0}, 1);
+    ReadSysex({24, 0}, {0x02, 0xF7});
+    ReadSysex({24, 0}, {0xF0, 0x03, 0xF7});
+    EXPECT_EQ(Arrived(), "1: f0 01, 1 after loss: f0 03 f7");
 }
 
 TEST(AlsaPace, PassesAQuarterMegabyteASecond) {

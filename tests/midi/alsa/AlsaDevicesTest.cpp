@@ -110,7 +110,7 @@ TEST_F(AlsaDevices, HandleOfAProgramThatEndedReachesNobodyElse) {
     first->AddPort("in");
     const HMIDIOUT out = OpenOut("First in");
     EXPECT_EQ(midiOutShortMsg(out, 0x00403C90), 0U);
-    std::future<void> end = SendSysex(out, Dump(100'000));
+    std::future<void> end = SendSysex(out, Dump(100'000, 0));
     first.reset();
     AlsaPeer second("Second"); // at the same address
     second.AddPort("in");
@@ -124,15 +124,21 @@ TEST_F(AlsaDevices, CardThatComesBackWorksAgain) {
     OpenIn("VirMIDI 0-1", recorder);
     const HMIDIOUT out = OpenOut("VirMIDI 0-1");
     const auto before = Outputs();
+    const Bytes message = Dump(100'000, 0);
+    SetSpeed(out, 1);
+    std::future<void> first, second;
     {
         RawDevice raw("/dev/snd/midiC0D1");
         ExpectWorks(out, recorder, raw);
+        first = SendSysex(out, message);
+        second = SendSysex(out, message);
+        EXPECT_EQ(raw.Read(1), (Bytes{0xF0})); // the next byte is due in a second
     }
-    const Bytes message = Dump(100'000);
-    std::future<void> first = SendSysex(out, message), second = SendSysex(out, message);
+    const auto begin = std::chrono::steady_clock::now();
     SetVirtualCard(false);
     first.wait();
     second.wait();
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(500));
     EXPECT_EQ(static_cast<int>(midiOutShortMsg(out, 0x00403C90)), vm::kMidiUnknownEndpoint);
     EXPECT_EQ(midiThruShortMsg(out, 0x00403C90), 0U);
     EXPECT_THAT(OutputNames(), ElementsAre(kSerial, "VirMIDI #2 1-0", kThrough));
@@ -183,7 +189,7 @@ TEST_F(AlsaDevices, UsbDeviceIsPulledOutAndPluggedInElsewhere) {
         RawDevice raw("/dev/snd/midiC3D0");
         ExpectWorks(out, recorder, raw);
     }
-    const Bytes message = Dump(100'000);
+    const Bytes message = Dump(100'000, 0);
     std::future<void> end = SendSysex(out, message);
     device.PullOut();
     end.wait();

@@ -98,15 +98,6 @@ std::future<void> AlsaFixture::SendSysex(HMIDIOUT out, const Bytes& message) {
     return future;
 }
 
-Bytes Dump(std::size_t length, unsigned seed) {
-    Bytes bytes(length);
-    for (std::size_t i = 0; i < length; ++i)
-        bytes[i] = static_cast<std::uint8_t>((i * 7 + i / 128 + seed) & 0x7F);
-    bytes.front() = 0xF0;
-    bytes.back() = 0xF7;
-    return bytes;
-}
-
 RawDevice::RawDevice(const std::string& path)
     : m_descriptor(open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC)) {
     EXPECT_GE(m_descriptor, 0) << path;

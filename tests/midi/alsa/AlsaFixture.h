@@ -35,9 +35,6 @@ protected:
     std::shared_ptr<vm::AlsaPlatform> m_platform = std::make_shared<vm::AlsaPlatform>();
 };
 
-/// A message of this length whose inside tells it from others.
-Bytes Dump(std::size_t length, unsigned seed = 0);
-
 /// The other side of a virtual card's port, or of a USB device.
 class RawDevice {
 public:

@@ -27,7 +27,7 @@ TEST_F(AlsaLife, StopsInTheMiddleOfTraffic) {
     MidiRecorder recorder;
     OpenIn("Keys io", recorder);
     const HMIDIOUT through = OpenOut(kThrough), keys = OpenOut("Keys io");
-    const Bytes message = Dump(200'000);
+    const Bytes message = Dump(200'000, 0);
     std::future<void> ends[] = {SendSysex(through, message), SendSysex(through, message),
                                 SendSysex(keys, message)};
     std::atomic<bool> stop = false;

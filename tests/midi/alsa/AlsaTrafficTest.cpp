@@ -121,7 +121,7 @@ TEST_F(AlsaTraffic, BurstOfShortMessagesIsNotLost) {
 TEST_F(AlsaTraffic, SlowProgramGetsAllInItsOwnTime) {
     AlsaPeer peer("Slow");
     peer.AddPort("in");
-    const Bytes message = Dump(20'000);
+    const Bytes message = Dump(20'000, 0);
     std::future<void> end = SendSysex(OpenOut("Slow in"), message);
     Bytes received;
     while (received.size() < message.size()) {
@@ -143,7 +143,7 @@ TEST_F(AlsaTraffic, ProgramThatDoesNotReadHoldsNobodyUpForEver) {
     EXPECT_GT(taken, 100);
     EXPECT_EQ(static_cast<int>(midiOutShortMsg(out, 0x00403C90)), vm::kMidiSendFailed);
     const auto begin = std::chrono::steady_clock::now();
-    SendSysex(out, Dump(1000)).wait();
+    SendSysex(out, Dump(1000, 0)).wait();
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(11));
     for (int i = 0; i < taken; ++i) EXPECT_EQ(peer.Read(), (Bytes{0x90, 0x3C, 0x40})) << i;
     EXPECT_EQ(midiOutShortMsg(out, 0x00003C80), 0U);
@@ -175,7 +175,7 @@ TEST_F(AlsaTraffic, LossIsReportedAndNothingTornIsDelivered) {
     BusyHost host;
     OpenIn("Keys out", reinterpret_cast<DWORD_PTR>(BusyHost::OnMidi),
            reinterpret_cast<DWORD_PTR>(&host));
-    const Bytes message = Dump(100'000);
+    const Bytes message = Dump(100'000, 0);
     const auto sendPiece = [&](std::ptrdiff_t at) {
         return peer.Send(port, Bytes(message.begin() + at, message.begin() + at + 250));
     };
@@ -243,7 +243,7 @@ TEST_F(AlsaTraffic, SysexKeepsTheSpeedOfTheWire) {
     peer.AddPort("in");
     const HMIDIOUT out = OpenOut("Synth in");
     SetSpeed(out, 0);
-    const Bytes message = Dump(31'250);
+    const Bytes message = Dump(31'250, 0);
     const Clock::time_point begin = Clock::now();
     std::future<void> end = SendSysex(out, message);
     const auto arrivals = ReadArrivals(peer, message.size());

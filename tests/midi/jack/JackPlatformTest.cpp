@@ -8,7 +8,6 @@ namespace {
 
 using testing::Each;
 using testing::ElementsAre;
-using testing::IsSubsetOf;
 
 class JackPlatform : public JackTest {};
 
@@ -87,6 +86,7 @@ TEST_F(JackPlatform, EveryMessageHasItsOwnLengthOnTheWire) {
         EXPECT_EQ(midiOutShortMsg(out, row.message), 0U);
         EXPECT_EQ(DumpedBytes(dump.ReadLine()), row.bytes) << std::hex << row.message;
     }
+    dump.Terminate();
 }
 
 TEST_F(JackPlatform, ShortMessagesComeBackThroughAnotherProgram) {
@@ -110,6 +110,7 @@ TEST_F(JackPlatform, StockProgramIsHeard) {
     MidiRecorder recorder;
     OpenIn("sequencer out", recorder);
     EXPECT_THAT(recorder.WaitShort(4), Each(testing::AnyOf(0x00403C90U, 0x00403C80U)));
+    sequencer.Terminate();
 }
 
 TEST_F(JackPlatform, SysexOfAnyLengthArrivesWhole) {

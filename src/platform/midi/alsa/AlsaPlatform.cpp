@@ -109,9 +109,9 @@ std::optional<MidiObject> AlsaPlatform::FindObject(MidiId id) {
     Lock lock(m_lock);
     if (!WaitForStart(lock)) return std::nullopt;
     ReadEndpoints();
-    const EndpointTable::Endpoint* endpoint = m_endpoints.Find(id);
-    if (!endpoint) return std::nullopt;
-    return endpoint->object;
+    const MidiObject* object = m_endpoints.FindObject(id);
+    if (!object) return std::nullopt;
+    return *object;
 }
 
 const EndpointTable::Endpoint* AlsaPlatform::Find(MidiId id, MidiDirection direction) const {
@@ -146,8 +146,16 @@ void AlsaPlatform::ReadEndpoints() {
         return IdentifyAlsaCard(card, *info);
     };
     m_isStale = false;
+    const std::vector<EndpointTable::Endpoint> before = m_endpoints.All();
     const std::vector<AlsaPort> ports = m_sequencer->Ports();
-    m_endpoints.Update(DescribeAlsaPorts(ports, m_sequencer->Client(), findCard, m_keys));
+    if (!m_endpoints.Update(DescribeAlsaPorts(ports, m_sequencer->Client(), findCard, m_keys)))
+        return ListenToConnected();
+    for (const EndpointTable::Endpoint& each : before)
+        if (!m_endpoints.Find(each.id)) m_sender.End(each.id);
+    ListenToConnected();
+}
+
+void AlsaPlatform::ListenToConnected() {
     for (const MidiId source : m_ports.ConnectedSources())
         if (const auto* endpoint = Find(source, MidiDirection::Input)) ListenTo(*endpoint);
 }

@@ -70,6 +70,7 @@ private:
     // With m_lock held.
     const EndpointTable::Endpoint* Find(MidiId id, MidiDirection direction) const;
     void ReadEndpoints();
+    void ListenToConnected();
     int ListenTo(const EndpointTable::Endpoint& source);
     void StopListening(const std::vector<MidiId>& before);
 

@@ -113,7 +113,7 @@ void AlsaPlatform::OnAnnouncement(const snd_seq_event_t& event) {
 void AlsaPlatform::OnGone(AlsaAddress gone) {
     std::lock_guard guard(m_lock);
     m_keys.Forget(gone);
-    m_input.Disconnect(gone);
+    m_input.OnGone(gone);
     std::erase_if(m_routes, [gone](const Route& route) { return gone.Includes(route.second); });
     if (m_state == State::Running) ReadEndpoints();
 }
@@ -121,7 +121,7 @@ void AlsaPlatform::OnGone(AlsaAddress gone) {
 // The queue was full and is empty now; announcements may have been in it, too.
 void AlsaPlatform::OnLoss() {
     Log(LogModule::Midi, "Error! MIDI input was not read in time: messages have been lost");
-    m_input.DropUnfinished();
+    m_input.OnLoss();
     std::lock_guard guard(m_lock);
     m_routes.clear();
     m_isStale = true;

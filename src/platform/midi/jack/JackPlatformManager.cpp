@@ -1,6 +1,7 @@
 // The manager thread: the only one that asks the server for something. In every round it brings
 // about what is wanted: a server, the list of its ports, a port of ours for every endpoint in use.
 #include <algorithm>
+#include <thread>
 #include <utility>
 
 #include "core/log.h"
@@ -13,6 +14,9 @@ constexpr std::chrono::seconds kAttemptEvery{1};
 constexpr std::chrono::seconds kKeepUnused{1};
 constexpr std::chrono::milliseconds kTidySoon{20};
 constexpr std::chrono::hours kNothingToDo{1};
+// Closing cancels the library's notification thread, which takes its locks with it when it is just
+// told that another program goes: as all do when a server ends. Afterwards it has ended by itself.
+constexpr std::chrono::milliseconds kLetServerGo{500};
 } // namespace
 
 void JackPlatform::Manage() {
@@ -57,7 +61,7 @@ void JackPlatform::OpenSession() {
     m_arrived->Post();
 }
 
-// Senders are told before the library is asked to close, which may take its time.
+// Senders are told first: the rest may take its time.
 void JackPlatform::CloseSession() {
     if (!m_session) return;
     {
@@ -67,6 +71,7 @@ void JackPlatform::CloseSession() {
     }
     CloseGone();
     if (m_hasLostServer) Log(LogModule::Midi, "The JACK server has stopped");
+    if (m_session->HasDied()) std::this_thread::sleep_for(kLetServerGo);
     JackSession::Close(std::exchange(m_session, nullptr));
     m_nextAttempt = Clock::now() + kAttemptEvery;
 }
