@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <sstream>
 
+#include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -12,11 +13,14 @@
 namespace bench {
 namespace {
 
-constexpr char kMark[] = "figure"; // libraries may print lines of their own
+// Libraries may print lines of their own.
+constexpr char kFigure[] = "figure";
+constexpr char kReason[] = "reason";
 
 [[noreturn]] void Become(std::vector<std::string>& command, int output) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     dup2(output, STDOUT_FILENO);
+    dup2(open("/dev/null", O_WRONLY), STDERR_FILENO); // logs
     std::vector<char*> arguments;
     for (std::string& word : command) arguments.push_back(word.data());
     arguments.push_back(nullptr);
@@ -56,11 +60,14 @@ Child::~Child() {
     waitpid(m_process, nullptr, 0);
 }
 
-std::string Child::ReadLine() {
+std::optional<std::string> Child::ReadLine() {
     std::string line;
     char character = 0;
-    while (read(m_output, &character, 1) == 1 && character != '\n') line += character;
-    return line;
+    while (read(m_output, &character, 1) == 1) {
+        if (character == '\n') return line;
+        line += character;
+    }
+    return std::nullopt;
 }
 
 bool Child::Succeeded() {
@@ -79,19 +86,28 @@ std::vector<std::string> OwnProgram(const std::vector<std::string>& arguments) {
 Figures Measure(const std::vector<std::string>& arguments) {
     Child child(OwnProgram(arguments));
     Figures figures;
-    for (std::string line = child.ReadLine(); !line.empty(); line = child.ReadLine()) {
-        std::istringstream words(line);
+    std::string reason = "failed: " + Joined(arguments);
+    while (const std::optional<std::string> line = child.ReadLine()) {
+        std::istringstream words(*line);
         std::string mark, name;
-        double value = 0;
-        if (words >> mark >> name >> value && mark == kMark) figures[name] = value;
+        words >> mark;
+        if (mark == kFigure && words >> name)
+            words >> figures[name];
+        else if (mark == kReason)
+            std::getline(words >> std::ws, reason);
     }
-    if (!child.Succeeded()) throw NotMeasured("failed: " + Joined(arguments));
+    if (!child.Succeeded()) throw NotMeasured(reason);
     return figures;
 }
 
 void Tell(const Figures& figures) {
     for (const auto& [name, value] : figures)
-        std::printf("%s %s %.17g\n", kMark, name.c_str(), value);
+        std::printf("%s %s %.17g\n", kFigure, name.c_str(), value);
+    std::fflush(stdout);
+}
+
+void Tell(const NotMeasured& reason) {
+    std::printf("%s %s\n", kReason, reason.what());
     std::fflush(stdout);
 }
 

@@ -2,6 +2,7 @@
 // of the others, and what they do to the MIDI system, are not counted with it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,8 +20,8 @@ public:
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
 
-    std::string ReadLine(); ///< empty when it has ended
-    bool Succeeded();       ///< waits for its end
+    std::optional<std::string> ReadLine(); ///< nothing when it has ended
+    bool Succeeded();                      ///< waits for its end
 
 private:
     pid_t m_process = -1;
@@ -29,8 +30,9 @@ private:
 
 std::vector<std::string> OwnProgram(const std::vector<std::string>& arguments);
 
-/// What this program prints by Tell when it is started with these arguments.
+/// What this program tells when it is started with these arguments. Throws NotMeasured.
 Figures Measure(const std::vector<std::string>& arguments);
 void Tell(const Figures& figures);
+void Tell(const NotMeasured& reason);
 
 } // namespace bench

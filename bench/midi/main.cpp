@@ -151,7 +151,7 @@ int RunAsChild(const std::vector<std::string>& arguments) try {
                                       : bench::MeasurePacing());
     return 0;
 } catch (const bench::NotMeasured& reason) {
-    std::fprintf(stderr, "bench_midi: %s\n", reason.what());
+    bench::Tell(reason);
     return 1;
 }
 
