@@ -110,7 +110,8 @@ void ContestOnAlsa() {
 
 void ReportPacing() {
     const Figures figures = bench::Measure({"pacing-of-30-seconds"});
-    bench::Report("pacing-deviation", figures.at("deviation"), "%");
+    bench::Report("pacing-deviation", figures.at("deviation"), "%", "stalls of the machine",
+                  figures.at("stalled"));
     bench::Report("pacing-thread", figures.at("thread"), "% of a processor");
     bench::Report("pacing-process", figures.at("process"), "% of a processor");
 }

@@ -1,5 +1,6 @@
 #include "pacing.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cmath>
@@ -41,10 +42,23 @@ pid_t NewThread(const std::set<pid_t>& before) {
     throw NotMeasured("there is no pacing thread");
 }
 
-void AwaitDone(MIDIHDR& header) {
-    while ((std::atomic_ref<DWORD>(header.dwFlags).load(std::memory_order_acquire) & MHDR_DONE) ==
-           0)
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+bool IsDone(MIDIHDR& header) {
+    return (std::atomic_ref<DWORD>(header.dwFlags).load(std::memory_order_acquire) & MHDR_DONE) !=
+           0;
+}
+
+/// Returns how long this thread was woken too late, the first 10 ms each time not counted: a pacing
+/// thread to which that happens must not make up for it.
+Nanoseconds AwaitDone(MIDIHDR& header) {
+    constexpr std::chrono::milliseconds kNap{5};
+    constexpr Nanoseconds kTolerated = 15'000'000;
+    Nanoseconds stalled = 0;
+    while (!IsDone(header)) {
+        const Nanoseconds before = Now();
+        std::this_thread::sleep_for(kNap);
+        stalled += std::max<Nanoseconds>(0, Now() - before - kTolerated);
+    }
+    return stalled;
 }
 
 MIDIHDR HeaderFor(Bytes& message) {
@@ -84,10 +98,11 @@ Figures MeasurePacing() {
     const Nanoseconds processStart = ProcessTime();
     midiOutLongMsg(out, &header, sizeof header);
     const pid_t pacer = NewThread(before);
-    AwaitDone(header);
+    const Nanoseconds stalled = AwaitDone(header);
     const Nanoseconds time = Now() - start;
     const Nanoseconds wanted = Nanoseconds{kSeconds} * 1'000'000'000;
     const Figures figures = {{"deviation", Percent(std::abs(time - wanted), wanted)},
+                             {"stalled", Percent(stalled, wanted)},
                              {"thread", Percent(ThreadTime(pacer), time)},
                              {"process", Percent(ProcessTime() - processStart, time)}};
     destroyCoreMIDI();

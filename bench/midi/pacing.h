@@ -5,7 +5,8 @@
 
 namespace bench {
 
-/// Of 30 seconds: "deviation" of the speed, "thread" and "process" processor time, all in percent.
+/// Of 30 seconds: "deviation" of the speed, "thread" and "process" processor time, all in percent,
+/// and for how much of it the machine "stalled", which no pacing can help.
 Figures MeasurePacing();
 
 } // namespace bench

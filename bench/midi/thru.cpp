@@ -1,5 +1,6 @@
 #include "thru.h"
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -55,6 +56,10 @@ JackGraph::JackGraph() : m_name("vmcore-bench-" + std::to_string(getpid())) {
 }
 
 bool RunThru() {
+    sigset_t ends;
+    sigemptyset(&ends);
+    sigaddset(&ends, SIGTERM);
+    sigprocmask(SIG_BLOCK, &ends, nullptr); // in all threads to come
     jack_set_error_function([](const char*) {});
     Thru thru = {};
     const std::string name = WayBack("jack");
@@ -66,7 +71,10 @@ bool RunThru() {
     if (!thru.in || !thru.out || jack_activate(thru.client) != 0) return false;
     std::puts("ready");
     std::fflush(stdout);
-    for (;;) pause();
+    int signal = 0;
+    sigwait(&ends, &signal);
+    jack_client_close(thru.client); // the server would wait for one that just dies
+    return true;
 }
 
 } // namespace bench

@@ -17,7 +17,7 @@ private:
     std::optional<Child> m_server, m_thru;
 };
 
-/// The program that sends back. Runs until it is ended; false when it cannot.
+/// The program that sends back. Runs until SIGTERM; false when it cannot.
 bool RunThru();
 
 } // namespace bench

@@ -72,7 +72,7 @@ Figures MeasureSysexRow(const SysexRow& row, const std::string& side, const std:
     const auto time = static_cast<double>(receiver.LastArrival() - start);
     const std::string name = row.name;
     return {{name + "-whole", 100 * whole / static_cast<double>(row.count)},
-            {name + "-speed", whole > 0 ? bytes / time * 1000 : 0}};
+            {name + "-speed", receiver.Count() == row.count ? bytes / time * 1000 : 0}};
 }
 
 } // namespace
