@@ -253,7 +253,12 @@ MMRESULT midiOutLongMsg(HMIDIOUT handle, LPMIDIHDR header, UINT) {
     request.completionProc = SysexCompleted;
     request.reference = header;
     // A send that cannot begin is over: its host polls for the flag and must not do so for ever.
-    if (SendRequest(request) != kMidiOk) SendEnded(&request);
+    if (const int result = SendRequest(request); result != kMidiOk) {
+        Log(LogModule::Midi,
+            "Error! A System Exclusive message of %u bytes could not be sent: result %d",
+            header->dwBufferLength, result);
+        SendEnded(&request);
+    }
     return MMSYSERR_NOERROR;
 }
 

@@ -5,7 +5,11 @@
 
 namespace {
 
+using testing::AllOf;
+using testing::Each;
 using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::SizeIs;
 using vm::LoopbackSetup;
 using vm::MidiDevice;
 using vm::MidiEntity;
@@ -220,6 +224,7 @@ TEST_F(MMSystem, EndpointsDoNotWaitForEachOther) {
     EXPECT_FALSE(IsDone(slow));
     EXPECT_EQ(destroyCoreMIDI(), 0); // ends it: its buffers may go
     EXPECT_TRUE(IsDone(slow));
+    EXPECT_THAT(m_log.TakeLog(), ElementsAre(HasSubstr("the MIDI system was stopped")));
 }
 
 TEST_F(MMSystem, DisappearedEndpointEndsItsSends) {
@@ -232,6 +237,8 @@ TEST_F(MMSystem, DisappearedEndpointEndsItsSends) {
     m_platform->RemoveEndpoint(vm::MidiReference(out));
     midiOutLongMsg(out, &headers[2], 0);
     for (MIDIHDR& header : headers) WaitUntilDone(header);
+    const auto ofMessage = HasSubstr("Error! A System Exclusive message of 100000 bytes ");
+    EXPECT_THAT(m_log.TakeLog(), AllOf(SizeIs(3), Each(ofMessage)));
 }
 
 TEST_F(MMSystem, BadArgumentsGiveNeutralResults) {
@@ -246,6 +253,7 @@ TEST_F(MMSystem, BadArgumentsGiveNeutralResults) {
     header.dwBufferLength = 10; // without data
     EXPECT_EQ(midiOutLongMsg(OpenOut(), &header, sizeof header), 0U);
     EXPECT_TRUE(IsDone(header));
+    EXPECT_THAT(m_log.TakeLog(), ElementsAre(HasSubstr("of 10 bytes could not be sent")));
 }
 
 TEST_F(MMSystem, ErrorTextsIgnoreCodeAndSize) {

@@ -159,7 +159,8 @@ VM_API MMRESULT midiThruShortMsg(HMIDIOUT handle, DWORD message);
 /// and after earlier ones to the same endpoint. Always 0. Header and data must stay valid until
 /// MHDR_DONE is set in dwFlags, which happens when the last byte has left; also, so that nobody
 /// waits for ever, when the send ends early (the endpoint disappears, the MIDI system is shut down)
-/// and at once when it cannot begin.
+/// and at once when it cannot begin. The log then has a line "Error! A System Exclusive message of
+/// %u bytes was not sent whole: ..." or "... could not be sent: ...".
 VM_API MMRESULT midiOutLongMsg(HMIDIOUT handle, LPMIDIHDR header, UINT size);
 /// Bytes a second of long messages to this endpoint; 0 means 3125, the speed of a MIDI cable. From
 /// now on the user's set-up does not count, which else holds, or 3125 without it. Returns the

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "core/log.h"
+
 namespace vm {
 
 namespace {
@@ -20,15 +22,37 @@ Time Now() {
 
 constexpr Time kRetryAfter = std::chrono::milliseconds(1);
 constexpr Time kBusyLimit = std::chrono::seconds(10);
+constexpr std::size_t kMostLeaving = 64 * 1024;
 
 Clock::time_point AsTimePoint(Time time) {
     return Clock::time_point(std::chrono::duration_cast<Clock::duration>(time));
 }
 
+const char* Reason(int result) {
+    switch (result) {
+    case kMidiUnknownEndpoint:
+        return "its destination has gone";
+    case kMidiNotRunning:
+        return "the MIDI system was stopped";
+    case kMidiBusy:
+        return "nothing has moved for ten seconds";
+    default:
+        return "the system refused it";
+    }
+}
+
+void Finish(const MidiSysexSend& message, int result) {
+    if (result != kMidiOk)
+        Log(LogModule::Midi,
+            "Error! A System Exclusive message of %zu bytes was not sent whole: %s",
+            message.byteCount, Reason(result));
+    if (message.done) message.done(message.reference);
+}
+
 } // namespace
 
-SysexSender::SysexSender(Write write, std::size_t largestPiece)
-    : m_write(std::move(write)), m_largestPiece(largestPiece) {}
+SysexSender::SysexSender(SysexOutlet outlet, std::size_t largestPiece)
+    : m_outlet(std::move(outlet)), m_largestPiece(largestPiece) {}
 
 SysexSender::~SysexSender() {
     Stop();
@@ -44,8 +68,8 @@ int SysexSender::Send(const MidiSysexSend& send) {
         return kMidiSendFailed;
     }
     Lane& lane = m_lanes[send.destination];
-    lane.messages.push_back(send);
-    if (!lane.schedule) BeginFirst(lane, Now());
+    lane.messages.push_back({send});
+    if (!lane.schedule) lane.BeginWriting(Now());
     m_changed.notify_all();
     return kMidiOk;
 }
@@ -110,81 +134,136 @@ void SysexSender::Run() {
 SysexSender::Lane* SysexSender::NextLane() {
     Lane* next = nullptr;
     for (auto& [destination, lane] : m_lanes) {
-        if (!lane.schedule) continue;
+        if (lane.messages.empty()) continue;
         if (!next || lane.NextTime() < next->NextTime()) next = &lane;
     }
     return next;
 }
 
-Time SysexSender::Lane::NextTime() const {
-    if (ending > 0) return Time::zero();
+bool SysexSender::Lane::MayWrite() const {
+    return schedule && (leaving == 0 || leavingBytes < kMostLeaving);
+}
+
+Time SysexSender::Lane::WriteTime() const {
     const bool isBehind = written < schedule->Sent();
     return isBehind ? retryAt : std::max(retryAt, schedule->NextTime());
 }
 
-void SysexSender::BeginFirst(Lane& lane, Time start) const {
-    lane.schedule.emplace(lane.messages.front().byteCount, lane.speed, start, lane.gap);
-    lane.written = 0;
-    lane.retryAt = lane.lastProgress = start;
+Time SysexSender::Lane::NextTime() const {
+    if (ending > 0) return Time::zero();
+    if (!MayWrite()) return askAt;
+    return leaving > 0 ? std::min(askAt, WriteTime()) : WriteTime();
 }
 
-void SysexSender::Advance(Lock& lock, Lane& lane, Time now) {
-    if (lane.ending > 0) return EndFirst(lock, lane, now);
-    if (lane.written == lane.schedule->Sent()) lane.schedule->Take(now);
-    const MidiSysexSend message = lane.messages.front();
-    const std::size_t count = lane.schedule->Sent() - lane.written;
-    const std::uint8_t* data = message.data + lane.written;
-    lock.unlock();
-    const auto [result, bytes] = WritePieces(message.destination, {data, count});
-    lock.lock();
-    lane.written += bytes;
-    if (bytes > 0 || result != kMidiBusy) lane.lastProgress = now;
-    if (result == kMidiBusy && now - lane.lastProgress < kBusyLimit)
-        lane.retryAt = now + kRetryAfter;
-    else if (result != kMidiOk)
-        EndFirst(lock, lane, now);
-    else if (count == 0)
-        EndFirst(lock, lane, lane.schedule->NextTime());
+void SysexSender::Lane::BeginWriting(Time start) {
+    schedule.emplace(messages[leaving].send.byteCount, speed, start, gap);
+    written = 0;
+    retryAt = start;
 }
 
 // The message after it starts at `nextStart`, which keeps a row of messages at the exact speed.
-void SysexSender::EndFirst(Lock& lock, Lane& lane, Time nextStart) {
-    const MidiSysexSend ended = lane.messages.front();
-    lane.messages.pop_front();
-    if (lane.ending > 0) --lane.ending;
-    lane.schedule.reset();
-    if (!lane.messages.empty()) BeginFirst(lane, nextStart);
-    if (!ended.done) return;
+void SysexSender::Lane::EndWriting(int result, Time nextStart) {
+    messages[leaving].result = result;
+    leavingBytes += messages[leaving].send.byteCount;
+    if (++leaving == 1) askAt = Time::zero();
+    schedule.reset();
+    if (leaving < messages.size()) BeginWriting(nextStart);
+}
+
+MidiSysexSend SysexSender::Lane::TakeFirst() {
+    const MidiSysexSend first = messages.front().send;
+    messages.pop_front();
+    --leaving;
+    leavingBytes -= first.byteCount;
+    if (ending > 0) --ending;
+    return first;
+}
+
+bool SysexSender::Lane::MayWait(int result, Time now) {
+    if (result != kMidiBusy) return false;
+    if (!busySince) busySince = now;
+    return now - *busySince < kBusyLimit;
+}
+
+void SysexSender::Advance(Lock& lock, Lane& lane, Time now) {
+    if (lane.ending > 0) return EndFirst(lock, lane, kMidiUnknownEndpoint);
+    if (lane.leaving > 0 && lane.askAt <= now) return AskFirst(lock, lane, now);
+    WriteDue(lock, lane, now);
+}
+
+// Nobody but this thread takes messages out, so that the one being written stays where it is.
+void SysexSender::WriteDue(Lock& lock, Lane& lane, Time now) {
+    if (lane.written == lane.schedule->Sent()) lane.schedule->Take(now);
+    Message& message = lane.messages[lane.leaving];
+    const std::size_t due = lane.schedule->Sent() - lane.written;
+    if (due == 0) return lane.EndWriting(kMidiOk, lane.schedule->NextTime());
+    const std::span bytes(message.send.data + lane.written, due);
+    std::size_t written = 0;
     lock.unlock();
-    ended.done(ended.reference);
+    const int result = WritePieces(message, bytes, written);
+    lock.lock();
+    lane.written += written;
+    if (written > 0) lane.busySince.reset();
+    if (lane.MayWait(result, now))
+        lane.retryAt = now + kRetryAfter;
+    else if (result != kMidiOk)
+        lane.EndWriting(result, now);
+}
+
+void SysexSender::AskFirst(Lock& lock, Lane& lane, Time now) {
+    const Message& first = lane.messages.front();
+    lock.unlock();
+    const int result = HasLeft(first);
+    lock.lock();
+    if (lane.MayWait(result, now)) {
+        lane.askAt = now + kRetryAfter;
+        return;
+    }
+    lane.busySince.reset();
+    EndFirst(lock, lane, result);
+}
+
+void SysexSender::EndFirst(Lock& lock, Lane& lane, int result) {
+    if (lane.leaving == 0) lane.EndWriting(result, Now());
+    const MidiSysexSend ended = lane.TakeFirst();
+    lock.unlock();
+    Finish(ended, result);
     lock.lock();
 }
 
 void SysexSender::EndAll(Lock& lock) {
-    std::vector<MidiSysexSend> ended;
+    std::vector<Message> messages;
     for (auto& [destination, lane] : m_lanes) {
-        ended.insert(ended.end(), lane.messages.begin(), lane.messages.end());
+        for (std::size_t i = lane.leaving; i < lane.messages.size(); ++i)
+            lane.messages[i].result = kMidiNotRunning;
+        messages.insert(messages.end(), lane.messages.begin(), lane.messages.end());
         lane.messages.clear();
         lane.schedule.reset();
-        lane.ending = 0;
+        lane.leaving = lane.leavingBytes = lane.ending = 0;
     }
     lock.unlock();
-    for (const MidiSysexSend& message : ended)
-        if (message.done) message.done(message.reference);
+    for (const Message& message : messages) {
+        const int result = HasLeft(message);
+        Finish(message.send, result == kMidiBusy ? kMidiNotRunning : result);
+    }
     lock.lock();
 }
 
-SysexSender::Written SysexSender::WritePieces(MidiId destination,
-                                              std::span<const std::uint8_t> bytes) const {
-    Written written{kMidiOk, 0};
-    do {
-        const auto piece = bytes.subspan(written.bytes)
-                               .first(std::min(bytes.size() - written.bytes, m_largestPiece));
-        written.result = m_write(destination, piece);
-        if (written.result != kMidiOk) return written;
-        written.bytes += piece.size();
-    } while (written.bytes < bytes.size());
-    return written;
+int SysexSender::HasLeft(const Message& message) const {
+    if (message.result != kMidiOk) return message.result;
+    return m_outlet.hasLeft ? m_outlet.hasLeft(message.send.destination, message.end) : kMidiOk;
+}
+
+int SysexSender::WritePieces(Message& message, std::span<const std::uint8_t> bytes,
+                             std::size_t& written) const {
+    while (written < bytes.size()) {
+        const auto piece =
+            bytes.subspan(written).first(std::min(bytes.size() - written, m_largestPiece));
+        const int result = m_outlet.write(message.send.destination, piece, message.end);
+        if (result != kMidiOk) return result;
+        written += piece.size();
+    }
+    return kMidiOk;
 }
 
 } // namespace vm

@@ -17,11 +17,10 @@ constexpr MidiId kClient = 1;
 
 AlsaPlatform::AlsaPlatform()
     : m_wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
-      m_sender(
-          [this](MidiId destination, std::span<const std::uint8_t> piece) {
-              return WriteSysexPiece(destination, piece);
-          },
-          kAlsaLargestPiece) {}
+      m_sender({[this](MidiId destination, std::span<const std::uint8_t> piece, SysexMark&) {
+                   return WriteSysexPiece(destination, piece);
+               }},
+               kAlsaLargestPiece) {}
 
 AlsaPlatform::~AlsaPlatform() {
     if (m_wake >= 0) close(m_wake);

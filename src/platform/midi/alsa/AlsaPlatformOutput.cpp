@@ -72,7 +72,6 @@ int AlsaPlatform::WriteSysexPiece(MidiId destination, std::span<const std::uint8
     std::lock_guard guard(m_lock);
     if (m_state != State::Running) return kMidiNotRunning;
     if (m_outputs.empty()) return kMidiUnknownPort;
-    if (piece.empty()) return kMidiOk;
     const auto now = std::chrono::steady_clock::now();
     if (!m_pace.IsFree(destination, now)) return kMidiBusy;
     const MidiId port = m_outputs.begin()->first;

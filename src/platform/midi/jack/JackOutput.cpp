@@ -15,10 +15,15 @@ constexpr std::size_t kCycleBudget = 28'000;
 constexpr std::size_t kCostOfEvent = 32;
 constexpr std::chrono::milliseconds kLookAgain{20};
 
+std::uint64_t NewConnection() {
+    static std::atomic<std::uint64_t> s_last = 0;
+    return ++s_last;
+}
+
 } // namespace
 
 JackOutput::JackOutput(jack_port_t* port, std::uint64_t firstCycle)
-    : m_port(port), m_firstCycle(firstCycle), m_ring(kRingSize) {}
+    : m_connection(NewConnection()), m_port(port), m_firstCycle(firstCycle), m_ring(kRingSize) {}
 
 int JackOutput::Send(std::span<const std::uint8_t> bytes, std::chrono::milliseconds limit) {
     const Clock::time_point until = Clock::now() + limit;
@@ -57,12 +62,20 @@ void JackOutput::WaitForRoom(Lock& lock, Clock::time_point until) {
     lock.lock();
 }
 
-int JackOutput::WritePiece(std::span<const std::uint8_t> piece) {
+int JackOutput::WritePiece(std::span<const std::uint8_t> piece, SysexMark& end) {
     std::lock_guard guard(m_lock);
-    if (m_isClosed) return kMidiUnknownEndpoint;
+    const bool isContinued = end.connection != 0;
+    if (m_isClosed || (isContinued && end.connection != m_connection)) return kMidiUnknownEndpoint;
     if (!m_ring.Push(0, piece, kRoomForShortMessages)) return kMidiBusy;
-    m_piecesEnd = m_ring.Written();
+    end = {m_connection, m_ring.Written()};
     return kMidiOk;
+}
+
+int JackOutput::HasLeft(const SysexMark& end) {
+    std::lock_guard guard(m_lock);
+    if (end.connection != m_connection) return kMidiUnknownEndpoint;
+    if (m_ring.Taken() >= end.position) return kMidiOk;
+    return m_isClosed ? kMidiUnknownEndpoint : kMidiBusy;
 }
 
 void JackOutput::Close() {

@@ -11,6 +11,7 @@
 #include "platform/midi/jack/JackLibrary.h"
 #include "platform/midi/jack/RecordRing.h"
 #include "platform/midi/jack/Semaphore.h"
+#include "platform/midi/sysexSender.h"
 
 namespace vm {
 
@@ -24,10 +25,11 @@ public:
     /// Waits while there is no room, this long at most; then, and for as long as nothing moves
     /// after that, kMidiSendFailed. kMidiUnknownEndpoint once it is closed.
     int Send(std::span<const std::uint8_t> bytes, std::chrono::milliseconds limit);
-    /// A piece of a System Exclusive message, or kMidiBusy. Leaves room for short messages.
-    int WritePiece(std::span<const std::uint8_t> piece);
-    /// Everything that WritePiece took has been given to JACK. On the thread that calls that.
-    bool HavePiecesLeft() const { return m_ring.Taken() >= m_piecesEnd; }
+    /// A piece of a System Exclusive message, or kMidiBusy. Leaves room for short messages. `end` is
+    /// behind the piece before it; kMidiUnknownEndpoint if that went to another connection.
+    int WritePiece(std::span<const std::uint8_t> piece, SysexMark& end);
+    /// kMidiOk once everything before `end` has been given to JACK, else as the sender asks for it.
+    int HasLeft(const SysexMark& end);
     /// Nothing can be sent any more; waiting senders return.
     void Close();
 
@@ -43,6 +45,7 @@ private:
     void WaitForRoom(Lock& lock, Clock::time_point until);
     void Drain(const JackLibrary& jack, void* buffer);
 
+    const std::uint64_t m_connection; // no other output of the process has this number
     jack_port_t* const m_port;
     const std::uint64_t m_firstCycle;
     RecordRing m_ring; // taken from in the process callback, pushed to under m_lock
@@ -52,7 +55,6 @@ private:
     std::mutex m_lock; // guards these two
     bool m_isClosed = false;
     std::uint64_t m_stalledAt = kNotStalled;
-    std::uint64_t m_piecesEnd = 0; // of the thread that writes pieces
 
     static constexpr std::uint64_t kNotStalled = ~std::uint64_t{0};
 };

@@ -26,11 +26,13 @@ void KeepBytesAsTheyAre() {
 } // namespace
 
 JackPlatform::JackPlatform()
-    : m_sender(
-          [this](MidiId destination, std::span<const std::uint8_t> piece) {
-              return WriteSysexPiece(destination, piece);
-          },
-          JackOutput::kLargestPiece) {}
+    : m_sender({[this](MidiId destination, std::span<const std::uint8_t> piece, SysexMark& end) {
+                    return WriteSysexPiece(destination, piece, end);
+                },
+                [this](MidiId destination, const SysexMark& end) {
+                    return HasSysexLeft(destination, end);
+                }},
+               JackOutput::kLargestPiece) {}
 
 bool JackPlatform::IsAvailable() {
     const JackLibrary* const jack = JackLibrary::Get();
@@ -220,8 +222,9 @@ int JackPlatform::OpenInput(Lock& lock, MidiId source) {
     return IsEndpoint(source, MidiDirection::Input) ? kMidiSendFailed : kMidiUnknownEndpoint;
 }
 
-// On the sender's thread, which must not wait.
-int JackPlatform::WriteSysexPiece(MidiId destination, std::span<const std::uint8_t> piece) {
+// These two are on the sender's thread, which must not wait.
+int JackPlatform::WriteSysexPiece(MidiId destination, std::span<const std::uint8_t> piece,
+                                  SysexMark& end) {
     Output output;
     {
         Lock guard(m_lock);
@@ -230,11 +233,17 @@ int JackPlatform::WriteSysexPiece(MidiId destination, std::span<const std::uint8
         if (!output) {
             if (!IsEndpoint(destination, MidiDirection::Output)) return kMidiUnknownEndpoint;
             if (m_wanted.insert(destination).second) WakeManager(guard);
-            return piece.empty() ? kMidiOk : kMidiBusy;
+            return kMidiBusy;
         }
     }
-    if (piece.empty()) return output->HavePiecesLeft() ? kMidiOk : kMidiBusy;
-    return output->WritePiece(piece);
+    return output->WritePiece(piece, end);
+}
+
+int JackPlatform::HasSysexLeft(MidiId destination, const SysexMark& end) {
+    std::lock_guard guard(m_lock);
+    if (end.connection == 0) return kMidiOk; // of an empty message
+    const Output output = FindOutput(destination);
+    return output ? output->HasLeft(end) : kMidiUnknownEndpoint;
 }
 
 void JackPlatform::Receive() {

@@ -71,7 +71,8 @@ private:
     Output FindOutput(MidiId destination) const;
     int OpenOutput(Lock& lock, MidiId destination, Output& output);
     int OpenInput(Lock& lock, MidiId source);
-    int WriteSysexPiece(MidiId destination, std::span<const std::uint8_t> piece);
+    int WriteSysexPiece(MidiId destination, std::span<const std::uint8_t> piece, SysexMark& end);
+    int HasSysexLeft(MidiId destination, const SysexMark& end);
 
     // The manager thread.
     void Manage();

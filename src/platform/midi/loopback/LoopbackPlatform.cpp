@@ -29,9 +29,9 @@ LoopbackSetup LoopbackSetup::Default() {
 
 LoopbackPlatform::LoopbackPlatform(LoopbackSetup setup)
     : m_setup(std::move(setup)),
-      m_sender([this](MidiId destination, std::span<const std::uint8_t> piece) {
+      m_sender({[this](MidiId destination, std::span<const std::uint8_t> piece, SysexMark&) {
           return WriteSysexPiece(destination, piece);
-      }) {}
+      }}) {}
 
 void LoopbackPlatform::DescribeBy(std::function<std::optional<LoopbackSetup>()> describe) {
     std::lock_guard guard(m_lock);
@@ -186,7 +186,7 @@ int LoopbackPlatform::Carry(MidiId destination, std::span<const std::uint8_t> by
 int LoopbackPlatform::WriteSysexPiece(MidiId destination, std::span<const std::uint8_t> piece) {
     std::lock_guard guard(m_lock);
     if (m_state != State::Running) return kMidiNotRunning;
-    return piece.empty() ? kMidiOk : Carry(destination, piece);
+    return Carry(destination, piece);
 }
 
 void LoopbackPlatform::Append(MidiId source, std::span<const std::uint8_t> bytes) {
