@@ -47,9 +47,10 @@ jack_client_t* OpenClient(const char* name) {
 } // namespace
 
 // A synchronous server: the other kind loses MIDI events by itself.
-JackGraph::JackGraph() : m_name("vmcore-bench-" + std::to_string(getpid())) {
-    setenv("JACK_DEFAULT_SERVER", m_name.c_str(), 1);
-    m_server.emplace(std::vector<std::string>{"jackd", "-n", m_name, "-r", "-S", "-d", "dummy",
+JackGraph::JackGraph() {
+    constexpr char kServer[] = "vmcore-bench"; // one name: a killed server keeps its place for it
+    setenv("JACK_DEFAULT_SERVER", kServer, 1);
+    m_server.emplace(std::vector<std::string>{"jackd", "-n", kServer, "-r", "-S", "-d", "dummy",
                                               "-r", "48000", "-p", "64"});
     m_thru.emplace(OwnProgram({"thru"}));
     if (m_thru->ReadLine() != "ready") throw NotMeasured("jackd does not run here");

@@ -13,7 +13,6 @@ public:
     JackGraph(); ///< throws NotMeasured where there is no jackd
 
 private:
-    std::string m_name;
     std::optional<Child> m_server, m_thru;
 };
 
