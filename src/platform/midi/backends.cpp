@@ -4,23 +4,19 @@
 #include <cstdlib>
 
 #include "core/log.h"
-#include "platform/midi/loopback/LoopbackPlatform.h"
-#ifdef VMCORE_MIDI_SYSTEMS
 #include "platform/midi/alsa/AlsaPlatform.h"
 #include "platform/midi/jack/JackPlatform.h"
-#endif
+#include "platform/midi/loopback/LoopbackPlatform.h"
 
 namespace vm {
 
 namespace {
 
 constexpr MidiBackend kBackends[] = {
-#ifdef VMCORE_MIDI_SYSTEMS
     {"alsa", AlsaPlatform::IsAvailable,
      []() -> std::shared_ptr<MidiPlatform> { return std::make_shared<AlsaPlatform>(); }},
     {"jack", &JackPlatform::IsAvailable,
      []() -> std::shared_ptr<MidiPlatform> { return std::make_shared<JackPlatform>(); }},
-#endif
     {"loopback", [] { return true; },
      []() -> std::shared_ptr<MidiPlatform> { return std::make_shared<LoopbackPlatform>(); }},
 };
