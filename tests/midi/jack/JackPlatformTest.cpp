@@ -65,6 +65,30 @@ TEST_F(JackPlatform, PortsAreListedAsTheyComeAndGo) {
     EXPECT_TRUE(WaitForNames(InNames, {"Studio out"}));
 }
 
+// As most programs do: ports first, then they take part.
+TEST_F(JackPlatform, ProgramThatIsNotActiveYetIsWaitedFor) {
+    StartBoth();
+    JackPeer synth("synth", {"deactivate", "sink in", "activate-after 100"});
+    EXPECT_EQ(midiOutShortMsg(OpenOut("synth in"), 0xF8), 0U);
+    MidiRecorder recorder;
+    JackPeer keyboard("keyboard", {"deactivate", "source out", "activate-after 100"});
+    OpenIn("keyboard out", recorder);
+}
+
+TEST_F(JackPlatform, ProgramThatNeverGetsActiveIsWaitedForOnce) {
+    StartBoth();
+    JackPeer peer("synth", {"deactivate", "sink in", "source out"});
+    const HMIDIOUT out = OpenOut("synth in");
+    EXPECT_EQ(midiOutShortMsg(out, 0xF8), static_cast<MMRESULT>(vm::kMidiSendFailed));
+    const auto begin = std::chrono::steady_clock::now();
+    for (int i = 0; i < 10; ++i)
+        EXPECT_EQ(midiOutShortMsg(out, 0xF8), static_cast<MMRESULT>(vm::kMidiSendFailed));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
+    HMIDIIN in = nullptr;
+    EXPECT_EQ(midiInOpen(&in, 0, 0, 0, 0), 1U);
+    m_log.Ignore();
+}
+
 TEST_F(JackPlatform, EveryMessageHasItsOwnLengthOnTheWire) {
     StartBoth();
     ChildProcess dump;

@@ -87,6 +87,19 @@ TEST_F(JackServerLoss, ProgramThatGoesEndsItsSendsAndComesBackByName) {
     ExpectTrafficFlows();
 }
 
+TEST_F(JackServerLoss, ProgramThatComesBackSlowlyIsConnectedAgain) {
+    StartBoth();
+    JackPeer peer("thru", {"thru"});
+    OpenThru();
+    for (const char* command : {"remove in", "remove out"}) peer.Do(command);
+    ASSERT_TRUE(WaitForNames(OutNames, {}));
+    for (const char* command : {"deactivate", "thru"}) peer.Do(command);
+    ASSERT_TRUE(WaitForNames(OutNames, {"thru in"})); // seen, and refused
+    for (const char* command : {"activate-after 0", "await-connection in", "await-connection out"})
+        peer.Do(command);
+    ExpectTrafficFlows();
+}
+
 TEST_F(JackServerLoss, KilledServerEndsSendsAndComesBackByName) {
     StartBoth();
     {

@@ -3,13 +3,18 @@
 //   thru                        ports "in" and "out"; what comes in goes out in the same cycle
 //   source PORT | sink PORT     a port; "hardware-source" and "hardware-sink" make physical ones
 //   remove PORT
+//   deactivate                  its ports take no connections, until
+//   activate-after MS           that many milliseconds later
+//   await-connection PORT
 //   alias PORT TEXT
 //   property PORT|. KEY TEXT    metadata of the port, or of the client; KEY without the usual prefix
 #include <atomic>
+#include <chrono>
 #include <iostream>
 #include <map>
 #include <sstream>
 #include <string>
+#include <thread>
 
 #include <jack/jack.h>
 #include <jack/metadata.h>
@@ -69,6 +74,20 @@ bool MakeThru(Peer& peer) {
     return in && out;
 }
 
+bool ActivateAfter(const Peer& peer, const std::string& milliseconds) {
+    std::thread([client = peer.client, pause = std::chrono::milliseconds(std::stoi(milliseconds))] {
+        std::this_thread::sleep_for(pause);
+        jack_activate(client);
+    }).detach();
+    return true;
+}
+
+bool AwaitConnection(const jack_port_t* port) {
+    for (int i = 0; i < 5000 && jack_port_connected(port) == 0; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return jack_port_connected(port) != 0;
+}
+
 bool Obey(Peer& peer, const std::string& line) {
     std::istringstream words(line);
     std::string command, port, key, text;
@@ -83,6 +102,9 @@ bool Obey(Peer& peer, const std::string& line) {
     if (command == "hardware-sink")
         return Register(peer, port, JackPortIsInput | JackPortIsPhysical);
     if (command == "remove") return jack_port_unregister(peer.client, peer.ports.at(port)) == 0;
+    if (command == "deactivate") return jack_deactivate(peer.client) == 0;
+    if (command == "activate-after") return ActivateAfter(peer, port);
+    if (command == "await-connection") return AwaitConnection(peer.ports.at(port));
     if (command == "alias") return jack_port_set_alias(peer.ports.at(port), text.c_str()) == 0;
     return command == "property" && SetProperty(peer, port, key, text);
 }

@@ -12,7 +12,6 @@ namespace {
 constexpr MidiId kClient = 1;
 // A server may hang, and everything that asks it for something with it.
 constexpr std::chrono::seconds kStartLimit{3};
-constexpr std::chrono::seconds kOpenLimit{2};
 constexpr std::chrono::seconds kSendLimit{2};
 constexpr std::chrono::milliseconds kLookLimit{100};
 constexpr std::chrono::seconds kStopLimit{3}; // closing has a limit of two
@@ -195,6 +194,17 @@ void JackPlatform::AskManager(Lock& lock, std::chrono::milliseconds limit) {
     m_changed.wait_for(lock, limit, [&] { return m_served >= asked || !IsUp(); });
 }
 
+// Waits until the manager has opened our port for the endpoint, or has tried for long.
+void JackPlatform::AwaitPort(Lock& lock, MidiId endpoint) {
+    const std::uint64_t asked = ++m_asked;
+    WakeManager(lock);
+    m_changed.wait_for(lock, kOpenLimit, [&] {
+        const auto refusal = m_refusals.find(endpoint);
+        const bool mayComeYet = refusal != m_refusals.end() && refusal->second.MayEnd();
+        return !IsUp() || (m_served >= asked && !mayComeYet);
+    });
+}
+
 JackPlatform::Output JackPlatform::FindOutput(MidiId destination) const {
     const auto found = m_outputs.find(destination);
     return found == m_outputs.end() ? nullptr : found->second;
@@ -203,7 +213,7 @@ JackPlatform::Output JackPlatform::FindOutput(MidiId destination) const {
 int JackPlatform::OpenOutput(Lock& lock, MidiId destination, Output& output) {
     if (!IsEndpoint(destination, MidiDirection::Output)) return kMidiUnknownEndpoint;
     m_wanted.insert(destination);
-    AskManager(lock, kOpenLimit);
+    AwaitPort(lock, destination);
     if (!IsUp()) return kMidiNotRunning;
     output = FindOutput(destination);
     if (output) return kMidiOk;
@@ -216,7 +226,7 @@ int JackPlatform::OpenInput(Lock& lock, MidiId source) {
         found->second.unusedSince.reset();
         return kMidiOk;
     }
-    AskManager(lock, kOpenLimit);
+    AwaitPort(lock, source);
     if (!IsUp()) return kMidiNotRunning;
     if (m_inputs.contains(source)) return kMidiOk;
     return IsEndpoint(source, MidiDirection::Input) ? kMidiSendFailed : kMidiUnknownEndpoint;

@@ -60,6 +60,13 @@ private:
         MidiId id;
         std::string address;
     };
+    /// An endpoint that could not be connected to: programs show their ports before they take
+    /// connections, and nothing tells when they do.
+    struct Refusal {
+        Clock::time_point since, retryAt;
+        bool MayEnd() const { return Clock::now() < since + kOpenLimit; }
+    };
+    static constexpr std::chrono::seconds kOpenLimit{2};
 
     bool IsUp() const { return m_state == State::Starting || m_state == State::Running; }
     bool WaitForStart(Lock& lock);
@@ -68,6 +75,7 @@ private:
     void WakeManager();
     void WakeManager(const Lock& lock);
     void AskManager(Lock& lock, std::chrono::milliseconds limit);
+    void AwaitPort(Lock& lock, MidiId endpoint);
     Output FindOutput(MidiId destination) const;
     int OpenOutput(Lock& lock, MidiId destination, Output& output);
     int OpenInput(Lock& lock, MidiId source);
@@ -81,6 +89,8 @@ private:
     void CloseSession();
     void UpdateEndpoints();
     void CloseGone();
+    void AddMissing(MidiId endpoint, std::vector<Missing>& missing);
+    void NoteRefusal(MidiId endpoint);
     void OpenMissingOutputs();
     void OpenMissingInputs();
     bool CloseUnusedInputs();
@@ -104,11 +114,13 @@ private:
     std::set<MidiId> m_wanted; // destinations that were sent to; they stay so for ever
     std::map<MidiId, Output> m_outputs;
     std::map<MidiId, Input> m_inputs;
+    std::map<MidiId, Refusal> m_refusals; // by endpoints that are there
     std::shared_ptr<JackInbox> m_inbox;
     std::set<MidiId> m_torn; // sources that have gone while they were in use
 
-    std::shared_ptr<JackSession> m_session; // these three: the manager thread's
+    std::shared_ptr<JackSession> m_session; // these four: the manager thread's
     Clock::time_point m_nextAttempt = {};
+    Clock::time_point m_retryAt = {}; // of what has been refused
     bool m_hasLostServer = false;
 
     MidiTraffic m_delivering; // these three: the receive thread's

@@ -13,6 +13,8 @@ namespace {
 constexpr std::chrono::seconds kAttemptEvery{1};
 constexpr std::chrono::seconds kKeepUnused{1};
 constexpr std::chrono::milliseconds kTidySoon{20};
+constexpr std::chrono::milliseconds kRetrySoon{20};
+constexpr std::chrono::seconds kRetryLater{1};
 constexpr std::chrono::hours kNothingToDo{1};
 // Closing cancels the library's notification thread, which takes its locks with it when it is just
 // told that another program goes: as all do when a server ends. Afterwards it has ended by itself.
@@ -42,11 +44,13 @@ JackPlatform::Clock::duration JackPlatform::Round() {
     if (!m_session && Clock::now() >= m_nextAttempt) OpenSession();
     if (!m_session) return std::max(Clock::duration::zero(), m_nextAttempt - Clock::now());
     UpdateEndpoints();
+    m_retryAt = Clock::now() + kNothingToDo;
     OpenMissingOutputs();
     OpenMissingInputs();
     const bool isUnusedLeft = CloseUnusedInputs();
-    if (!m_session->Tidy()) return kTidySoon;
-    return isUnusedLeft ? Clock::duration(kKeepUnused) : Clock::duration(kNothingToDo);
+    Clock::duration pause = isUnusedLeft ? kKeepUnused : Clock::duration(kNothingToDo);
+    if (!m_session->Tidy()) pause = kTidySoon;
+    return std::clamp(m_retryAt - Clock::now(), Clock::duration::zero(), pause);
 }
 
 void JackPlatform::OpenSession() {
@@ -102,6 +106,7 @@ void JackPlatform::CloseGone() {
             m_torn.insert(each.first);
             return true;
         });
+        std::erase_if(m_refusals, [&](const auto& each) { return !m_endpoints.Find(each.first); });
     }
     for (const auto& [id, output] : outputs) {
         m_session->CloseOutput(output);
@@ -110,18 +115,41 @@ void JackPlatform::CloseGone() {
     for (const auto& input : inputs) m_session->CloseInput(input);
 }
 
+/// With the lock held. One that has been refused waits for its time.
+void JackPlatform::AddMissing(MidiId endpoint, std::vector<Missing>& missing) {
+    const EndpointTable::Endpoint* const found = m_endpoints.Find(endpoint);
+    if (!found) return;
+    const auto refusal = m_refusals.find(endpoint);
+    if (refusal != m_refusals.end() && refusal->second.retryAt > Clock::now())
+        m_retryAt = std::min(m_retryAt, refusal->second.retryAt);
+    else
+        missing.push_back({endpoint, found->address});
+}
+
+/// With the lock held.
+void JackPlatform::NoteRefusal(MidiId endpoint) {
+    const Clock::time_point now = Clock::now();
+    Refusal& refusal = m_refusals.try_emplace(endpoint, Refusal{now, now}).first->second;
+    refusal.retryAt = now + (refusal.MayEnd() ? kRetrySoon : Clock::duration(kRetryLater));
+    m_retryAt = std::min(m_retryAt, refusal.retryAt);
+}
+
 void JackPlatform::OpenMissingOutputs() {
     std::vector<Missing> missing;
     {
         std::lock_guard guard(m_lock);
         for (const MidiId id : m_wanted)
-            if (const auto* endpoint = m_endpoints.Find(id); endpoint && !m_outputs.contains(id))
-                missing.push_back({id, endpoint->address});
+            if (!m_outputs.contains(id)) AddMissing(id, missing);
     }
     for (const auto& [id, address] : missing) {
         Output output = m_session->OpenOutput(address);
         std::lock_guard guard(m_lock);
-        if (output) m_outputs[id] = std::move(output);
+        if (!output) {
+            NoteRefusal(id);
+            continue;
+        }
+        m_refusals.erase(id);
+        m_outputs[id] = std::move(output);
     }
 }
 
@@ -131,18 +159,23 @@ void JackPlatform::OpenMissingInputs() {
     {
         std::lock_guard guard(m_lock);
         for (const MidiId id : m_ports.ConnectedSources())
-            if (const auto* endpoint = m_endpoints.Find(id); endpoint && !m_inputs.contains(id))
-                missing.push_back({id, endpoint->address});
-        for (const auto& [id, address] : missing)
-            if (m_torn.erase(id)) torn.insert(id);
+            if (!m_inputs.contains(id)) AddMissing(id, missing);
+        torn = m_torn;
     }
     std::map<MidiId, Input> opened;
     for (const auto& [id, address] : missing)
         if (auto input = m_session->OpenInput(id, address, torn.contains(id)))
             opened[id].input = std::move(input);
-    if (opened.empty()) return;
-    m_session->AwaitInputs();
+    if (!opened.empty()) m_session->AwaitInputs();
     std::lock_guard guard(m_lock);
+    for (const auto& [id, address] : missing) {
+        if (!opened.contains(id)) {
+            NoteRefusal(id);
+            continue;
+        }
+        m_refusals.erase(id);
+        m_torn.erase(id);
+    }
     m_inputs.merge(opened);
 }
 
