@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace {
+
+constexpr char kServerName[] = "vmcore-test";
 
 template <typename Caps>
 std::vector<std::string> Names(UINT count, MMRESULT (*fill)(UINT, Caps*, UINT)) {
@@ -41,14 +45,22 @@ bool WaitUntil(const std::function<bool()>& condition) {
     return true;
 }
 
-JackServer::JackServer() : m_name("vmcore-test-" + std::to_string(getpid())) {
-    setenv("JACK_DEFAULT_SERVER", m_name.c_str(), 1);
+// Always the same name: a server that was killed keeps its place among the machine's eight until one
+// of its name starts. Hence one at a time, by a lock on the folder where servers keep what they share.
+JackServer::JackServer() : m_turn(open("/dev/shm", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    EXPECT_EQ(flock(m_turn, LOCK_EX), 0);
+    setenv("JACK_DEFAULT_SERVER", kServerName, 1);
+}
+
+JackServer::~JackServer() {
+    m_process.Terminate();
+    close(m_turn);
 }
 
 // A synchronous server waits for a killed client ten times as long as its time limit (-t).
 void JackServer::Start() {
-    m_process.Start({"jackd", "-n", m_name, "-r", "-S", "-t", "100", "-d", "dummy", "-r", "48000",
-                     "-p", "256"});
+    m_process.Start({"jackd", "-n", kServerName, "-r", "-S", "-t", "100", "-d", "dummy", "-r",
+                     "48000", "-p", "256"});
     const bool answers =
         WaitUntil([&] { return !m_process.IsRunning() || vm::JackPlatform::IsAvailable(); });
     ASSERT_TRUE(answers && m_process.IsRunning()) << "jackd does not run here";

@@ -16,8 +16,10 @@ bool WaitUntil(const std::function<bool()>& condition);
 /// A synchronous server without hardware: the asynchronous kind loses MIDI events by itself.
 class JackServer {
 public:
-    JackServer(); ///< chooses a name of its own for the process
-    ~JackServer() { m_process.Terminate(); }
+    JackServer(); ///< waits until no other test on this machine has one
+    ~JackServer();
+    JackServer(const JackServer&) = delete;
+    JackServer& operator=(const JackServer&) = delete;
     void Start(); ///< fails the test when there is none
     void Kill() { m_process.Kill(); }
     void Terminate() { m_process.Terminate(); }
@@ -25,7 +27,7 @@ public:
     void Continue() const { m_process.Signal(SIGCONT); }
 
 private:
-    std::string m_name;
+    const int m_turn;
     ChildProcess m_process;
 };
 
