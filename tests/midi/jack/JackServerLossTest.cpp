@@ -2,6 +2,8 @@
 #include "JackTest.h"
 
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 
 namespace {
 
@@ -60,7 +62,53 @@ protected:
     MIDIHDR m_longHeader = HeaderFor(m_long);
 };
 
+/// A program that uses the server by itself, on a thread of its own.
+class OwnClient {
+public:
+    OwnClient() {
+        std::thread([this] {
+            m_client = m_jack.client_open("own client", JackNoStartServer, nullptr);
+        }).join();
+        EXPECT_NE(m_client, nullptr);
+    }
+    ~OwnClient() {
+        std::thread([this] { m_jack.client_close(m_client); }).join();
+    }
+    OwnClient(const OwnClient&) = delete;
+    OwnClient& operator=(const OwnClient&) = delete;
+
+private:
+    const vm::JackLibrary& m_jack = *vm::JackLibrary::Get();
+    jack_client_t* m_client = nullptr;
+};
+
+/// How many threads of the process get the signal of a broken connection.
+int ThreadsWithPipeSignal() {
+    int count = 0;
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
+        std::ifstream status(thread.path() / "status");
+        std::string word;
+        while (status >> word && word != "SigBlk:") {
+        }
+        std::uint64_t blocked = 0;
+        status >> std::hex >> blocked;
+        count += status && (blocked >> (SIGPIPE - 1) & 1) == 0;
+    }
+    return count;
+}
+
 } // namespace
+
+// The library does not see to that when somebody has opened a client before.
+TEST_F(JackServerLoss, BrokenConnectionSendsNoSignalToThreadsThatTalkToServers) {
+    StartServer();
+    const OwnClient program;
+    const int before = ThreadsWithPipeSignal();
+    StartMidi();
+    JackPeer peer("thru", {"thru"});
+    OpenThru();
+    EXPECT_EQ(ThreadsWithPipeSignal(), before + 1) << "only the one that calls the program";
+}
 
 TEST_F(JackServerLoss, NoServerIsNoDevicesUntilThereIsOne) {
     EXPECT_FALSE(vm::JackPlatform::IsAvailable());

@@ -1,6 +1,7 @@
 // The manager thread: the only one that asks the server for something. In every round it brings
 // about what is wanted: a server, the list of its ports, a port of ours for every endpoint in use.
 #include <algorithm>
+#include <csignal>
 #include <thread>
 #include <utility>
 
@@ -19,9 +20,20 @@ constexpr std::chrono::hours kNothingToDo{1};
 // Closing cancels the library's notification thread, which takes its locks with it when it is just
 // told that another program goes: as all do when a server ends. Afterwards it has ended by itself.
 constexpr std::chrono::milliseconds kLetServerGo{500};
+
+// The library writes to sockets of servers that have gone. It blocks the signal by itself only on
+// the thread that opens the first client of the process, which may be one of the program's. Threads
+// that this one starts, the library's among them, do as this one.
+void BlockPipeSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
 } // namespace
 
 void JackPlatform::Manage() {
+    BlockPipeSignals();
     Lock lock(m_lock);
     while (IsUp()) {
         const std::uint64_t asked = m_asked;
