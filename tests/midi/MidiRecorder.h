@@ -94,6 +94,13 @@ inline bool IsDone(MIDIHDR& header) {
            0;
 }
 
+/// Nothing but this has been logged, of so many messages.
+inline void ExpectNotSentWhole(LogCapture& log, std::size_t count) {
+    EXPECT_THAT(log.TakeLog(),
+                testing::AllOf(testing::SizeIs(count),
+                               testing::Each(testing::HasSubstr(" bytes was not sent whole: "))));
+}
+
 inline void WaitUntilDone(MIDIHDR& header) {
     while (!IsDone(header)) std::this_thread::yield(); // the watchdog ends it
 }

@@ -115,6 +115,7 @@ TEST_F(AlsaDevices, HandleOfAProgramThatEndedReachesNobodyElse) {
     AlsaPeer second("Second"); // at the same address
     second.AddPort("in");
     end.wait();
+    ExpectNotSentWhole(m_log, 1);
     EXPECT_TRUE(Eventually([&] { return midiOutShortMsg(out, 0x00403C90) != 0; }));
     EXPECT_EQ(static_cast<int>(midiOutShortMsg(out, 0x00403C90)), vm::kMidiUnknownEndpoint);
 }
@@ -138,6 +139,7 @@ TEST_F(AlsaDevices, CardThatComesBackWorksAgain) {
     SetVirtualCard(false);
     first.wait();
     second.wait();
+    ExpectNotSentWhole(m_log, 2);
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(500));
     EXPECT_EQ(static_cast<int>(midiOutShortMsg(out, 0x00403C90)), vm::kMidiUnknownEndpoint);
     EXPECT_EQ(midiThruShortMsg(out, 0x00403C90), 0U);
@@ -193,6 +195,7 @@ TEST_F(AlsaDevices, UsbDeviceIsPulledOutAndPluggedInElsewhere) {
     std::future<void> end = SendSysex(out, message);
     device.PullOut();
     end.wait();
+    ExpectNotSentWhole(m_log, 1);
     EXPECT_TRUE(Eventually([&] { return !Outputs().contains("UM-2 MIDI 1"); }));
     EXPECT_EQ(static_cast<int>(midiOutShortMsg(out, 0x00403C90)), vm::kMidiUnknownEndpoint);
     device.PlugIn(1);

@@ -147,6 +147,7 @@ TEST_F(AlsaTraffic, ProgramThatDoesNotReadHoldsNobodyUpForEver) {
     EXPECT_EQ(static_cast<int>(midiOutShortMsg(out, 0x00403C90)), vm::kMidiSendFailed);
     const auto begin = std::chrono::steady_clock::now();
     SendSysex(out, Dump(1000, 0)).wait();
+    ExpectNotSentWhole(m_log, 1);
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(11));
     for (int i = 0; i < taken; ++i) EXPECT_EQ(peer.Read(), (Bytes{0x90, 0x3C, 0x40})) << i;
     EXPECT_EQ(midiOutShortMsg(out, 0x00003C80), 0U);
