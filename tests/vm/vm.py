@@ -104,6 +104,7 @@ def initial_files(options, kernel_folder):
     loaded = [(f"lib/{pathlib.Path(path).name}", path) for path in options.library]
     for program in [options.program, *options.library]:
         loaded += libraries_of(program).items()
+    loaded += [(path.lstrip("/"), path) for path in options.file]
     for name, path in loaded:
         archive.add_file(name, path)
     command = ["exec", "env", "LD_LIBRARY_PATH=/lib", *options.env, "/test", *options.arguments]
@@ -150,6 +151,8 @@ def parse_options():
     parser.add_argument("--cache", type=pathlib.Path, required=True, help="where the kernel is kept")
     parser.add_argument("--library", action="append", default=[],
                         help="a library that the program loads itself")
+    parser.add_argument("--file", action="append", default=[],
+                        help="a file that the program reads, at the same place there")
     parser.add_argument("--env", action="append", default=[], help="NAME=VALUE for the program")
     parser.add_argument("--wire", help="a file for what the serial MIDI card sends")
     parser.add_argument("--virtual-time", action="store_true",
