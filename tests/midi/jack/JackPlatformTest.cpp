@@ -1,4 +1,5 @@
 // The back end on a server that stays.
+#include "../busyPorts.h"
 #include "JackTest.h"
 
 #include <future>
@@ -20,11 +21,6 @@ Bytes DumpedBytes(const std::string& line) {
         bytes.push_back(static_cast<std::uint8_t>(std::stoi(word, nullptr, 16)));
     }
     return bytes;
-}
-
-/// A short message that tells `number` from 2^18 others.
-DWORD Numbered(DWORD number) {
-    return (0x90 | (number >> 14 & 0x0F)) | (number & 0x7F) << 8 | (number >> 7 & 0x7F) << 16;
 }
 
 /// A host whose first callback waits.
@@ -163,7 +159,7 @@ TEST_F(JackPlatform, NothingIsLostAtFullSpeed) {
     std::vector<DWORD> sent;
     DWORD failures = 0;
     for (DWORD i = 0; i < kCount; ++i) {
-        sent.push_back(Numbered(i));
+        sent.push_back(NumberedMessage(i));
         failures += midiOutShortMsg(out, sent.back()) != 0;
     }
     EXPECT_EQ(failures, 0U);
@@ -171,7 +167,6 @@ TEST_F(JackPlatform, NothingIsLostAtFullSpeed) {
 }
 
 TEST_F(JackPlatform, FourOutputsAndFourInputsAtOnce) {
-    constexpr DWORD kCount = 2000;
     StartBoth();
     std::vector<std::unique_ptr<JackPeer>> peers;
     std::array<MidiRecorder, 4> recorders;
@@ -182,24 +177,7 @@ TEST_F(JackPlatform, FourOutputsAndFourInputsAtOnce) {
         OpenIn(name + " out", recorders[i]);
         outs.push_back(OpenOut(name + " in"));
     }
-    std::vector<std::thread> threads;
-    for (const HMIDIOUT out : outs)
-        threads.emplace_back([out] {
-            Bytes sysex = Dump(50'000, 1);
-            MIDIHDR header = HeaderFor(sysex);
-            midiOutLongMsg(out, &header, sizeof header);
-            for (DWORD i = 0; i < kCount; ++i) midiOutShortMsg(out, Numbered(i));
-            WaitUntilDone(header);
-        });
-    for (std::thread& thread : threads) thread.join();
-    for (MidiRecorder& recorder : recorders) {
-        DWORD wrong = 0, next = 0;
-        for (const MidiRecorder::Call& call : recorder.Wait(kCount + 1))
-            wrong += call.message == MIM_LONGDATA ? call.sysex != Dump(50'000, 1)
-                                                  : call.shortMessage != Numbered(next++);
-        EXPECT_EQ(next, kCount);
-        EXPECT_EQ(wrong, 0U);
-    }
+    ExpectWholeTraffic(outs, recorders);
 }
 
 TEST_F(JackPlatform, InputThatIsNotTakenInTimeIsNeverTorn) {
@@ -236,18 +214,7 @@ TEST_F(JackPlatform, InputsOpenAndCloseWhileTrafficFlows) {
     JackPeer peer("thru", {"thru"});
     const HMIDIOUT out = OpenOut("thru in");
     ASSERT_TRUE(WaitForNames(InNames, {"thru out"}));
-    std::atomic<bool> stop = false;
-    std::thread sender([&] {
-        while (!stop) midiOutShortMsg(out, 0x00403C90);
-    });
-    for (int i = 0; i < 200; ++i) {
-        MidiRecorder recorder; // gone right after its port
-        const HMIDIIN in = OpenIn("thru out", recorder);
-        if (i % 4 == 0) recorder.Wait(1);
-        midiInClose(in);
-    }
-    stop = true;
-    sender.join();
+    OpenAndCloseInTraffic(out, 0, 10'000);
     m_log.Ignore(); // lists on their way to a closed port are reported
 }
 

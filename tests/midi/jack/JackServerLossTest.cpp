@@ -23,9 +23,9 @@ protected:
         ASSERT_EQ(midiOutShortMsg(m_out, 0xF8), 0U);
         ASSERT_EQ(m_recorder.Wait(1).size(), 1U);
     }
-    /// Sends a message that takes ten seconds, and returns when it is on its way.
-    void BeginLongMessage() {
-        midiOutSetMaxSysExSpeed(m_out, static_cast<DWORD>(m_long.size() / 10));
+    /// Sends a message that takes seconds at least, and returns when it is on its way.
+    void BeginLongMessage(DWORD speed = 100'000) {
+        midiOutSetMaxSysExSpeed(m_out, speed);
         midiOutLongMsg(m_out, &m_longHeader, sizeof m_longHeader);
         for (int i = 0; i < 20; ++i) {
             midiOutShortMsg(m_out, 0xF8);
@@ -59,7 +59,7 @@ protected:
     MidiRecorder m_recorder;
     HMIDIIN m_in = nullptr;
     HMIDIOUT m_out = nullptr;
-    Bytes m_long = Dump(1'000'000, 9);
+    Bytes m_long = Dump(16'000'000, 9);
     MIDIHDR m_longHeader = HeaderFor(m_long);
 };
 
@@ -150,12 +150,15 @@ TEST_F(JackServerLoss, ProgramThatComesBackSlowlyIsConnectedAgain) {
     ExpectTrafficFlows();
 }
 
-TEST_F(JackServerLoss, KilledServerEndsSendsAndComesBackByName) {
+class JackServerKill : public JackServerLoss, public testing::WithParamInterface<DWORD> {};
+INSTANTIATE_TEST_SUITE_P(SlowAndFast, JackServerKill, testing::Values(100'000, 100'000'000));
+
+TEST_P(JackServerKill, EndsSendsAndPortsComeBackByName) {
     StartBoth();
     {
         JackPeer peer("thru", {"thru"});
         OpenThru();
-        BeginLongMessage();
+        BeginLongMessage(GetParam());
         m_server.Kill();
         WaitUntilDone(m_longHeader);
     }
