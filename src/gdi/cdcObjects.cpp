@@ -106,7 +106,7 @@ void CDC::UsePen(vm::GraphicsContext& context) {
         vm::PrintError("CDC::ApplyPen() Internal error! undefined pen style = %ld. Setting Pen to "
                        "PS_SOLID\n",
                        static_cast<long>(pen->elpPenStyle));
-    m_penWinColor.SetColorRef(pen->elpColor);
+    if (m_penWinColor.GetColorRef() != pen->elpColor) m_penWinColor.SetColorRef(pen->elpColor);
     context.SetStrokeColor(m_penWinColor.GetPlatformColor());
     context.SetLineWidth(LOWORD(pen->elpWidth)); // stock pens hold two 16-bit values
 }
@@ -120,7 +120,8 @@ void CDC::UseBrush(vm::GraphicsContext& context) {
         vm::ShowMessageBox(nullptr, text.c_str(), "VM Core", kOkCancel);
         return;
     }
-    m_brushWinColor.SetColorRef(brush->lbColor);
+    if (m_brushWinColor.GetColorRef() != brush->lbColor)
+        m_brushWinColor.SetColorRef(brush->lbColor);
     context.SetFillColor(m_brushWinColor.GetPlatformColor());
 }
 

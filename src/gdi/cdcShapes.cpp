@@ -23,8 +23,9 @@ bool KeepsCurrentColor(const tagLOGBRUSH& brush) {
     return brush.lbStyle == BS_SOLID && brush.lbHatch != 0;
 }
 
+// What WinColor makes of it, without the way over doubles.
 std::uint32_t PlatformColor(COLORREF color) {
-    return WinColor(color).GetPlatformColor();
+    return 0xFF000000u | GetRValue(color) << 16 | GetGValue(color) << 8 | GetBValue(color);
 }
 
 } // namespace
@@ -77,17 +78,24 @@ void CDC::FrameRect(const tagRECT* rect, CBrush* brush) {
     if (!record || !rect) return;
     vm::WithContext(m_hDC, "CDC::FrameRect()", [&](auto& context) {
         const vm::SavedState saved(context);
-        IntersectClipRect(rect);
         if (!KeepsCurrentColor(*record)) context.SetStrokeColor(PlatformColor(record->lbColor));
-        context.StrokeRect(vm::ToRectF(*rect), 2);
+        StrokeInside(context, *rect);
     });
+}
+
+void CDC::StrokeInside(vm::GraphicsContext& context, const tagRECT& rect) {
+    IntersectClipRect(&rect);
+    context.StrokeRect(vm::ToRectF(rect), 2);
 }
 
 void CDC::Rectangle(const tagRECT* rect) {
     FillRect(rect, m_pBrush);
-    if (!m_hPen) return;
-    CBrush frame(PenRecord()->elpColor);
-    FrameRect(rect, &frame);
+    if (!m_hPen || !rect) return;
+    vm::WithContext(m_hDC, "CDC::FrameRect()", [&](auto& context) {
+        const vm::SavedState saved(context);
+        context.SetStrokeColor(PlatformColor(PenRecord()->elpColor));
+        StrokeInside(context, *rect);
+    });
 }
 
 void CDC::EraseRect(const tagRECT* rect) {
@@ -136,16 +144,14 @@ BOOL CDC::Arc(const tagRECT* rect, tagPOINT start, tagPOINT end) {
 BOOL CDC::RoundRect(int left, int top, int right, int bottom, int width, int height) {
     const QRectF rect = vm::ToRectF(CRect(left, top, right, bottom)).normalized();
     return vm::WithContext(m_hDC, "CDC::RoundRect()", BOOL{FALSE}, [&](auto& context) -> BOOL {
-        const double pen = m_hPen ? std::max<int>(LOWORD(PenRecord()->elpWidth), 1) : 0;
-        const auto inset = [&](double by) {
-            return vm::CreateRoundRectPath(rect.adjusted(by, by, -by, -by), width - 2 * by,
-                                           height - 2 * by);
-        };
+        const int pen = m_hPen ? LOWORD(PenRecord()->elpWidth) : 0;
+        const double inset = pen > 1 ? pen : 0;
+        const double across = std::min(width, height);
         UseBrush(context);
         if (m_hBrush && BrushRecord()->lbStyle != BS_NULL)
-            context.FillPath(inset(pen > 1 ? pen : 0));
+            context.FillRoundRect(rect.adjusted(inset, inset, -inset, -inset), across - 2 * inset);
         UsePen(context);
-        if (m_hPen) context.StrokePath(inset(pen / 2));
+        if (m_hPen) context.StrokeRoundRect(rect, across);
         return TRUE;
     });
 }

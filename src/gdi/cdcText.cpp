@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr double kMeasuringLine = 20; // where invisible text is shown to measure it
+constexpr double kMeasuringLine = 20; // as if the text were shown there, in no colour
 
 std::string_view View(const char* text, int count) {
     return {text, static_cast<std::size_t>(vm::TextLength(text, count))};
@@ -129,11 +129,9 @@ int CDC::DrawLines(vm::GraphicsContext& context, std::string_view text, const ta
 
 int CDC::TextWidth(HDC handle, const char* text, int count) {
     return vm::WithContext(handle, "CDC::TextWidth()", 0, [&](auto& context) {
-        const vm::SavedState saved(context);
-        context.SetTextMode(vm::TextMode::Invisible);
-        context.SetTextPosition(QPointF(0, kMeasuringLine));
-        context.ShowText(View(text, count));
-        return static_cast<int>(context.TextPosition().x());
+        const double width = context.Font() ? context.Font()->Width(View(text, count)) : 0;
+        context.SetTextPosition(QPointF(width, kMeasuringLine));
+        return static_cast<int>(width);
     });
 }
 

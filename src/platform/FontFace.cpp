@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <map>
 #include <utility>
 
@@ -87,6 +88,7 @@ std::string Lower(std::string_view text) {
 FontFace::FontFace(std::string_view name, double size, QRawFont raw)
     : m_name(name), m_size(size), m_raw(std::move(raw)), m_metrics(MetricsOf(m_raw, size)) {
     FillTables();
+    m_run.setRawFont(m_raw);
 }
 
 void FontFace::FillTables() {
@@ -101,7 +103,8 @@ void FontFace::FillTables() {
         const bool control = code < 0x20 || code == 0x7F;
         const auto index = static_cast<qsizetype>(code);
         m_glyphs[code] = control ? kNoGlyph : glyphs[index];
-        m_advances[code] = control || index >= advances.size() ? 0 : advances[index].x();
+        const double advance = control || index >= advances.size() ? 0 : advances[index].x();
+        m_advances[code] = static_cast<std::int32_t>(std::lround(advance * kUnits));
     }
 }
 
@@ -125,9 +128,9 @@ FontFace* FontFace::Find(std::string_view name, double size) {
 }
 
 double FontFace::Width(std::string_view text) const {
-    double width = 0;
+    std::int64_t width = 0;
     for (const char c : text) width += m_advances[static_cast<unsigned char>(c)];
-    return width;
+    return static_cast<double>(width) / kUnits;
 }
 
 } // namespace vm

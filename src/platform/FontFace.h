@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include <QtGui/QGlyphRun>
 #include <QtGui/QRawFont>
 
 #include "platform/fontResolver.h"
@@ -37,15 +38,19 @@ public:
     double Size() const { return m_size; }
     const FontMetrics& Metrics() const { return m_metrics; }
     const QRawFont& Raw() const { return m_raw; }
+    /// A glyph run of this font, to be filled for one drawing: making one costs an allocation.
+    QGlyphRun& Run() const { return m_run; }
 
     /// The glyph of a code; 0xFFFFFFFF for the control codes, which show nothing.
     std::uint32_t Glyph(unsigned char code) const { return m_glyphs[code]; }
-    double Advance(unsigned char code) const { return m_advances[code]; }
+    double Advance(unsigned char code) const { return m_advances[code] / kUnits; }
     double Width(std::string_view text) const;
 
     static constexpr std::uint32_t kNoGlyph = 0xFFFFFFFF;
 
 private:
+    static constexpr double kUnits = 64;
+
     FontFace(std::string_view name, double size, QRawFont raw);
     static std::unique_ptr<FontFace> Load(std::string_view name, double size);
     void FillTables();
@@ -55,7 +60,9 @@ private:
     QRawFont m_raw;
     FontMetrics m_metrics;
     std::array<std::uint32_t, 256> m_glyphs{};
-    std::array<double, 256> m_advances{};
+    std::array<std::int32_t, 256>
+        m_advances{}; ///< in the 64ths of a pixel that the toolkit counts in
+    mutable QGlyphRun m_run;
 };
 
 } // namespace vm

@@ -13,6 +13,7 @@
 
 #include "platform/FontFace.h"
 #include "platform/PaintTarget.h"
+#include "platform/outlines.h"
 
 namespace vm {
 
@@ -21,8 +22,8 @@ enum class TextMode { Fill, Stroke, Invisible };
 class GraphicsContext {
 public:
     /// For a widget's paint, or for drawing outside of one: `origin` is where the view's (0, 0)
-    /// lies on the target, `clip` what may be painted, in the target's coordinates. Counts one
-    /// reference.
+    /// lies on the target, `clip` what may be painted, in the coordinates of the target's painter.
+    /// Counts one reference.
     static GraphicsContext* ForView(std::shared_ptr<PaintTarget> target, QPoint origin,
                                     const QRegion& clip);
     /// For an offscreen image, transparent at first. Counts one reference.
@@ -68,6 +69,9 @@ public:
     void StrokeEllipse(const QRectF& rect);
     /// The part of a circle from one angle to another (radians, y-down), angles decreasing.
     void StrokeArc(QPointF center, double radius, double start, double end);
+    /// Circular corners, `across` wide (two radii).
+    void FillRoundRect(const QRectF& rect, double across);
+    void StrokeRoundRect(const QRectF& rect, double across); ///< inside the rectangle
 
     // Text: 8-bit, Roman encoding, upright. Showing moves the text position past the text.
     void SetFont(const FontFace* font) { m_state.font = font; }
@@ -83,7 +87,8 @@ private:
         QRgb stroke = 0xFF000000;
         double lineWidth = 1;
         double alpha = 1;
-        QTransform transform;
+        QTransform transform; ///< to the target's pixels
+        bool moves = true;    ///< the transformation does nothing else
         const FontFace* font = nullptr;
         TextMode textMode = TextMode::Fill;
         Clip clip;
@@ -93,8 +98,16 @@ private:
     ~GraphicsContext();
 
     PaintState Paint() const { return {m_state.clip, m_state.alpha}; }
+    void SetTransform(const QTransform& transform);
+    bool OnlyMoves() const { return m_state.moves; }
+    double PixelsPerUnit() const;
+    QRectF ToPixels(const QRectF& rect) const;
+    QRectF Snapped(const QRectF& rect) const;
     bool WholePixels(const QRectF& rect, QRect& pixels) const;
-    bool OnlyMoves() const { return m_state.transform.type() <= QTransform::TxTranslate; }
+    void FillRing(const QRectF& outer, const QRectF& inner);
+    double StrokeWidth() const { return m_state.lineWidth > 1 ? m_state.lineWidth : 1; }
+    template <class AddPoints>
+    void FillOutline(QRgb color, AddPoints&& addPoints);
     void DrawGlyphRun(std::string_view text);
     void StrokeGlyphs(std::string_view text);
 
@@ -104,6 +117,7 @@ private:
     State m_state;
     std::vector<State> m_saved;
     QPointF m_textPosition;
+    Points m_points; ///< of the outline being filled; kept for its memory
 };
 
 /// Saves the state for the life of the object.

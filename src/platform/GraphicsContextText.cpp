@@ -33,8 +33,7 @@ void GraphicsContext::DrawGlyphRun(std::string_view text) {
             positions[static_cast<std::size_t>(count++)] = {x, origin.y()};
             x += font.Advance(code);
         }
-        QGlyphRun run;
-        run.setRawFont(font.Raw());
+        QGlyphRun& run = font.Run();
         run.setRawData(glyphs.data(), positions.data(), count);
         const double reach = 2 * font.Size(); // beyond the advances and lines of any face
         const QRectF bounds(start - reach, origin.y() - reach, x - start + 2 * reach, 2 * reach);

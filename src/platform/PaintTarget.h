@@ -1,16 +1,21 @@
 // One QPainter that several graphics contexts may draw through in turn, and what is set on it at
 // the moment: a painter's state is changed at the first draw that needs it, and only if it differs.
-// Everything here is in the painter's own coordinates; the painter is never saved and restored.
+// Everything here is in the device's own pixels, whatever its ratio and wherever on it the painter's
+// origin lies; the painter is never saved and restored.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
+#include <span>
 
 #include <QtCore/QRect>
+#include <QtGui/QBrush>
 #include <QtGui/QGlyphRun>
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
+#include <QtGui/QPen>
 #include <QtGui/QRegion>
 #include <QtGui/QTransform>
 
@@ -19,18 +24,19 @@ namespace vm {
 /// A clip made of shapes: each holds within the one before it.
 struct ClipShape {
     QPainterPath path;
+    QRegion region; ///< instead of the path, unless it is empty
     std::shared_ptr<const ClipShape> outer;
+
+    QRectF Bounds() const { return region.isEmpty() ? path.boundingRect() : region.boundingRect(); }
 };
 
-/// Where drawing is allowed: within `rect`, within `region` unless that is empty, within all
-/// shapes.
+/// Where drawing is allowed: within `rect` and within all shapes.
 struct Clip {
     QRect rect;
-    QRegion region;
     std::shared_ptr<const ClipShape> shapes;
     std::uint64_t serial = 0; ///< names these contents; 0 stands for no clip at all
 
-    bool IsRectangle() const { return region.isEmpty() && !shapes; }
+    bool IsRectangle() const { return !shapes; }
 };
 
 /// What every draw needs to know.
@@ -41,7 +47,8 @@ struct PaintState {
 
 class PaintTarget {
 public:
-    /// Draws through `painter`, which must have no clip and no transformation of its own.
+    /// Draws through `painter`, which must have no clip and no transformation of its own, and is
+    /// left with one.
     explicit PaintTarget(QPainter* painter);
     /// Opens a painter of its own on `device`.
     explicit PaintTarget(QPaintDevice* device);
@@ -54,11 +61,16 @@ public:
     void End();
     bool IsAlive() const { return m_painter != nullptr; }
 
+    /// From the painter's coordinates, as they were given, to the device's pixels.
+    const QTransform& ToPixels() const { return m_toPixels; }
+
     /// Whole pixels, which must lie within the clip's rectangle.
     void FillPixels(const QRect& rect, QRgb color, const PaintState& state);
     /// The same, but the pixels become transparent.
     void ClearPixels(const QRect& rect, const PaintState& state);
     void FillPath(const QPainterPath& path, QRgb color, const PaintState& state);
+    /// A closed outline; where it runs twice, it counts by its direction.
+    void FillPolygon(std::span<const QPointF> points, QRgb color, const PaintState& state);
     /// `width` counts before `transform`, which maps the path.
     void StrokePath(const QPainterPath& path, QRgb color, double width, const QTransform& transform,
                     const PaintState& state);
@@ -66,23 +78,43 @@ public:
                     const QTransform& transform, const PaintState& state);
 
 private:
+    // Kept, because making one costs an allocation: by the low bits of a colour.
+    struct ColoredBrush {
+        QRgb color = 0;
+        QBrush brush = Qt::NoBrush;
+    };
+    struct ColoredPen {
+        QRgb color = 0;
+        QPen pen = Qt::NoPen;
+    };
+
+    void Begin();
     QPainter& Painter() const;
     bool FillDirectly(const QRect& rect, QRgb color, const PaintState& state) const;
     void Prepare(const QRectF& bounds, const QTransform& transform, const PaintState& state);
     void UseClip(const QRectF& bounds, const Clip& clip);
     void SetPainterClip(const Clip& clip);
     void UseTransform(const QTransform& transform);
-    void UsePen(QRgb color, double width);
+    void UseBrush(QRgb color);
+    void UseTextPen(QRgb color);
+    void UseNoPen();
+    const QBrush& BrushOf(QRgb color);
 
     std::unique_ptr<QPainter> m_own;
     QPainter* m_painter;
-    const QImage* m_raster = nullptr; ///< the painter's device, when its pixels can be written
+    const QImage* m_raster = nullptr; ///< the device, when its pixels can be written
+    QTransform m_toPixels;
+    QTransform m_fromPixels; ///< set on the painter while nothing else is
     std::uint64_t m_clipSerial = 0;
     QRect m_clipRect; ///< the whole of the painter's clip; empty when that is no rectangle
     bool m_transformed = false;
     double m_alpha = 1;
+    enum class Pen { Unknown, None, Text } m_pen = Pen::Unknown;
     QRgb m_penColor = 0;
-    double m_penWidth = -1;
+    QRgb m_brushColor = 0;
+    bool m_hasBrush = false;
+    std::array<ColoredBrush, 16> m_brushes;
+    std::array<ColoredPen, 16> m_pens;
 };
 
 } // namespace vm

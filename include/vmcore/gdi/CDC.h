@@ -245,6 +245,7 @@ private:
     void UsePen(vm::GraphicsContext& context);
     void UseBrush(vm::GraphicsContext& context);
     void FillWith(vm::GraphicsContext& context, const tagRECT& rect, COLORREF color);
+    void StrokeInside(vm::GraphicsContext& context, const tagRECT& rect);
     void PlaceText(vm::GraphicsContext& context, int x, int y, std::string_view text);
     void ShowPlaced(vm::GraphicsContext& context, std::string_view text);
     void ShowAligned(vm::GraphicsContext& context, int x, int y, std::string_view text);

@@ -1,0 +1,48 @@
+// The few calls that every contestant draws a scene with. Each draws through its own interface in the
+// way its users write it; a call sets all the state it depends on, as the handlers of ported programs
+// do.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+class CDC;
+class QImage;
+class QPainter;
+using cairo_t = struct _cairo;
+
+namespace bench {
+
+/// Where, and the number of a colour. A line runs from (left, top) to (right, bottom).
+struct Mark {
+    int left, top, right, bottom;
+    std::size_t color;
+};
+
+constexpr std::array<std::uint32_t, 8> kPalette = {0x1A2B3C, 0xC03020, 0x208040, 0x3050C0,
+                                                   0xE0A010, 0x707880, 0x902090, 0xF4F4F4};
+constexpr int kTextSize = 12;
+
+class Drawer {
+public:
+    virtual ~Drawer() = default;
+    virtual void Fill(const Mark& mark) = 0;
+    virtual void Line(const Mark& mark) = 0;
+    virtual void Frame(const Mark& mark) = 0;
+    virtual void Ellipse(const Mark& mark) = 0; ///< filled, with an outline of the next colour
+    virtual void Text(const Mark& mark, std::string_view text) = 0; ///< its top left at the mark
+    virtual int TextWidth(std::string_view text) = 0;
+};
+
+// On an image of 32-bit pixels, which the drawer uses until it goes away.
+std::unique_ptr<Drawer> OursOn(QImage& image);
+std::unique_ptr<Drawer> PlainOn(QImage& image);
+std::unique_ptr<Drawer> CairoOn(QImage& image);
+
+// With what a paint handler has.
+std::unique_ptr<Drawer> OursWith(CDC& dc);
+std::unique_ptr<Drawer> PlainWith(QPainter& painter);
+
+} // namespace bench

@@ -1,0 +1,104 @@
+// The toolkit's painter, used in the plain way: antialiased strokes along the middle of the pixels,
+// and the state saved and restored around a clip.
+#include <QtGui/QFontMetricsF>
+#include <QtGui/QImage>
+#include <QtGui/QPainter>
+
+#include "Drawer.h"
+
+namespace bench {
+namespace {
+
+QColor ColorOf(const Mark& mark) {
+    return QColor::fromRgb(kPalette[mark.color]);
+}
+
+QPen PenOf(const QColor& color, double width) {
+    return {color, width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin};
+}
+
+QRectF RectOf(const Mark& mark) {
+    return {QPointF(mark.left, mark.top), QPointF(mark.right, mark.bottom)};
+}
+
+QFont TextFont() {
+    QFont font("Liberation Sans");
+    font.setPixelSize(kTextSize);
+    return font;
+}
+
+class Plain : public Drawer {
+public:
+    explicit Plain(QPainter& painter)
+        : m_painter(painter), m_font(TextFont()), m_metrics(m_font, painter.device()) {
+        m_painter.setRenderHint(QPainter::Antialiasing);
+        m_painter.setFont(m_font);
+    }
+
+    void Fill(const Mark& mark) override { m_painter.fillRect(RectOf(mark), ColorOf(mark)); }
+
+    void Line(const Mark& mark) override {
+        m_painter.setPen(PenOf(ColorOf(mark), 1));
+        QPointF from(mark.left, mark.top), to(mark.right, mark.bottom);
+        const QPointF half(mark.left == mark.right ? 0.5 : 0, mark.top == mark.bottom ? 0.5 : 0);
+        m_painter.drawLine(from + half, to + half);
+    }
+
+    void Frame(const Mark& mark) override {
+        m_painter.save();
+        m_painter.setClipRect(RectOf(mark), Qt::IntersectClip);
+        m_painter.setPen(PenOf(ColorOf(mark), 2));
+        m_painter.setBrush(Qt::NoBrush);
+        m_painter.drawRect(RectOf(mark));
+        m_painter.restore();
+    }
+
+    void Ellipse(const Mark& mark) override {
+        m_painter.setPen(Qt::NoPen);
+        m_painter.setBrush(ColorOf(mark));
+        m_painter.drawEllipse(RectOf(mark));
+        Mark outline = mark;
+        outline.color = (mark.color + 1) % kPalette.size();
+        m_painter.setPen(PenOf(ColorOf(outline), 1.0001)); // at 1 the outline is too faint
+        m_painter.setBrush(Qt::NoBrush);
+        m_painter.drawEllipse(RectOf(mark));
+    }
+
+    void Text(const Mark& mark, std::string_view text) override {
+        m_painter.setPen(ColorOf(mark));
+        m_painter.drawText(QPointF(mark.left, mark.top + m_metrics.ascent()),
+                           QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size())));
+    }
+
+    int TextWidth(std::string_view text) override {
+        return static_cast<int>(m_metrics.horizontalAdvance(
+            QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()))));
+    }
+
+private:
+    QPainter& m_painter;
+    QFont m_font;
+    QFontMetricsF m_metrics;
+};
+
+struct OwnPainter {
+    explicit OwnPainter(QImage& image) : painter(&image) {}
+    QPainter painter;
+};
+
+class PlainOnImage : private OwnPainter, public Plain {
+public:
+    explicit PlainOnImage(QImage& image) : OwnPainter(image), Plain(painter) {}
+};
+
+} // namespace
+
+std::unique_ptr<Drawer> PlainOn(QImage& image) {
+    return std::make_unique<PlainOnImage>(image);
+}
+
+std::unique_ptr<Drawer> PlainWith(QPainter& painter) {
+    return std::make_unique<Plain>(painter);
+}
+
+} // namespace bench
