@@ -37,12 +37,7 @@ QRectF BoundsOf(std::span<const QPointF> points) {
     return {left, top, right - left, bottom - top};
 }
 
-// Neighbouring colours go to different places.
-std::size_t Slot(QRgb color, std::size_t size) {
-    return (color ^ color >> 7 ^ color >> 13 ^ color >> 20) % size;
-}
-
-// Some thousand pixels cost less as plain stores than as calls.
+// A few pixels a line cost less as plain stores than as calls.
 void FillNarrow(uchar* line, std::size_t stride, int width, int height, QRgb color) {
     for (; height > 0; --height, line += stride)
         for (int x = 0; x < width; ++x) reinterpret_cast<QRgb*>(line)[x] = color;
@@ -135,19 +130,28 @@ void PaintTarget::FillPolygon(std::span<const QPointF> points, QRgb color,
     painter.drawPolygon(points.data(), static_cast<int>(points.size()), Qt::WindingFill);
 }
 
+// The toolkit has a short way for a single line, which a path would not take.
+void PaintTarget::StrokeLine(QPointF from, QPointF to, QRgb color, double width,
+                             const QTransform& transform, const PaintState& state) {
+    QPainter& painter = Painter();
+    const QRectF bounds = QRectF(from, to).normalized().adjusted(-width, -width, width, width);
+    Prepare(transform.mapRect(bounds), transform, state);
+    UsePen({color, std::max(width, kThinnestStroke)});
+    painter.drawLine(from, to);
+}
+
 void PaintTarget::StrokePath(const QPainterPath& path, QRgb color, double width,
                              const QTransform& transform, const PaintState& state) {
     const double reach = width * kMiterLimit + 1;
     const QRectF bounds = path.controlPointRect().adjusted(-reach, -reach, reach, reach);
     Prepare(transform.mapRect(bounds), transform, state);
-    Painter().strokePath(path, QPen(QColor::fromRgba(color), std::max(width, kThinnestStroke),
-                                    Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+    Painter().strokePath(path, PenOf({color, std::max(width, kThinnestStroke)}));
 }
 
 void PaintTarget::DrawGlyphs(const QGlyphRun& glyphs, const QRectF& bounds, QRgb color,
                              const QTransform& transform, const PaintState& state) {
     Prepare(transform.mapRect(bounds), transform, state);
-    UseTextPen(color);
+    UsePen({color, 0});
     Painter().drawGlyphRun({}, glyphs);
 }
 
@@ -198,11 +202,26 @@ void PaintTarget::UseTransform(const QTransform& transform) {
     m_transformed = wanted;
 }
 
+template <class Tool, class Make>
+const Tool& PaintTarget::Kept(ToolBox<Tool>& box, const Ink& ink, Make&& make) {
+    const std::size_t size = std::min(box.count, box.inks.size());
+    const auto end = box.inks.begin() + static_cast<std::ptrdiff_t>(size);
+    const auto found = std::find(box.inks.begin(), end, ink);
+    if (found != end) return box.tools[static_cast<std::size_t>(found - box.inks.begin())];
+    const std::size_t place = box.count++ % box.inks.size();
+    box.inks[place] = ink;
+    return box.tools[place] = make();
+}
+
 const QBrush& PaintTarget::BrushOf(QRgb color) {
-    ColoredBrush& kept = m_brushes[Slot(color, m_brushes.size())];
-    if (kept.color != color || kept.brush.style() == Qt::NoBrush)
-        kept = {color, QBrush(QColor::fromRgba(color))};
-    return kept.brush;
+    return Kept(m_brushes, {color, 0}, [&] { return QBrush(QColor::fromRgba(color)); });
+}
+
+const QPen& PaintTarget::PenOf(const Ink& ink) {
+    return Kept(m_pens, ink, [&] {
+        return QPen(QColor::fromRgba(ink.color), ink.width, Qt::SolidLine, Qt::FlatCap,
+                    Qt::MiterJoin);
+    });
 }
 
 void PaintTarget::UseBrush(QRgb color) {
@@ -212,20 +231,17 @@ void PaintTarget::UseBrush(QRgb color) {
     m_hasBrush = true;
 }
 
-void PaintTarget::UseTextPen(QRgb color) {
-    if (m_pen == Pen::Text && m_penColor == color) return;
-    ColoredPen& kept = m_pens[Slot(color, m_pens.size())];
-    if (kept.color != color || kept.pen.style() == Qt::NoPen)
-        kept = {color, QPen(QColor::fromRgba(color))};
-    m_painter->setPen(kept.pen);
-    m_pen = Pen::Text;
-    m_penColor = color;
+void PaintTarget::UsePen(const Ink& ink) {
+    if (m_hasPen && m_pen == ink) return;
+    m_painter->setPen(PenOf(ink));
+    m_pen = ink;
+    m_hasPen = true;
 }
 
 void PaintTarget::UseNoPen() {
-    if (m_pen == Pen::None) return;
+    if (!m_hasPen) return;
     m_painter->setPen(Qt::NoPen);
-    m_pen = Pen::None;
+    m_hasPen = false;
 }
 
 } // namespace vm

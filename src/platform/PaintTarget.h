@@ -71,22 +71,30 @@ public:
     void FillPath(const QPainterPath& path, QRgb color, const PaintState& state);
     /// A closed outline; where it runs twice, it counts by its direction.
     void FillPolygon(std::span<const QPointF> points, QRgb color, const PaintState& state);
-    /// `width` counts before `transform`, which maps the path.
+    /// `width` counts before `transform`, which maps the line; so below.
+    void StrokeLine(QPointF from, QPointF to, QRgb color, double width, const QTransform& transform,
+                    const PaintState& state);
     void StrokePath(const QPainterPath& path, QRgb color, double width, const QTransform& transform,
                     const PaintState& state);
     void DrawGlyphs(const QGlyphRun& glyphs, const QRectF& bounds, QRgb color,
                     const QTransform& transform, const PaintState& state);
 
 private:
-    // Kept, because making one costs an allocation: by the low bits of a colour.
-    struct ColoredBrush {
-        QRgb color = 0;
-        QBrush brush = Qt::NoBrush;
+    // Brushes and pens that were used lately, because making one costs an allocation. The one that
+    // came first goes first.
+    struct Ink {
+        QRgb color;
+        double width; ///< of a pen; 0 for text
+        bool operator==(const Ink&) const = default;
     };
-    struct ColoredPen {
-        QRgb color = 0;
-        QPen pen = Qt::NoPen;
+    template <class Tool>
+    struct ToolBox {
+        std::array<Ink, 32> inks{};
+        std::array<Tool, 32> tools;
+        std::size_t count = 0; ///< made so far
     };
+    template <class Tool, class Make>
+    static const Tool& Kept(ToolBox<Tool>& box, const Ink& ink, Make&& make);
 
     void Begin();
     QPainter& Painter() const;
@@ -96,9 +104,10 @@ private:
     void SetPainterClip(const Clip& clip);
     void UseTransform(const QTransform& transform);
     void UseBrush(QRgb color);
-    void UseTextPen(QRgb color);
+    void UsePen(const Ink& ink);
     void UseNoPen();
     const QBrush& BrushOf(QRgb color);
+    const QPen& PenOf(const Ink& ink);
 
     std::unique_ptr<QPainter> m_own;
     QPainter* m_painter;
@@ -109,12 +118,12 @@ private:
     QRect m_clipRect; ///< the whole of the painter's clip; empty when that is no rectangle
     bool m_transformed = false;
     double m_alpha = 1;
-    enum class Pen { Unknown, None, Text } m_pen = Pen::Unknown;
-    QRgb m_penColor = 0;
-    QRgb m_brushColor = 0;
+    bool m_hasPen = true; ///< what a painter begins with
+    Ink m_pen{};
     bool m_hasBrush = false;
-    std::array<ColoredBrush, 16> m_brushes;
-    std::array<ColoredPen, 16> m_pens;
+    QRgb m_brushColor = 0;
+    ToolBox<QBrush> m_brushes;
+    ToolBox<QPen> m_pens;
 };
 
 } // namespace vm

@@ -8,7 +8,7 @@ namespace vm {
 namespace {
 
 constexpr double kFullTurn = 2 * std::numbers::pi;
-constexpr double kTolerance = 0.04; // pixels that a corner may lie off the curve
+constexpr double kTolerance = 0.06; // pixels that a corner may lie off the curve
 constexpr double kMostCorners = 4096;
 
 int CornersFor(double radius, double sweep, double scale) {
@@ -43,7 +43,7 @@ void AddMoved(Points& points, const QRectF& rect, double by, int corners, double
     for (int i = 0; i <= corners; ++i) {
         const QPointF at = turn.Next();
         const double nx = at.x() * b, ny = at.y() * a;
-        const double length = std::hypot(nx, ny);
+        const double length = std::sqrt(nx * nx + ny * ny);
         const double shift = length > 0 ? by / length : 0;
         points.push_back(center + QPointF(at.x() * a + nx * shift, at.y() * b + ny * shift));
     }
@@ -60,14 +60,6 @@ void AddCorner(Points& points, QPointF center, double radius, double start, doub
 void AddEllipse(Points& points, const QRectF& rect, double scale) {
     const double radius = std::max(rect.width(), rect.height()) / 2;
     AddMoved(points, rect, 0, CornersFor(radius, kFullTurn, scale), kFullTurn);
-}
-
-void AddLineStroke(Points& points, QPointF from, QPointF to, double width) {
-    const QPointF along = to - from;
-    const double length = std::hypot(along.x(), along.y());
-    if (!(length > 0)) return;
-    const QPointF side = QPointF(-along.y(), along.x()) * (width / 2 / length);
-    points.insert(points.end(), {from + side, to + side, to - side, from - side});
 }
 
 // An inner edge that would turn inside out shrinks to the middle: the ring is a full ellipse then.
