@@ -252,11 +252,7 @@ void GraphicsContext::StrokeLine(QPointF from, QPointF to) {
     QRect pixels;
     if ((from.x() == to.x()) != (from.y() == to.y()) && WholePixels(covered, pixels))
         return m_target->FillPixels(pixels, m_state.stroke, Paint());
-    const bool mapped = OnlyMoves();
-    const QPointF origin =
-        mapped ? QPointF(m_state.transform.dx(), m_state.transform.dy()) : QPointF();
-    m_target->StrokeLine(from + origin, to + origin, m_state.stroke, m_state.lineWidth,
-                         mapped ? QTransform() : m_state.transform, Paint());
+    FillOutline(m_state.stroke, [&] { AddLineStroke(m_points, from, to, StrokeWidth()); });
 }
 
 void GraphicsContext::FillPath(const QPainterPath& path) {

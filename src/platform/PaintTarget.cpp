@@ -38,16 +38,21 @@ QRectF BoundsOf(std::span<const QPointF> points) {
 }
 
 // A few pixels a line cost less as plain stores than as calls.
-void FillNarrow(uchar* line, std::size_t stride, int width, int height, QRgb color) {
-    for (; height > 0; --height, line += stride)
-        for (int x = 0; x < width; ++x) reinterpret_cast<QRgb*>(line)[x] = color;
+void FillNarrow(const PixelRows& pixels, const QRect& rect, QRgb color) {
+    for (int y = rect.top(); y <= rect.bottom(); ++y)
+        for (int x = rect.left(); x <= rect.right(); ++x) pixels.Row(y)[x] = color;
 }
 
-void FillWide(uchar* line, std::size_t stride, int width, int height, QRgb color) {
+void FillWide(const PixelRows& pixels, const QRect& rect, QRgb color) {
     static_assert(sizeof(wchar_t) == sizeof(QRgb));
-    for (; height > 0; --height, line += stride)
-        std::wmemset(reinterpret_cast<wchar_t*>(line), static_cast<wchar_t>(color),
-                     static_cast<std::size_t>(width));
+    for (int y = rect.top(); y <= rect.bottom(); ++y)
+        std::wmemset(reinterpret_cast<wchar_t*>(pixels.Row(y) + rect.left()),
+                     static_cast<wchar_t>(color), static_cast<std::size_t>(rect.width()));
+}
+
+// The colour with both alphas worked in.
+QRgb Premultiplied(QRgb color, double alpha) {
+    return ByteMul(qPremultiply(color), static_cast<unsigned>(alpha * 255 + 0.5));
 }
 
 } // namespace
@@ -82,6 +87,11 @@ QPainter& PaintTarget::Painter() const {
     return *m_painter;
 }
 
+PixelRows PaintTarget::Pixels() const { // bits() might copy the pixels
+    return {const_cast<uchar*>(m_raster->constBits()),
+            static_cast<std::size_t>(m_raster->bytesPerLine())};
+}
+
 // Straight into the device's pixels: three to five times faster than through the painter, which
 // keeps nothing back that would come later.
 bool PaintTarget::FillDirectly(const QRect& rect, QRgb color, const PaintState& state) const {
@@ -89,13 +99,15 @@ bool PaintTarget::FillDirectly(const QRect& rect, QRgb color, const PaintState& 
     if (!m_raster || qAlpha(color) != 255 || state.alpha != 1 || !state.clip.IsRectangle())
         return false;
     const QRect within = rect & m_raster->rect();
-    if (within.isEmpty()) return true;
-    const std::size_t stride = static_cast<std::size_t>(m_raster->bytesPerLine());
-    uchar* const first = const_cast<uchar*>(m_raster->constBits()) + // bits() might copy the pixels
-                         static_cast<std::size_t>(within.top()) * stride +
-                         static_cast<std::size_t>(within.left()) * sizeof(QRgb);
-    (within.width() < kNarrow ? FillNarrow : FillWide)(first, stride, within.width(),
-                                                       within.height(), color);
+    (within.width() < kNarrow ? FillNarrow : FillWide)(Pixels(), within, color);
+    return true;
+}
+
+bool PaintTarget::FillDirectly(std::span<const QPointF> polygon, const QRectF& bounds, QRgb color,
+                               const PaintState& state) {
+    if (!m_raster || !state.clip.IsRectangle() || !CoverageFill::Takes(bounds)) return false;
+    m_coverage.Fill(Pixels(), polygon, bounds, state.clip.rect & m_raster->rect(),
+                    Premultiplied(color, state.alpha));
     return true;
 }
 
@@ -124,20 +136,12 @@ void PaintTarget::FillPolygon(std::span<const QPointF> points, QRgb color,
                               const PaintState& state) {
     QPainter& painter = Painter();
     if (points.empty()) return;
-    Prepare(BoundsOf(points), {}, state);
+    const QRectF bounds = BoundsOf(points);
+    if (FillDirectly(points, bounds, color, state)) return;
+    Prepare(bounds, {}, state);
     UseNoPen();
     UseBrush(color);
     painter.drawPolygon(points.data(), static_cast<int>(points.size()), Qt::WindingFill);
-}
-
-// The toolkit has a short way for a single line, which a path would not take.
-void PaintTarget::StrokeLine(QPointF from, QPointF to, QRgb color, double width,
-                             const QTransform& transform, const PaintState& state) {
-    QPainter& painter = Painter();
-    const QRectF bounds = QRectF(from, to).normalized().adjusted(-width, -width, width, width);
-    Prepare(transform.mapRect(bounds), transform, state);
-    UsePen({color, std::max(width, kThinnestStroke)});
-    painter.drawLine(from, to);
 }
 
 void PaintTarget::StrokePath(const QPainterPath& path, QRgb color, double width,

@@ -19,6 +19,8 @@
 #include <QtGui/QRegion>
 #include <QtGui/QTransform>
 
+#include "platform/CoverageFill.h"
+
 namespace vm {
 
 /// A clip made of shapes: each holds within the one before it.
@@ -71,9 +73,7 @@ public:
     void FillPath(const QPainterPath& path, QRgb color, const PaintState& state);
     /// A closed outline; where it runs twice, it counts by its direction.
     void FillPolygon(std::span<const QPointF> points, QRgb color, const PaintState& state);
-    /// `width` counts before `transform`, which maps the line; so below.
-    void StrokeLine(QPointF from, QPointF to, QRgb color, double width, const QTransform& transform,
-                    const PaintState& state);
+    /// `width` counts before `transform`, which maps the path.
     void StrokePath(const QPainterPath& path, QRgb color, double width, const QTransform& transform,
                     const PaintState& state);
     void DrawGlyphs(const QGlyphRun& glyphs, const QRectF& bounds, QRgb color,
@@ -99,6 +99,9 @@ private:
     void Begin();
     QPainter& Painter() const;
     bool FillDirectly(const QRect& rect, QRgb color, const PaintState& state) const;
+    bool FillDirectly(std::span<const QPointF> polygon, const QRectF& bounds, QRgb color,
+                      const PaintState& state);
+    PixelRows Pixels() const;
     void Prepare(const QRectF& bounds, const QTransform& transform, const PaintState& state);
     void UseClip(const QRectF& bounds, const Clip& clip);
     void SetPainterClip(const Clip& clip);
@@ -124,6 +127,7 @@ private:
     QRgb m_brushColor = 0;
     ToolBox<QBrush> m_brushes;
     ToolBox<QPen> m_pens;
+    CoverageFill m_coverage;
 };
 
 } // namespace vm

@@ -62,6 +62,14 @@ void AddEllipse(Points& points, const QRectF& rect, double scale) {
     AddMoved(points, rect, 0, CornersFor(radius, kFullTurn, scale), kFullTurn);
 }
 
+void AddLineStroke(Points& points, QPointF from, QPointF to, double width) {
+    const QPointF along = to - from;
+    const double length = std::hypot(along.x(), along.y());
+    if (!(length > 0)) return;
+    const QPointF side = QPointF(-along.y(), along.x()) * (width / 2 / length);
+    points.insert(points.end(), {from + side, to + side, to - side, from - side});
+}
+
 // An inner edge that would turn inside out shrinks to the middle: the ring is a full ellipse then.
 void AddEllipseStroke(Points& points, const QRectF& rect, double width, double scale) {
     const double half = width / 2;

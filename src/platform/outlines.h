@@ -14,6 +14,9 @@ using Points = std::vector<QPointF>;
 /// An ellipse, all around. `scale` is how many pixels a unit is: larger ones need more corners.
 void AddEllipse(Points& points, const QRectF& rect, double scale);
 
+/// A line of `width` with ends cut off square; nothing for a point.
+void AddLineStroke(Points& points, QPointF from, QPointF to, double width);
+
 /// The ring that a pen of `width` leaves along an ellipse: its outer edge, then its inner one the
 /// other way round.
 void AddEllipseStroke(Points& points, const QRectF& rect, double width, double scale);
