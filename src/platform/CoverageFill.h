@@ -53,11 +53,11 @@ private:
 
 /// Each of the four components times `factor` / 255.
 inline QRgb ByteMul(QRgb color, unsigned factor) {
-    std::uint32_t pair = (color & 0xFF00FF) * factor;
-    pair = (pair + ((pair >> 8) & 0xFF00FF) + 0x800080) >> 8;
-    std::uint32_t other = ((color >> 8) & 0xFF00FF) * factor;
-    other = other + ((other >> 8) & 0xFF00FF) + 0x800080;
-    return (other & 0xFF00FF00) | (pair & 0xFF00FF);
+    constexpr std::uint64_t kBytes = 0x00FF00FF00FF00FF;
+    std::uint64_t parts = (color | std::uint64_t{color} << 24) & kBytes;
+    parts *= factor;
+    parts = ((parts + ((parts >> 8) & kBytes) + 0x0080008000800080) >> 8) & kBytes;
+    return static_cast<QRgb>(parts | parts >> 24);
 }
 
 /// `source` (premultiplied) over `*pixel`, by `coverage` 0 to 255.

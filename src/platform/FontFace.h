@@ -12,6 +12,7 @@
 #include <QtGui/QGlyphRun>
 #include <QtGui/QRawFont>
 
+#include "platform/GlyphMasks.h"
 #include "platform/fontResolver.h"
 
 namespace vm {
@@ -43,14 +44,17 @@ public:
 
     /// The glyph of a code; 0xFFFFFFFF for the control codes, which show nothing.
     std::uint32_t Glyph(unsigned char code) const { return m_glyphs[code]; }
-    double Advance(unsigned char code) const { return m_advances[code] / kUnits; }
+    double Advance(unsigned char code) const { return m_advances[code] / double{kUnits}; }
+    int Units(unsigned char code) const { return m_advances[code]; } ///< the same in 64ths
     double Width(std::string_view text) const;
 
+    /// For drawing into pixels; they are made as they are needed.
+    GlyphMasks& Masks() const { return m_masks; }
+
     static constexpr std::uint32_t kNoGlyph = 0xFFFFFFFF;
+    static constexpr int kUnits = 64; ///< the toolkit counts advances in these parts of a pixel
 
 private:
-    static constexpr double kUnits = 64;
-
     FontFace(std::string_view name, double size, QRawFont raw);
     static std::unique_ptr<FontFace> Load(std::string_view name, double size);
     void FillTables();
@@ -63,6 +67,7 @@ private:
     std::array<std::int32_t, 256>
         m_advances{}; ///< in the 64ths of a pixel that the toolkit counts in
     mutable QGlyphRun m_run;
+    mutable GlyphMasks m_masks;
 };
 
 } // namespace vm

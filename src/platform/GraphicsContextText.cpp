@@ -19,6 +19,8 @@ void GraphicsContext::DrawGlyphRun(std::string_view text) {
     const FontFace& font = *m_state.font;
     const QTransform transform = OnlyMoves() ? QTransform() : m_state.transform;
     const QPointF origin = OnlyMoves() ? m_state.transform.map(m_textPosition) : m_textPosition;
+    if (OnlyMoves() && m_target->DrawTextDirectly(font, text, origin, m_state.fill, Paint()))
+        return;
     std::array<quint32, kAtOnce> glyphs;
     std::array<QPointF, kAtOnce> positions;
     double x = origin.x();

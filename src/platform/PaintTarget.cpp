@@ -1,7 +1,7 @@
+// The painter and its state; what goes past it is in PaintTargetDirect.cpp.
 #include "platform/PaintTarget.h"
 
 #include <algorithm>
-#include <cwchar>
 #include <vector>
 
 #include <QtGui/QPaintEngine>
@@ -37,24 +37,6 @@ QRectF BoundsOf(std::span<const QPointF> points) {
     return {left, top, right - left, bottom - top};
 }
 
-// A few pixels a line cost less as plain stores than as calls.
-void FillNarrow(const PixelRows& pixels, const QRect& rect, QRgb color) {
-    for (int y = rect.top(); y <= rect.bottom(); ++y)
-        for (int x = rect.left(); x <= rect.right(); ++x) pixels.Row(y)[x] = color;
-}
-
-void FillWide(const PixelRows& pixels, const QRect& rect, QRgb color) {
-    static_assert(sizeof(wchar_t) == sizeof(QRgb));
-    for (int y = rect.top(); y <= rect.bottom(); ++y)
-        std::wmemset(reinterpret_cast<wchar_t*>(pixels.Row(y) + rect.left()),
-                     static_cast<wchar_t>(color), static_cast<std::size_t>(rect.width()));
-}
-
-// The colour with both alphas worked in.
-QRgb Premultiplied(QRgb color, double alpha) {
-    return ByteMul(qPremultiply(color), static_cast<unsigned>(alpha * 255 + 0.5));
-}
-
 } // namespace
 
 PaintTarget::PaintTarget(QPainter* painter) : m_painter(painter) {
@@ -85,30 +67,6 @@ void PaintTarget::End() {
 QPainter& PaintTarget::Painter() const {
     if (!m_painter) throw PlatformError("DeadContext", "the device is gone");
     return *m_painter;
-}
-
-PixelRows PaintTarget::Pixels() const { // bits() might copy the pixels
-    return {const_cast<uchar*>(m_raster->constBits()),
-            static_cast<std::size_t>(m_raster->bytesPerLine())};
-}
-
-// Straight into the device's pixels: three to five times faster than through the painter, which
-// keeps nothing back that would come later.
-bool PaintTarget::FillDirectly(const QRect& rect, QRgb color, const PaintState& state) const {
-    constexpr int kNarrow = 8;
-    if (!m_raster || qAlpha(color) != 255 || state.alpha != 1 || !state.clip.IsRectangle())
-        return false;
-    const QRect within = rect & m_raster->rect();
-    (within.width() < kNarrow ? FillNarrow : FillWide)(Pixels(), within, color);
-    return true;
-}
-
-bool PaintTarget::FillDirectly(std::span<const QPointF> polygon, const QRectF& bounds, QRgb color,
-                               const PaintState& state) {
-    if (!m_raster || !state.clip.IsRectangle() || !CoverageFill::Takes(bounds)) return false;
-    m_coverage.Fill(Pixels(), polygon, bounds, state.clip.rect & m_raster->rect(),
-                    Premultiplied(color, state.alpha));
-    return true;
 }
 
 void PaintTarget::FillPixels(const QRect& rect, QRgb color, const PaintState& state) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <string_view>
 
 #include <QtCore/QRect>
 #include <QtGui/QBrush>
@@ -20,6 +21,7 @@
 #include <QtGui/QTransform>
 
 #include "platform/CoverageFill.h"
+#include "platform/FontFace.h"
 
 namespace vm {
 
@@ -78,6 +80,11 @@ public:
                     const PaintState& state);
     void DrawGlyphs(const QGlyphRun& glyphs, const QRectF& bounds, QRgb color,
                     const QTransform& transform, const PaintState& state);
+
+    /// Text with its baseline from `origin` on; false, and nothing is drawn, where only DrawGlyphs
+    /// can.
+    bool DrawTextDirectly(const FontFace& font, std::string_view text, QPointF origin, QRgb color,
+                          const PaintState& state);
 
 private:
     // Brushes and pens that were used lately, because making one costs an allocation. The one that
