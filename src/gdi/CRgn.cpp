@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "gdi/records.h"
+#include "gdi/regionPath.h"
 #include "platform/messagebox.h"
 
 namespace {
@@ -108,12 +109,28 @@ void CRgn::SetRectRgn(int left, int top, int right, int bottom) {
 int CRgn::CombineRgn(CRgn* a, CRgn* b, int mode) {
     if (!a || !b) return 0;
     CRgn result;
-    const LONG mark = RGNSHAPE_COMBINE;
-    result.m_hObject = std::exchange(a->m_hObject, nullptr);
-    bool complete = mode != RGN_AND || result.Append(&mark, 1);
-    complete = complete && result.AppendCopies(*b);
+    const bool complete = mode == RGN_XOR || mode == RGN_DIFF ? result.AppendPixels(*a, *b, mode)
+                                                              : result.AppendLists(*a, *b, mode);
+    if (a != this) a->ClearCommandList();
     std::swap(m_hObject, result.m_hObject);
     return complete;
+}
+
+bool CRgn::AppendLists(const CRgn& a, const CRgn& b, int mode) {
+    const LONG mark = RGNSHAPE_COMBINE;
+    if (!AppendCopies(a)) return false;
+    if (mode == RGN_COPY) return true;
+    return (mode != RGN_AND || Append(&mark, 1)) && AppendCopies(b);
+}
+
+// A list of shapes has no way to say "not": what is left are rectangles of whole pixels.
+bool CRgn::AppendPixels(const CRgn& a, const CRgn& b, int mode) {
+    const QRegion first = vm::RegionPixels(a), second = vm::RegionPixels(b);
+    for (const QRect& rect : mode == RGN_XOR ? first.xored(second) : first.subtracted(second))
+        if (!CreateRectRgn(rect.left(), rect.top(), rect.left() + rect.width(),
+                           rect.top() + rect.height()))
+            return false;
+    return true;
 }
 
 BOOL CRgn::RectInRegion(const tagRECT*) const {

@@ -42,13 +42,13 @@ CPoint CDC::MoveTo(int x, int y) {
 }
 
 BOOL CDC::LineTo(int x, int y) {
+    const int width = m_hPen ? static_cast<int>(PenRecord()->elpWidth) : 1;
+    const vm::LineSegment line = vm::AlignLine(m_x, m_y, x, y, width);
+    m_x = x;
+    m_y = y;
     return vm::WithContext(m_hDC, "CDC::LineTo()", BOOL{FALSE}, [&](auto& context) -> BOOL {
         UsePen(context);
         if (m_hPen) context.SetStrokeColor(PlatformColor(PenRecord()->elpColor));
-        const int width = m_hPen ? static_cast<int>(PenRecord()->elpWidth) : 1;
-        const vm::LineSegment line = vm::AlignLine(m_x, m_y, x, y, width);
-        m_x = x;
-        m_y = y;
         context.StrokeLine({line.x1, line.y1}, {line.x2, line.y2});
         return TRUE;
     });
@@ -125,7 +125,8 @@ BOOL CDC::Ellipse(const tagRECT* rect) {
 // Angles in single precision: a host's pictures depend on where the arc ends exactly.
 BOOL CDC::Arc(int left, int top, int right, int bottom, int x1, int y1, int x2, int y2) {
     return vm::WithContext(m_hDC, "CDC::Arc()", BOOL{FALSE}, [&](auto& context) -> BOOL {
-        const float radius = static_cast<float>(std::min(right - left, bottom - top)) / 2;
+        const double width = double{0} + right - left, height = double{0} + bottom - top;
+        const float radius = static_cast<float>(std::min(width, height)) / 2;
         const float x = static_cast<float>(left) + radius;
         const float y = static_cast<float>(top) + radius;
         const float start = std::atan2(static_cast<float>(y1) - y, static_cast<float>(x1) - x);
@@ -162,8 +163,10 @@ BOOL CDC::RoundRect(const tagRECT* rect, tagPOINT corner) {
 }
 
 COLORREF CDC::SetPixel(int x, int y, COLORREF color) {
-    vm::WithContext(m_hDC, "CDC::SetPixel()",
-                    [&](auto& context) { FillWith(context, CRect(x, y, x + 1, y + 1), color); });
+    vm::WithContext(m_hDC, "CDC::SetPixel()", [&](auto& context) {
+        context.SetFillColor(PlatformColor(color));
+        context.FillRect(QRectF(x, y, 1, 1));
+    });
     return 0;
 }
 
@@ -178,9 +181,7 @@ BOOL CDC::DrawIcon(int, int, HICON) {
 void CDC::DrawFocusRect(const tagRECT* rect) {
     if (!rect) return;
     vm::WithContext(m_hDC, "CDC::DrawFocusRect()", [&](auto& context) {
-        context.StrokeRect(QRectF(rect->left - 1.0, rect->top - 1.0, rect->right - rect->left + 2.0,
-                                  rect->bottom - rect->top + 2.0),
-                           context.LineWidth());
+        context.StrokeRect(vm::ToRectF(*rect).adjusted(-1, -1, 1, 1), context.LineWidth());
     });
 }
 
@@ -196,10 +197,8 @@ BOOL CDC::FillRgn(CRgn* region, CBrush* brush) {
     if (!region || !record) return FALSE;
     return vm::WithContext(m_hDC, "CDC::FillRgn()", BOOL{FALSE}, [&](auto& context) -> BOOL {
         const vm::SavedState saved(context);
-        const auto paths = vm::RegionPaths(*region);
-        for (std::size_t i = 0; i + 1 < paths.size(); ++i) context.ClipToPath(paths[i]);
         context.SetFillColor(PlatformColor(record->lbColor));
-        context.FillPath(paths.back());
+        vm::FillRegion(context, *region);
         return TRUE;
     });
 }
@@ -212,8 +211,7 @@ BOOL CDC::FrameRgn(CRgn* region, CBrush* brush, int width, int) {
         const vm::SavedState saved(context);
         vm::ClipToRegion(context, *region);
         context.SetStrokeColor(PlatformColor(record->lbColor));
-        context.SetLineWidth(2.0 * width);
-        for (const QPainterPath& path : vm::RegionPaths(*region)) context.StrokePath(path);
+        vm::StrokeRegion(context, *region, 2.0 * std::max(width, 1));
         return TRUE;
     });
 }

@@ -1,16 +1,29 @@
 #include "gdi/regionPath.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include <vmcore/gdi/CRgn.h>
 
+#include <QtGui/QPainterPath>
+
 #include "platform/GraphicsContext.h"
+#include "platform/outlines.h"
 
 namespace vm {
 namespace {
 
 QRectF RectOf(const LONG* words) {
     return QRectF(QPointF(words[0], words[1]), QPointF(words[2], words[3])).normalized();
+}
+
+// Circular corners, as CDC::RoundRect draws them.
+void AddRoundRect(QPainterPath& path, const QRectF& rect, double across) {
+    Points points;
+    vm::AddRoundRect(points, rect, across, 1);
+    path.addPolygon(QPolygonF(QList<QPointF>(points.begin(), points.end())));
+    path.closeSubpath();
 }
 
 void AddPolygon(QPainterPath& path, int count, const LONG* words) {
@@ -25,7 +38,7 @@ void AddShape(QPainterPath& path, const LONG* shape) {
         path.addRect(RectOf(shape + 1));
         break;
     case RGNSHAPE_ROUNDRECT:
-        path.addPath(CreateRoundRectPath(RectOf(shape + 1), shape[5], shape[6]));
+        AddRoundRect(path, RectOf(shape + 1), std::min(shape[5], shape[6]));
         break;
     case RGNSHAPE_POLYGON:
         AddPolygon(path, shape[1], shape + 2);
@@ -48,8 +61,7 @@ bool IsSingleRect(const CRgn& region) {
     return region.GetShapeCount() == 1 && region.GetShape(0)[0] == RGNSHAPE_RECT;
 }
 
-} // namespace
-
+// One path for each part of the list between combine marks; the region is what they have in common.
 std::vector<QPainterPath> RegionPaths(const CRgn& region) {
     std::vector<QPainterPath> paths{EmptyPath()};
     for (int i = 0; i < region.GetShapeCount(); ++i) {
@@ -62,24 +74,44 @@ std::vector<QPainterPath> RegionPaths(const CRgn& region) {
     return paths;
 }
 
+} // namespace
+
 void ClipToRegion(GraphicsContext& context, const CRgn& region) {
     if (IsSingleRect(region)) return context.ClipToRect(RectOf(region.GetShape(0) + 1));
     for (const QPainterPath& path : RegionPaths(region)) context.ClipToPath(path);
 }
 
-QPainterPath CreateRoundRectPath(const QRectF& rect, double width, double height) {
-    const double l = rect.left(), t = rect.top(), r = rect.right(), b = rect.bottom();
-    const double smallest = std::min({width, height, rect.width(), rect.height()});
-    const double across = std::max(smallest, 0.0); // two radii
-    QPainterPath path = EmptyPath();
-    path.moveTo(l, rect.center().y());
-    path.arcTo(l, t, across, across, 180, -90);
-    path.arcTo(r - across, t, across, across, 90, -90);
-    path.lineTo(r, rect.center().y());
-    path.arcTo(r - across, b - across, across, across, 0, -90);
-    path.arcTo(l, b - across, across, across, 270, -90);
-    path.closeSubpath();
-    return path;
+void FillRegion(GraphicsContext& context, const CRgn& region) {
+    if (IsSingleRect(region)) return context.FillRect(RectOf(region.GetShape(0) + 1));
+    const auto paths = RegionPaths(region);
+    for (std::size_t i = 0; i + 1 < paths.size(); ++i) context.ClipToPath(paths[i]);
+    context.FillPath(paths.back());
+}
+
+void StrokeRegion(GraphicsContext& context, const CRgn& region, double width) {
+    context.SetLineWidth(width);
+    for (int i = 0; i < region.GetShapeCount(); ++i) {
+        const LONG* const shape = region.GetShape(i);
+        if (shape[0] == RGNSHAPE_RECT) {
+            context.StrokeRect(RectOf(shape + 1), width);
+        } else {
+            QPainterPath path = EmptyPath();
+            AddShape(path, shape);
+            context.StrokePath(path);
+        }
+    }
+}
+
+QRegion RegionPixels(const CRgn& region) {
+    QRegion common;
+    bool first = true;
+    for (const QPainterPath& path : RegionPaths(region)) {
+        QRegion part;
+        for (const QPolygonF& polygon : path.toSubpathPolygons())
+            part += QRegion(polygon.toPolygon(), Qt::WindingFill);
+        common = std::exchange(first, false) ? part : common & part;
+    }
+    return common;
 }
 
 } // namespace vm

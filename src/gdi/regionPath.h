@@ -1,9 +1,7 @@
-// Replays the shape list of a region as paths.
+// Replays the shape list of a region.
 #pragma once
 
-#include <vector>
-
-#include <QtGui/QPainterPath>
+#include <QtGui/QRegion>
 
 class CRgn;
 
@@ -11,15 +9,19 @@ namespace vm {
 
 class GraphicsContext;
 
-/// One path for each part of the list between combine marks; the region is what they have in
-/// common.
-std::vector<QPainterPath> RegionPaths(const CRgn& region);
+// A combine mark between shapes means that what stands before it and what follows have to hold both;
+// shapes without a mark unite. An empty region holds nothing.
 
-/// Clips to the region; to nothing when it is empty.
+/// Clips to the region.
 void ClipToRegion(GraphicsContext& context, const CRgn& region);
 
-/// A rectangle with circular corners as wide as the smaller of `width` and `height`, from the
-/// middle of the left edge on.
-QPainterPath CreateRoundRectPath(const QRectF& rect, double width, double height);
+/// Fills the region in the context's fill colour.
+void FillRegion(GraphicsContext& context, const CRgn& region);
+
+/// Strokes the outline of each shape, half of `width` on either side.
+void StrokeRegion(GraphicsContext& context, const CRgn& region, double width);
+
+/// The region as whole pixels: those whose middle lies within it.
+QRegion RegionPixels(const CRgn& region);
 
 } // namespace vm

@@ -88,7 +88,8 @@ bool PaintTarget::DrawTextDirectly(const FontFace& font, std::string_view text, 
     const QRgb source = Premultiplied(color, state.alpha);
     Prefetch(Pixels(), TextRect(font, text, origin) & clip);
     const int baseline = static_cast<int>(std::floor(origin.y() + 0.5));
-    auto x = static_cast<std::int64_t>(std::lround(origin.x() * FontFace::kUnits));
+    // The toolkit counts what lies a 64th before a step as being on it.
+    std::int64_t x = std::lround(origin.x() * FontFace::kUnits) + 1;
     GlyphMasks& masks = font.Masks();
     for (const char c : text) {
         const auto code = static_cast<unsigned char>(c);

@@ -28,8 +28,10 @@ public:
     /// Clears the list and appends one rectangle.
     void SetRectRgn(int left, int top, int right, int bottom);
 
-    /// The shapes of `a` (which is empty then), a combine mark in the mode RGN_AND, and copies of
-    /// the shapes of `b`. 0 when either is null, and nothing changes.
+    /// This region becomes the two combined, and `a` is empty then. RGN_OR and any other mode: the
+    /// shapes of both. RGN_AND: the same with a combine mark between them. RGN_COPY: those of `a`.
+    /// RGN_XOR, RGN_DIFF: rectangles of the pixels that are in only one of the two, or in `a` and
+    /// not in `b`. 0 when either is null, and nothing changes.
     int CombineRgn(CRgn* a, CRgn* b, int mode);
 
     /// Not supported: 0, with a message box unless the region is empty.
@@ -48,5 +50,7 @@ public:
 private:
     bool Append(const LONG* words, int count);
     bool AppendCopies(const CRgn& source);
+    bool AppendLists(const CRgn& a, const CRgn& b, int mode);
+    bool AppendPixels(const CRgn& a, const CRgn& b, int mode);
     vm::RegionRecord* Record() const;
 };

@@ -24,7 +24,7 @@ enum {
 };
 /// Brush styles. 1 is also the style of a brush made from a bitmap.
 enum { BS_SOLID = 0, BS_NULL = 1, BS_HOLLOW = 1 };
-/// Modes of CRgn::CombineRgn; all but RGN_AND unite.
+/// Modes of CRgn::CombineRgn.
 enum { RGN_AND = 1, RGN_OR = 2, RGN_XOR = 3, RGN_DIFF = 4, RGN_COPY = 5 };
 /// The numbers of GetStockObject.
 enum {
