@@ -20,6 +20,14 @@ namespace {
 
 constexpr CGRect s_zero = {{0, 0}, {0, 0}};
 
+// Coordinates wrap around at 32 bits.
+int Sum(int a, int b) {
+    return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
+}
+int Difference(int a, int b) {
+    return static_cast<int>(static_cast<unsigned>(a) - static_cast<unsigned>(b));
+}
+
 CGRect Widened(const tagRECT& r) {
     return {{static_cast<double>(r.left), static_cast<double>(r.top)},
             {static_cast<double>(r.right) - r.left, static_cast<double>(r.bottom) - r.top}};
@@ -77,8 +85,8 @@ Point* CPoint::GetPoint(Point* p) const {
 }
 
 void CPoint::Offset(int dx, int dy) {
-    x += dx;
-    y += dy;
+    x = Sum(x, dx);
+    y = Sum(y, dy);
 }
 
 void CRect::SetRect(int l, int t, int r, int b) {
@@ -103,11 +111,11 @@ BOOL CRect::PtInRect(tagPOINT p) const {
 }
 
 void CRect::InflateRect(int l, int t, int r, int b) {
-    SetRect(left - l, top - t, right + r, bottom + b);
+    SetRect(Difference(left, l), Difference(top, t), Sum(right, r), Sum(bottom, b));
 }
 
 void CRect::DeflateRect(int l, int t, int r, int b) {
-    SetRect(left + l, top + t, right - r, bottom - b);
+    SetRect(Sum(left, l), Sum(top, t), Difference(right, r), Difference(bottom, b));
 }
 
 void CRect::NormalizeRect() {
@@ -116,11 +124,11 @@ void CRect::NormalizeRect() {
 }
 
 void CRect::OffsetRect(int dx, int dy) {
-    SetRect(left + dx, top + dy, right + dx, bottom + dy);
+    SetRect(Sum(left, dx), Sum(top, dy), Sum(right, dx), Sum(bottom, dy));
 }
 
 void CRect::MoveToXY(int x, int y) {
-    SetRect(x, y, x + Width(), y + Height());
+    SetRect(x, y, Sum(x, Width()), Sum(y, Height()));
 }
 
 BOOL CRect::IntersectRect(const tagRECT* a, const tagRECT* b) {

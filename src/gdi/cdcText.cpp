@@ -1,6 +1,7 @@
 // Text drawing and measuring.
 #include "gdi/cdc.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -100,8 +101,9 @@ BOOL CDC::ExtTextOut(int x, int y, unsigned int options, const tagRECT* rect, co
 int CDC::DrawText(const char* text, int count, tagRECT* rect, unsigned int format) {
     if (!text || !rect) return 0;
     return vm::WithContext(m_hDC, "CDC::DrawText()", 0, [&](auto& context) {
+        if (format & DT_CALCRECT) return Measure(context, View(text, count), *rect, format);
         const vm::SavedState saved(context);
-        context.ClipToRect(vm::ToRectF(*rect));
+        if (!(format & DT_NOCLIP)) context.ClipToRect(vm::ToRectF(*rect));
         return DrawLines(context, View(text, count), *rect, format);
     });
 }
@@ -110,21 +112,43 @@ int CDC::DrawText(const CString& text, tagRECT* rect, unsigned int format) {
     return DrawText(static_cast<const char*>(text), text.GetLength(), rect, format);
 }
 
+namespace {
+
+int HeightOf(int lines, const vm::FontMetrics& metrics) {
+    return static_cast<int>(lines * vm::LineHeight(metrics));
+}
+
+} // namespace
+
 // Returns the height of all lines.
 int CDC::DrawLines(vm::GraphicsContext& context, std::string_view text, const tagRECT& rect,
                    unsigned int format) {
-    const bool split = format & DT_MULTILINE;
-    const auto lines = split ? vm::SplitTextLines(text) : std::vector<std::string_view>{text};
+    const bool split = format & (DT_MULTILINE | DT_WORDBREAK);
     const vm::FontMetrics metrics = MetricsOf(SelectedFace());
     double y =
         split ? rect.top + metrics.ascender : vm::DrawTextY(rect, metrics, m_faceNumber, format);
-    for (const std::string_view line : lines) {
+    vm::TextLines lines(text, format, context.Font(), double{0} + rect.right - rect.left);
+    int count = 0;
+    for (std::string_view line; lines.Next(line); ++count) {
         const int x = vm::DrawTextX(rect, MeasuredWidth(context, line), format);
         context.SetTextPosition(QPointF(x, y));
         ShowPlaced(context, line);
         y += vm::LineHeight(metrics);
     }
-    return static_cast<int>(static_cast<double>(lines.size()) * vm::LineHeight(metrics));
+    return HeightOf(count, metrics);
+}
+
+// The rectangle becomes as wide as the widest line and as high as all of them.
+int CDC::Measure(vm::GraphicsContext& context, std::string_view text, tagRECT& rect,
+                 unsigned int format) {
+    vm::TextLines lines(text, format, context.Font(), double{0} + rect.right - rect.left);
+    int count = 0, widest = 0;
+    for (std::string_view line; lines.Next(line); ++count)
+        widest = std::max(widest, MeasuredWidth(context, line));
+    const int height = HeightOf(count, MetricsOf(SelectedFace()));
+    rect.right = rect.left + widest + 1; // widths are cut to whole pixels
+    rect.bottom = rect.top + height + 1;
+    return height;
 }
 
 int CDC::TextWidth(HDC handle, const char* text, int count) {
@@ -145,6 +169,12 @@ tagSIZE CDC::GetTextExtent(const char* text, int count) const {
 
 tagSIZE CDC::GetTextExtent(const CString& text) const {
     return GetTextExtent(static_cast<const char*>(text), text.GetLength());
+}
+
+// There are no text style objects beside the fonts: nothing is set.
+int CDC::SetStyleAttribute(void*, unsigned int, unsigned int, const void*) {
+    constexpr int kInvalidStyle = -8795;
+    return kInvalidStyle;
 }
 
 BOOL CDC::GetTextMetrics(tagTEXTMETRIC* metrics) const {

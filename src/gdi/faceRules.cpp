@@ -56,14 +56,38 @@ double LineHeight(const FontMetrics& metrics) {
     return metrics.ascender - metrics.descender + metrics.leading;
 }
 
-std::vector<std::string_view> SplitTextLines(std::string_view text) {
-    std::vector<std::string_view> lines;
-    for (;;) {
-        const std::size_t end = text.find_first_of(std::string_view("\0\n\r", 3));
-        lines.push_back(text.substr(0, end));
-        if (end == std::string_view::npos) return lines;
-        text.remove_prefix(end + 1);
+bool TextLines::Next(std::string_view& line) {
+    if (m_ended) return false;
+    const std::size_t end =
+        m_splits ? m_rest.find_first_of(std::string_view("\0\n\r", 3)) : std::string_view::npos;
+    line = m_rest.substr(0, end);
+    const std::size_t broken = m_breaks ? BreakIn(line) : line.size();
+    if (broken < line.size()) {
+        line = line.substr(0, broken);
+        m_rest.remove_prefix(std::min(m_rest.find_first_not_of(' ', broken), m_rest.size()));
+    } else {
+        m_ended = end == std::string_view::npos;
+        if (!m_ended) m_rest.remove_prefix(end + 1);
     }
+    return true;
+}
+
+// How much of the line fits: up to the spaces behind its last word that does, at least one word.
+std::size_t TextLines::BreakIn(std::string_view line) const {
+    std::size_t fits = line.size();
+    double width = 0;
+    bool inWord = false, hasWord = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const bool space = line[i] == ' ';
+        if (space && inWord) {
+            fits = i;
+            hasWord = true;
+        }
+        inWord = !space;
+        width += m_face->Advance(static_cast<unsigned char>(line[i]));
+        if (width > m_room && inWord && hasWord) return fits;
+    }
+    return line.size();
 }
 
 tagTEXTMETRIC TextMetricsOf(const FontFace& face, int recordHeight) {

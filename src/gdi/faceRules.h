@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string_view>
-#include <vector>
 
 #include "platform/FontFace.h"
 #include <vmcore/gdi/CDC.h>
@@ -35,8 +34,28 @@ double DrawTextY(const tagRECT& rect, const FontMetrics& metrics, int faceNumber
                  unsigned int format);
 double LineHeight(const FontMetrics& metrics);
 
-/// The lines of a text: every NUL, line feed and carriage return ends one.
-std::vector<std::string_view> SplitTextLines(std::string_view text);
+/// Takes a text apart into lines. With DT_MULTILINE or DT_WORDBREAK every NUL, line feed and carriage
+/// return ends one; with DT_WORDBREAK also the last space before a line gets wider than `room`, which
+/// then vanishes, while a word that is wider stays whole. Without either the text is one line.
+class TextLines {
+public:
+    TextLines(std::string_view text, unsigned int format, const FontFace* face, double room)
+        : m_rest(text), m_splits(format & (DT_MULTILINE | DT_WORDBREAK)),
+          m_breaks(face && (format & DT_WORDBREAK)), m_face(face), m_room(room) {}
+
+    /// False behind the last line.
+    bool Next(std::string_view& line);
+
+private:
+    std::size_t BreakIn(std::string_view line) const;
+
+    std::string_view m_rest;
+    bool m_splits;
+    bool m_breaks;
+    const FontFace* m_face;
+    double m_room;
+    bool m_ended = false;
+};
 
 /// What GetTextMetrics answers for a face whose record holds `recordHeight`.
 tagTEXTMETRIC TextMetricsOf(const FontFace& face, int recordHeight);

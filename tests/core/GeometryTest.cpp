@@ -86,6 +86,16 @@ TEST(CRect, EdgesMove) {
     EXPECT_EQ(Plain(rect), (tagRECT{0, 8, 10, 9}));
 }
 
+TEST(CRect, ArithmeticWrapsAroundAt32Bits) {
+    constexpr int kLeast = -2147483647 - 1, kMost = 2147483647;
+    CRect all(kLeast, kLeast, kMost, kMost);
+    EXPECT_EQ(all.Width(), -1);
+    all.InflateRect(1, 1);
+    EXPECT_EQ(Plain(all), (tagRECT{kMost, kMost, kLeast, kLeast}));
+    all.MoveToXY(kMost, 0);
+    EXPECT_EQ(Plain(all), (tagRECT{kMost, 0, kLeast, 1}));
+}
+
 TEST(CRect, Intersection) {
     for (const PairCase& c :
          {PairCase{{0, 0, 10, 10}, {5, 5, 20, 20}, true, {5, 5, 10, 10}},

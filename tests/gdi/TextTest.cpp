@@ -79,13 +79,30 @@ TEST(FaceRules, PlaceInTheRectangleOfDrawText) {
     EXPECT_EQ(vm::DrawTextY(rect, kMetrics, 2002, DT_VCENTER), 33);
 }
 
-TEST(FaceRules, LinesEndAtEveryLineCharacter) {
-    const auto split = [](std::string_view text) { return vm::SplitTextLines(text); };
+TEST(FaceRules, LinesEndAtLineCharactersAndWhereWordsNoLongerFit) {
+    const vm::FontFace* const mono = vm::FontFace::Find("Courier New", 10); // 6 pixels a character
+    const auto split = [&](std::string_view text, unsigned int format = DT_MULTILINE,
+                           double room = 31) {
+        vm::TextLines lines(text, format, mono, room);
+        std::vector<std::string> all;
+        for (std::string_view line; lines.Next(line);) all.emplace_back(line);
+        return all;
+    };
     EXPECT_THAT(split("ab"), ElementsAre("ab"));
     EXPECT_THAT(split("a\nb\rc"), ElementsAre("a", "b", "c"));
     EXPECT_THAT(split("a\r\nb"), ElementsAre("a", "", "b"));
     EXPECT_THAT(split(std::string_view("a\0b", 3)), ElementsAre("a", "b"));
     EXPECT_THAT(split("\n"), ElementsAre("", ""));
+    EXPECT_THAT(split("a\nbc de fg hi", 0), ElementsAre("a\nbc de fg hi"));
+    const auto wrap = [&](std::string_view text, double room = 31) {
+        return split(text, DT_WORDBREAK, room);
+    };
+    EXPECT_THAT(wrap("ab cd ef"), ElementsAre("ab cd", "ef"));
+    EXPECT_THAT(wrap("ab   cdef gh\ni"), ElementsAre("ab", "cdef", "gh", "i"));
+    EXPECT_THAT(wrap("overlong ab"), ElementsAre("overlong", "ab"));
+    EXPECT_THAT(wrap("  ab", 1), ElementsAre("  ab"));
+    EXPECT_THAT(wrap("abcde  \nf"), ElementsAre("abcde  ", "f"));
+    EXPECT_THAT(wrap("", 0), ElementsAre(""));
 }
 
 TEST(TextExtent, IsEstimatedFromTheRecord) {
@@ -245,6 +262,25 @@ TEST(DrawText, ClipsToTheRectangleAndRestoresTheClip) {
     CRect box;
     canvas.dc.GetClipBox(&box);
     EXPECT_EQ(box.right, 60);
+}
+
+TEST(DrawText, MeasuresInsteadOfDrawing) {
+    Canvas canvas(60, 60);
+    CFont font;
+    canvas.dc.SelectObject(&MakeFont(font, "Courier New", 10));
+    CRect rect(5, 7, 36, 8);
+    const int height = canvas.dc.DrawText("ab cd ef", 8, rect, DT_CALCRECT | DT_WORDBREAK);
+    EXPECT_EQ(height, 22); // two lines of 11.3
+    EXPECT_EQ(rect.left, 5);
+    EXPECT_EQ(rect.right, 36);
+    EXPECT_EQ(rect.bottom, 30);
+    canvas.dc.DrawText("ab", 2, rect, DT_CALCRECT);
+    EXPECT_EQ(rect.right, 18);
+    EXPECT_EQ(rect.bottom, 19);
+    EXPECT_EQ(Inked(canvas.Pixels()), "nothing");
+    CRect small(20, 20, 21, 21);
+    canvas.dc.DrawText("H", 1, small, DT_NOCLIP);
+    EXPECT_NE(Inked(canvas.Pixels()), "nothing");
 }
 
 TEST(TextWidth, MovesTheTextPositionAndDrawsNothing) {

@@ -63,8 +63,13 @@ public:
     operator tagRECT*() { return this; }
     operator const tagRECT*() const { return this; }
 
-    int Width() const { return right - left; }
-    int Height() const { return bottom - top; }
+    // As 32-bit numbers wrap around: what is further apart comes out negative.
+    int Width() const {
+        return static_cast<int>(static_cast<UINT>(right) - static_cast<UINT>(left));
+    }
+    int Height() const {
+        return static_cast<int>(static_cast<UINT>(bottom) - static_cast<UINT>(top));
+    }
     tagSIZE Size() const { return {Width(), Height()}; }
 
     /// The corner of the rectangle on which this function was first called in the process, for

@@ -56,16 +56,20 @@ enum {
 };
 /// ExtTextOut, this library's own values.
 enum { ETO_CLIPPED = 1, ETO_OPAQUE = 2 };
-/// DrawText, this library's own values. Text is a single line unless DT_MULTILINE is given.
+/// DrawText, this library's own values. Text is a single line unless DT_MULTILINE or DT_WORDBREAK is
+/// given; DT_BOTTOM and DT_VCENTER count for a single line. Other bits are ignored.
 enum {
     DT_TOP = 0,
     DT_LEFT = 0,
     DT_SINGLELINE = 0,
     DT_RIGHT = 4,
     DT_CENTER = 8,
+    DT_WORDBREAK = 0x10, ///< lines break at spaces to fit the rectangle's width
     DT_BOTTOM = 32,
     DT_VCENTER = 64,
-    DT_MULTILINE = 0x200
+    DT_NOCLIP = 0x100,
+    DT_MULTILINE = 0x200,
+    DT_CALCRECT = 0x400 ///< draws nothing: the rectangle becomes as wide and high as the text
 };
 
 /// The order of the virtual functions and of the fields is part of the binary interface.
@@ -204,6 +208,8 @@ public:
     BOOL GetTextMetrics(tagTEXTMETRIC* metrics) const;
     /// One pixel up or down for the two faces that hosts' layouts are matched to.
     static void TextAdjustY(int& y, int faceNumber, int ascender);
+    /// No effect: the status that says that the style is invalid.
+    int SetStyleAttribute(void* style, unsigned int tag, unsigned int size, const void* value);
     void MyDrawText(HDC handle, CGRect rect); ///< diagnostic: "Quartz 2D" in outline at (40, 0)
 
     HDC m_hDC;
@@ -251,6 +257,8 @@ private:
     void ShowAligned(vm::GraphicsContext& context, int x, int y, std::string_view text);
     int DrawLines(vm::GraphicsContext& context, std::string_view text, const tagRECT& rect,
                   unsigned int format);
+    int Measure(vm::GraphicsContext& context, std::string_view text, tagRECT& rect,
+                unsigned int format);
     const vm::FontFace* SelectedFace() const;
     tagFONTRECORD* FontRecord() const { return static_cast<tagFONTRECORD*>(m_hFont); }
     tagEXTLOGPEN* PenRecord() const { return static_cast<tagEXTLOGPEN*>(m_hPen); }
