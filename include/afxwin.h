@@ -29,6 +29,7 @@
 #include <vmcore/gdi/CPaintDC.h>
 #include <vmcore/gdi/CPen.h>
 #include <vmcore/gdi/CRgn.h>
+#include <vmcore/gdi/printing.h>
 #include <vmcore/gdi/syscolors.h>
 #include <vmcore/wnd/CWnd.h>
 #include <vmcore/wnd/frames.h>

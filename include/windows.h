@@ -15,4 +15,5 @@
 #include <vmcore/files/profile.h>
 #include <vmcore/files/winreg.h>
 #include <vmcore/gdi/gdiobjects.h>
+#include <vmcore/gdi/printing.h>
 #include <vmcore/wnd/CWnd.h>

@@ -10,6 +10,7 @@
 #include <vmcore/gdi/CDC.h>
 #include <vmcore/gdi/syscolors.h>
 
+#include "gdi/selection.h"
 #include "gdi/shutdown.h"
 #include "platform/Image.h"
 
@@ -37,6 +38,7 @@ CGdiObject::CGdiObject(Kind kind) : m_hObject(nullptr), m_kind(kind), m_notOwned
 
 CGdiObject::~CGdiObject() {
     CGdiObject::DeleteObject();
+    vm::Deselect(nullptr, this);
 }
 
 BOOL CGdiObject::Attach(void* handle) {
@@ -54,6 +56,7 @@ BOOL CGdiObject::DeleteObject() {
     if (!m_hObject) return FALSE;
     void* const record = Detach();
     if (m_kind == RegionKind || m_notOwned) return TRUE;
+    vm::Deselect(record, this);
     if (m_kind == BitmapKind)
         ReleaseImage(std::exchange(static_cast<tagBITMAPRECORD*>(record)->bmBits, nullptr));
     if (m_kind == BrushKind) {
@@ -66,7 +69,9 @@ BOOL CGdiObject::DeleteObject() {
 
 BOOL DeleteObject(HGDIOBJ handle) {
     if (!handle) return FALSE;
-    if (!IsShared(handle) && !vm::CloseRequestVerified()) std::free(handle);
+    if (IsShared(handle)) return TRUE;
+    vm::Deselect(handle, nullptr);
+    if (!vm::CloseRequestVerified()) std::free(handle);
     return TRUE;
 }
 

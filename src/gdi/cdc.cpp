@@ -8,6 +8,8 @@
 
 #include <vmcore/gdi/syscolors.h>
 
+#include "gdi/selection.h"
+
 namespace {
 
 constexpr unsigned int kFirstAlignment = TA_NOUPDATECP | TA_TOP | TA_LEFT;
@@ -28,9 +30,11 @@ CDC::CDC()
       m_pixelBufferSize(0), m_colorSpace(GetColorSpaceRef()), m_flag(0) {
     SelectStockObject(BLACK_PEN);
     ResetColors();
+    vm::AddDeviceContext(*this);
 }
 
 CDC::~CDC() {
+    vm::RemoveDeviceContext(*this);
     if (m_contextKind == BorrowedContext) Detach();
     delete[] m_pixelBuffer;
 }

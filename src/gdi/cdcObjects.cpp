@@ -144,6 +144,16 @@ void CDC::ApplyTextColor() {
     });
 }
 
+// An object may go while its record stays: then the record's handle stays selected.
+void CDC::Deselect(const void* record, const void* object) {
+    if (record && m_hPen == record) m_hPen = GetStockObject(BLACK_PEN);
+    if (record && m_hBrush == record) m_hBrush = GetStockObject(WHITE_BRUSH);
+    if (record && m_hFont == record) m_hFont = nullptr;
+    if (m_pPen == object) m_pPen = nullptr;
+    if (m_pBrush == object) m_pBrush = nullptr;
+    if (m_pFont == object) m_pFont = nullptr;
+}
+
 void CDCGdiCleanup() {
     Temporary().pen.Detach();
     Temporary().brush.Detach();

@@ -1,4 +1,5 @@
 #include "wnd/CWndNSView.h"
+#include "wnd/deviceContexts.h"
 
 #include <memory>
 
@@ -95,7 +96,8 @@ class PaintInProgress {
 public:
     PaintInProgress(QPainter& painter, const QRegion& region, CWnd* wnd)
         : m_target(std::make_shared<vm::PaintTarget>(&painter)),
-          m_context(vm::GraphicsContext::ForView(m_target, QPoint(0, 0), region)), m_wnd(wnd) {
+          m_context(vm::GraphicsContext::ForView(m_target, QPoint(0, 0), region)), m_wnd(wnd),
+          m_current(*wnd->view, m_target, m_context) {
         wnd->paintContext = m_context;
         ++vm::Windows().paints;
     }
@@ -113,6 +115,7 @@ private:
     std::shared_ptr<vm::PaintTarget> m_target;
     vm::GraphicsContext* m_context;
     CWnd* m_wnd; // may go during the paint
+    vm::CurrentPaint m_current;
 };
 
 } // namespace

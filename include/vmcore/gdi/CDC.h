@@ -15,9 +15,8 @@
 // pixels cannot be read back.
 //
 // A call on a context that the platform refuses (none attached, its view gone) logs "exception at
-// CDC::<operation>() - <name>" and returns its neutral value: 0 or FALSE. Main thread only. The CDC
-// keeps plain pointers to what is selected: select the old object back before the new one goes
-// away.
+// CDC::<operation>() - <name>" and returns its neutral value: 0 or FALSE. Main thread only. When an
+// object that is selected is deleted, the stock black pen or white brush, or no font, takes its place.
 #pragma once
 
 #include <string_view>
@@ -133,6 +132,8 @@ public:
     int SelectObject(CRgn* region);   ///< no effect; whether the region has a handle
     void* SelectObject(void* handle); ///< no effect; null
     void SelectObject(CBitmap* bitmap) = delete;
+    /// For the library: as if neither had ever been selected.
+    void Deselect(const void* record, const void* object);
     CFont* GetCurrentFont() const; ///< null without a font; a shared object for a bare handle
 
     // --- What the drawing calls do first

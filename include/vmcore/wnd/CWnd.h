@@ -231,13 +231,20 @@ public:
     void ScreenToClient(POINT* point) const;
     void ScreenToClient(RECT* rect) const;
 
-    // Painting. Nothing is painted but in WM_PAINT: see CPaintDC.
+    // Painting. What lasts is painted in WM_PAINT: see CPaintDC.
     void Invalidate(BOOL erase = TRUE);
     void InvalidateRect(const RECT* rect, BOOL erase = TRUE);
     BOOL UpdateWindow();
     BOOL RedrawWindow(const RECT* rect = nullptr, CRgn* region = nullptr, UINT flags = 0);
     void SetRedraw(BOOL redraw = TRUE);
     HDC GetPaintContext() const { return paintContext; } ///< null outside WM_PAINT
+    /// For drawing at any time, in client coordinates, onto what the window shows: it stays until the
+    /// area is painted next. Null while the window is not on the screen. Give it to ReleaseDC before
+    /// control is back in the event loop, from where on it draws nothing.
+    CDC* GetDC();
+    /// Onto what is being painted at the moment; detached when nothing is.
+    CDC* GetWindowDC();
+    BOOL ReleaseDC(CDC* dc); ///< shows what was drawn and deletes it; FALSE for null
 
     // Focus and capture.
     CWnd* SetFocus();
@@ -374,6 +381,9 @@ VM_API void GetWindowRect(HWND window, RECT* rect);
 VM_API void ClientToScreen(HWND window, POINT* point);
 VM_API void ScreenToClient(HWND window, POINT* point);
 VM_API BOOL SetWindowPos(HWND window, HWND insertAfter, int x, int y, int cx, int cy, UINT flags);
+/// As CWnd::GetDC. It lasts until control is back in the event loop.
+VM_API HDC GetDC(HWND window);
+VM_API int ReleaseDC(HWND window, HDC context); ///< no effect; 1
 VM_API HWND SetCapture(HWND window);
 VM_API HWND GetCapture();
 VM_API BOOL ReleaseCapture();

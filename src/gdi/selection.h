@@ -1,0 +1,15 @@
+// Which device contexts there are, so that none keeps what is being deleted. Main thread.
+#pragma once
+
+class CDC;
+
+namespace vm {
+
+void AddDeviceContext(CDC& dc);
+void RemoveDeviceContext(CDC& dc);
+
+/// What is selected anywhere by this record, or through this object, no longer is: a stock pen or
+/// brush, or no font, takes its place. Either may be null.
+void Deselect(const void* record, const void* object);
+
+} // namespace vm

@@ -1,0 +1,177 @@
+#include "wnd/deviceContexts.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
+#include <QtGui/QBackingStore>
+
+#include <vmcore/gdi/CDC.h>
+#include <vmcore/wnd/CWnd.h>
+
+#include "platform/GraphicsContext.h"
+#include "wnd/views.h"
+
+namespace vm {
+namespace {
+
+CurrentPaint* s_innermost = nullptr;
+
+// What was begun on one window since control left the event loop.
+struct Outside {
+    QPointer<QWidget> window;
+    std::shared_ptr<PaintTarget> target;
+    QRegion drawn;
+};
+
+// Sees what makes the toolkit paint or change the image before the toolkit does.
+class EndsOutside : public QObject {
+public:
+    using QObject::QObject;
+    bool eventFilter(QObject*, QEvent* event) override {
+        switch (event->type()) {
+        case QEvent::UpdateRequest:
+        case QEvent::Resize:
+        case QEvent::Hide:
+        case QEvent::WinIdChange:
+            EndDrawingOutside();
+            break;
+        default:
+            break;
+        }
+        return false;
+    }
+};
+
+struct Drawing {
+    std::vector<Outside> windows;
+    std::vector<GraphicsContext*> contexts;
+    EndsOutside* filter = nullptr;
+    bool endAsked = false;
+};
+
+Drawing& State() {
+    static auto* const s_drawing = new Drawing;
+    return *s_drawing;
+}
+
+void EndWhenLoopRuns() {
+    if (std::exchange(State().endAsked, true)) return;
+    QMetaObject::invokeMethod(
+        qApp,
+        [] {
+            State().endAsked = false;
+            EndDrawingOutside();
+        },
+        Qt::QueuedConnection);
+}
+
+Outside& Begin(QWidget& window, QPaintDevice* device) {
+    Drawing& state = State();
+    for (Outside& known : state.windows)
+        if (known.window == &window) return known;
+    if (!state.filter) state.filter = new EndsOutside(qApp);
+    window.installEventFilter(state.filter); // a second time moves it to the front
+    EndWhenLoopRuns();
+    return state.windows.emplace_back(&window, std::make_shared<PaintTarget>(device), QRegion());
+}
+
+QPaintDevice* ImageBehind(const QWidget& window) {
+    QBackingStore* const store = window.backingStore();
+    return store && !store->size().isEmpty() ? store->paintDevice() : nullptr;
+}
+
+GraphicsContext* Kept(GraphicsContext* context) {
+    State().contexts.push_back(context);
+    EndWhenLoopRuns();
+    return context;
+}
+
+} // namespace
+
+CurrentPaint::CurrentPaint(QWidget& view, std::shared_ptr<PaintTarget> target,
+                           GraphicsContext* context)
+    : m_view(&view), m_target(std::move(target)), m_context(context),
+      m_outer(std::exchange(s_innermost, this)) {}
+
+CurrentPaint::~CurrentPaint() {
+    s_innermost = m_outer;
+}
+
+CurrentPaint* CurrentPaint::Innermost() {
+    return s_innermost;
+}
+
+CurrentPaint* CurrentPaint::Of(const QWidget* window) {
+    CurrentPaint* paint = s_innermost;
+    while (paint && (!paint->m_view || paint->m_view->window() != window)) paint = paint->m_outer;
+    return paint;
+}
+
+GraphicsContext* ContextOutsidePaint(QWidget& view) {
+    QWidget& window = *view.window();
+    const QRegion visible = view.visibleRegion();
+    if (visible.isEmpty()) return nullptr;
+    const QPoint origin = view.mapTo(&window, QPoint());
+    if (const CurrentPaint* paint = CurrentPaint::Of(&window)) {
+        const QPoint shift = origin - paint->View()->mapTo(&window, QPoint());
+        return Kept(GraphicsContext::ForView(paint->Target(), shift, visible.translated(shift)));
+    }
+    QPaintDevice* const device = ImageBehind(window);
+    if (!device) return nullptr;
+    Outside& outside = Begin(window, device);
+    outside.drawn += visible.translated(origin);
+    return Kept(GraphicsContext::ForView(outside.target, origin, visible.translated(origin)));
+}
+
+void EndDrawingOutside() {
+    const auto windows = std::exchange(State().windows, {});
+    for (const Outside& outside : windows) outside.target->End();
+    for (GraphicsContext* context : std::exchange(State().contexts, {})) context->Release();
+    for (const Outside& outside : windows)
+        if (outside.window && ImageBehind(*outside.window))
+            outside.window->backingStore()->flush(outside.drawn);
+}
+
+} // namespace vm
+
+CDC* CWnd::GetDC() {
+    if (!vm::IsLiveView(view)) return nullptr;
+    vm::GraphicsContext* const context = vm::ContextOutsidePaint(*view);
+    if (!context) return nullptr;
+    auto* dc = new CDC;
+    dc->Attach(context);
+    return dc;
+}
+
+CDC* CWnd::GetWindowDC() {
+    auto* dc = new CDC;
+    if (const vm::CurrentPaint* paint = vm::CurrentPaint::Innermost()) dc->Attach(paint->Context());
+    return dc;
+}
+
+BOOL CWnd::ReleaseDC(CDC* dc) {
+    if (!dc) return FALSE;
+    delete dc;
+    if (!vm::CurrentPaint::Innermost()) vm::EndDrawingOutside();
+    return TRUE;
+}
+
+HDC GetDC(HWND window) {
+    if (!vm::IsLiveView(window)) return nullptr;
+    CWnd* known = GetControlReference(window);
+    CWnd wrapper;
+    if (!known) wrapper.view = window;
+    CDC* const dc = (known ? known : &wrapper)->GetDC();
+    wrapper.view = nullptr;
+    if (!dc) return nullptr;
+    const HDC handle = dc->Detach();
+    delete dc;
+    return handle;
+}
+
+int ReleaseDC(HWND, HDC) {
+    return 1;
+}
