@@ -94,10 +94,10 @@ namespace {
 // The context of one paint, which ends however its handler ends.
 class PaintInProgress {
 public:
-    PaintInProgress(QPainter& painter, const QRegion& region, CWnd* wnd)
+    PaintInProgress(QPainter& painter, const QRegion& region, CWnd* wnd, QWidget& view)
         : m_target(std::make_shared<vm::PaintTarget>(&painter)),
           m_context(vm::GraphicsContext::ForView(m_target, QPoint(0, 0), region)), m_wnd(wnd),
-          m_current(*wnd->view, m_target, m_context) {
+          m_current(view, m_target, m_context) {
         wnd->paintContext = m_context;
         ++vm::Windows().paints;
     }
@@ -123,7 +123,7 @@ private:
 void CWndView::SendPaint(QPaintEvent* event) {
     if (!wnd) return;
     QPainter painter(this);
-    const PaintInProgress paint(painter, event->region(), wnd);
+    const PaintInProgress paint(painter, event->region(), wnd, *this);
     wnd->WindowProc(WM_PAINT, 0, 0);
 }
 

@@ -251,6 +251,60 @@ TEST(FillRgn, UnitesShapesAndIntersectsAtTheMark) {
     EXPECT_THAT(common.Picture(), ElementsAre("......", ".#..#.", "......"));
 }
 
+TEST(FillRgn, CombinedRegionsOfEachMode) {
+    const struct {
+        int mode;
+        Rows picture;
+    } cases[] = {
+        {RGN_AND, {"......", ".##...", "......"}},  {RGN_OR, {"###...", "######", "###..."}},
+        {RGN_XOR, {"###...", "#..###", "###..."}},  {RGN_DIFF, {"###...", "#.....", "###..."}},
+        {RGN_COPY, {"###...", "###...", "###..."}}, {77, {"###...", "######", "###..."}}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.mode);
+        CRgn first, second, both;
+        first.CreateRectRgn(0, 0, 3, 3);
+        second.CreateRectRgn(1, 1, 6, 2);
+        EXPECT_TRUE(both.CombineRgn(&first, &second, c.mode));
+        EXPECT_EQ(first.GetShapeCount(), 0);
+        EXPECT_EQ(second.GetShapeCount(), 1);
+        CBrush brush(COLORREF{0});
+        Canvas filled(6, 3), clipped(6, 3);
+        filled.dc.FillRgn(&both, &brush);
+        EXPECT_EQ(filled.Picture(), c.picture);
+        clipped.dc.SelectClipRgn(&both);
+        clipped.dc.FillRect(CRect(0, 0, 6, 3), &brush);
+        EXPECT_EQ(clipped.Picture(), c.picture);
+    }
+}
+
+TEST(Shapes, OfAnySizeDrawWhatIsVisible) {
+    constexpr int kLeast = -2147483647 - 1, kMost = 2147483647;
+    Canvas canvas(6, 3);
+    CDC& dc = canvas.dc;
+    CBrush brush(COLORREF{0}), red(kRed);
+    CPen pen(PS_SOLID, 1, kRed);
+    dc.SelectObject(&brush);
+    dc.SelectObject(&pen);
+    const CRect all(kLeast, kLeast, kMost, kMost), none(3, 1, 3, 1), turned(5, 3, 1, 0);
+    dc.FrameRect(none, &red);
+    dc.Rectangle(none);
+    EXPECT_EQ(Inked(canvas.Pixels()), "nothing");
+    for (const CRect& rect : {all, none, turned, CRect(kMost, kMost, kLeast, kLeast)}) {
+        dc.Ellipse(rect);
+        dc.RoundRect(rect, POINT{5, 5});
+        dc.Arc(rect, POINT{kMost, 1}, POINT{1, kLeast});
+        dc.DrawFocusRect(rect);
+        dc.Rectangle(rect);
+    }
+    dc.SetPixel(kMost, kLeast, kRed);
+    dc.MoveTo(kLeast, kLeast);
+    dc.LineTo(kMost, 1);
+    dc.EraseRect(all);
+    EXPECT_EQ(Inked(canvas.Pixels()), "nothing");
+    dc.FillRect(all, &brush);
+    EXPECT_THAT(canvas.Picture(), testing::Each("######"));
+}
+
 TEST(FrameRgn, FramesInsideTheRegion) {
     Canvas canvas(8, 7);
     CRgn region;

@@ -1,11 +1,15 @@
 #include <vmcore/gdi/CDC.h>
 
+#include <cstdlib>
+#include <memory>
+
 #include <gmock/gmock.h>
 
 #include <vmcore/gdi/CBrush.h>
 #include <vmcore/gdi/CFont.h>
 #include <vmcore/gdi/CPen.h>
 #include <vmcore/gdi/CRgn.h>
+#include <vmcore/gdi/printing.h>
 #include <vmcore/gdi/syscolors.h>
 
 #include "gdi/Canvas.h"
@@ -110,6 +114,55 @@ TEST(Selection, SharedObjectsLetGoAtShutdown) {
     ASSERT_TRUE(shared->GetSafeHandle());
     CDCGdiCleanup();
     EXPECT_EQ(shared->GetSafeHandle(), nullptr);
+}
+
+// What is deleted while it is selected gives way to the stock objects, in every device context.
+TEST(Selection, NoneOutlivesItsObject) {
+    Canvas canvas(8, 8);
+    CDC other;
+    CBrush kept(RGB(255, 0, 0));
+    for (const bool byHandle : {false, true}) {
+        auto pen = std::make_unique<CPen>(PS_SOLID, 3, RGB(255, 0, 0));
+        auto brush = std::make_unique<CBrush>(RGB(0, 255, 0));
+        auto font = std::make_unique<CFont>();
+        font->CreatePointFont(200, "Arial");
+        for (CDC* dc : {&canvas.dc, &other}) {
+            dc->SelectObject(pen.get());
+            dc->SelectObject(brush.get());
+        }
+        canvas.dc.SelectObject(font.get());
+        if (byHandle)
+            for (CGdiObject* object :
+                 {static_cast<CGdiObject*>(pen.get()), static_cast<CGdiObject*>(brush.get()),
+                  static_cast<CGdiObject*>(font.get())})
+                DeleteObject(object->Detach());
+        pen.reset();
+        brush.reset();
+        font.reset();
+        EXPECT_EQ(canvas.dc.GetTextExtent("a", 1).cx, 12); // as without a font
+        EXPECT_TRUE(isSystemDCObject(other.SelectObject(&kept)));
+        canvas.dc.Rectangle(CRect(0, 0, 8, 8)); // black frame, nothing inside
+        EXPECT_EQ(canvas.At(0, 0), 0xFF000000u);
+        EXPECT_EQ(canvas.At(3, 3), 0u);
+    }
+}
+
+TEST(Printing, AnswersThatThereIsNoPrinterAndHowLargePaperIs) {
+    MessageBoxRecorder boxes;
+    EXPECT_EQ(CreateDC(nullptr, nullptr, nullptr, nullptr), nullptr);
+    EXPECT_THAT(boxes.Take(),
+                ElementsAre(ShownBox{"CreateDC - printing is not supported", "Msg", 0}));
+    EXPECT_EQ(StartDoc(nullptr, nullptr) + StartPage(nullptr) + EndPage(nullptr) + EndDoc(nullptr) +
+                  Escape(nullptr, 1, 0, nullptr, nullptr) + MacPageSetup() + DeleteDC(HDC{}),
+              0);
+    setenv("LC_ALL", "C", 1); // A4
+    EXPECT_EQ(GetDeviceCaps(nullptr, PAPER_LEFT), 18);
+    EXPECT_EQ(GetDeviceCaps(nullptr, PAPER_TOP), 18);
+    EXPECT_EQ(GetDeviceCaps(nullptr, PAPER_WIDTH), 595);
+    EXPECT_EQ(GetDeviceCaps(nullptr, PAPER_HEIGHT), 841);
+    unsetenv("LC_ALL");
+    for (const int index : {-1, 4, 88}) EXPECT_EQ(GetDeviceCaps(nullptr, index), 0);
+    EXPECT_TRUE(boxes.Take().empty());
 }
 
 TEST(Selection, StockIndexOutOfRangeIsReported) {
