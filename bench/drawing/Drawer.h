@@ -38,7 +38,8 @@ public:
 
 // On an image of 32-bit pixels, which the drawer uses until it goes away.
 std::unique_ptr<Drawer> OursOn(QImage& image);
-std::unique_ptr<Drawer> PlainOn(QImage& image);
+/// Lines of one pixel have pens of `penWidth`: a little more than 1 is faster and stronger.
+std::unique_ptr<Drawer> PlainOn(QImage& image, double penWidth = 1);
 std::unique_ptr<Drawer> CairoOn(QImage& image);
 
 // With what a paint handler has.

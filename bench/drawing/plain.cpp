@@ -29,8 +29,9 @@ QFont TextFont() {
 
 class Plain : public Drawer {
 public:
-    explicit Plain(QPainter& painter)
-        : m_painter(painter), m_font(TextFont()), m_metrics(m_font, painter.device()) {
+    explicit Plain(QPainter& painter, double penWidth = 1)
+        : m_painter(painter), m_penWidth(penWidth), m_font(TextFont()),
+          m_metrics(m_font, painter.device()) {
         m_painter.setRenderHint(QPainter::Antialiasing);
         m_painter.setFont(m_font);
     }
@@ -38,7 +39,7 @@ public:
     void Fill(const Mark& mark) override { m_painter.fillRect(RectOf(mark), ColorOf(mark)); }
 
     void Line(const Mark& mark) override {
-        m_painter.setPen(PenOf(ColorOf(mark), 1));
+        m_painter.setPen(PenOf(ColorOf(mark), m_penWidth));
         QPointF from(mark.left, mark.top), to(mark.right, mark.bottom);
         const QPointF half(mark.left == mark.right ? 0.5 : 0, mark.top == mark.bottom ? 0.5 : 0);
         m_painter.drawLine(from + half, to + half);
@@ -77,6 +78,7 @@ public:
 
 private:
     QPainter& m_painter;
+    double m_penWidth;
     QFont m_font;
     QFontMetricsF m_metrics;
 };
@@ -88,13 +90,13 @@ struct OwnPainter {
 
 class PlainOnImage : private OwnPainter, public Plain {
 public:
-    explicit PlainOnImage(QImage& image) : OwnPainter(image), Plain(painter) {}
+    PlainOnImage(QImage& image, double penWidth) : OwnPainter(image), Plain(painter, penWidth) {}
 };
 
 } // namespace
 
-std::unique_ptr<Drawer> PlainOn(QImage& image) {
-    return std::make_unique<PlainOnImage>(image);
+std::unique_ptr<Drawer> PlainOn(QImage& image, double penWidth) {
+    return std::make_unique<PlainOnImage>(image, penWidth);
 }
 
 std::unique_ptr<Drawer> PlainWith(QPainter& painter) {
