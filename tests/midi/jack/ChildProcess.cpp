@@ -76,6 +76,13 @@ void ChildProcess::Signal(int number) const {
     if (m_process > 0) kill(m_process, number);
 }
 
+void ChildProcess::Stop() {
+    Signal(SIGSTOP);
+    int status = 0;
+    if (m_process > 0 && waitpid(m_process, &status, WUNTRACED) == m_process && !WIFSTOPPED(status))
+        m_process = 0; // it had ended
+}
+
 void ChildProcess::EndInput() {
     if (m_input >= 0) close(std::exchange(m_input, -1));
     Reap(kEndLimit);

@@ -22,6 +22,7 @@ public:
 
     bool IsRunning();
     void Signal(int number) const;
+    void Stop(); ///< returns when it stands still; SIGCONT lets it go on
     /// For one that ends then.
     void EndInput();
     /// Asks it to end (SIGTERM), and makes it end after some seconds.

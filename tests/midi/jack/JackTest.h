@@ -23,7 +23,7 @@ public:
     void Start(); ///< fails the test when there is none
     void Kill() { m_process.Kill(); }
     void Terminate() { m_process.Terminate(); }
-    void Pause() const { m_process.Signal(SIGSTOP); }
+    void Pause() { m_process.Stop(); }
     void Continue() const { m_process.Signal(SIGCONT); }
 
 private:
