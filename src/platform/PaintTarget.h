@@ -43,7 +43,7 @@ class PaintTarget {
 public:
     /// Draws through `painter`, which must have no clip and no transformation of its own.
     explicit PaintTarget(QPainter* painter);
-    /// Opens a painter of its own on `device`.
+    /// Opens a painter of its own on `device` for the first draw.
     explicit PaintTarget(QPaintDevice* device);
     ~PaintTarget();
     PaintTarget(const PaintTarget&) = delete;
@@ -52,7 +52,11 @@ public:
     /// Lets go of the painter, before it or its device goes away. Contexts that still refer to the
     /// target draw nothing more: each draw throws PlatformError "DeadContext".
     void End();
-    bool IsAlive() const { return m_painter != nullptr; }
+    bool IsAlive() const { return m_painter || m_device; }
+    /// Whether there has been a draw that may have changed the device.
+    bool HasPainter() const { return m_painter != nullptr; }
+    /// Whether the device is a page of a document, whose text stays text.
+    bool IsPage() const;
 
     /// Whole pixels, which must lie within the clip's rectangle.
     void FillPixels(const QRect& rect, QRgb color, const PaintState& state);
@@ -64,9 +68,14 @@ public:
                     const PaintState& state);
     void DrawGlyphs(const QGlyphRun& glyphs, const QRectF& bounds, QRgb color,
                     const QTransform& transform, const PaintState& state);
+    /// The part `source` of `image`, which may be what is painted on, fills `target`.
+    void DrawImage(const QImage& image, const QRectF& target, const QRectF& source,
+                   const PaintState& state);
 
 private:
-    QPainter& Painter() const;
+    QPainter& Painter();
+    bool CopyDirectly(const QImage& image, const QRectF& target, const QRectF& source,
+                      const PaintState& state) const;
     bool FillDirectly(const QRect& rect, QRgb color, const PaintState& state) const;
     void Prepare(const QRectF& bounds, const QTransform& transform, const PaintState& state);
     void UseClip(const QRectF& bounds, const Clip& clip);
@@ -74,8 +83,9 @@ private:
     void UseTransform(const QTransform& transform);
     void UsePen(QRgb color, double width);
 
+    QPaintDevice* m_device = nullptr; ///< for a painter of its own
     std::unique_ptr<QPainter> m_own;
-    QPainter* m_painter;
+    QPainter* m_painter = nullptr;
     const QImage* m_raster = nullptr; ///< the painter's device, when its pixels can be written
     std::uint64_t m_clipSerial = 0;
     QRect m_clipRect; ///< the whole of the painter's clip; empty when that is no rectangle
