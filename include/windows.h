@@ -14,5 +14,6 @@
 #include <vmcore/files/paths.h>
 #include <vmcore/files/profile.h>
 #include <vmcore/files/winreg.h>
+#include <vmcore/gdi/CBitmap.h>
 #include <vmcore/gdi/gdiobjects.h>
 #include <vmcore/wnd/CWnd.h>
