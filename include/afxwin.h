@@ -26,6 +26,7 @@
 #include <vmcore/gdi/CBrush.h>
 #include <vmcore/gdi/CDC.h>
 #include <vmcore/gdi/CFont.h>
+#include <vmcore/gdi/CImage.h>
 #include <vmcore/gdi/CPaintDC.h>
 #include <vmcore/gdi/CPen.h>
 #include <vmcore/gdi/CRgn.h>
