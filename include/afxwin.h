@@ -32,4 +32,5 @@
 #include <vmcore/gdi/CRgn.h>
 #include <vmcore/gdi/syscolors.h>
 #include <vmcore/wnd/CWnd.h>
+#include <vmcore/wnd/clipboard.h>
 #include <vmcore/wnd/frames.h>

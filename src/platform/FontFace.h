@@ -37,6 +37,9 @@ public:
     double Size() const { return m_size; }
     const FontMetrics& Metrics() const { return m_metrics; }
     const QRawFont& Raw() const { return m_raw; }
+    /// The same glyphs in a font that a document can embed with their characters, so that its text
+    /// can be searched and copied; Raw() when the system does not offer the file as a font.
+    const QRawFont& Embeddable() const;
 
     /// The glyph of a code; 0xFFFFFFFF for the control codes, which show nothing.
     std::uint32_t Glyph(unsigned char code) const { return m_glyphs[code]; }
@@ -53,6 +56,7 @@ private:
     std::string m_name;
     double m_size;
     QRawFont m_raw;
+    mutable QRawFont m_embeddable; ///< made on the first call
     FontMetrics m_metrics;
     std::array<std::uint32_t, 256> m_glyphs{};
     std::array<double, 256> m_advances{};

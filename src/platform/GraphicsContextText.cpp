@@ -34,7 +34,7 @@ void GraphicsContext::DrawGlyphRun(std::string_view text) {
             x += font.Advance(code);
         }
         QGlyphRun run;
-        run.setRawFont(font.Raw());
+        run.setRawFont(m_target->IsPage() ? font.Embeddable() : font.Raw());
         run.setRawData(glyphs.data(), positions.data(), count);
         const double reach = 2 * font.Size(); // beyond the advances and lines of any face
         const QRectF bounds(start - reach, origin.y() - reach, x - start + 2 * reach, 2 * reach);
