@@ -12,9 +12,6 @@
 
 class CBitmap;
 class CWnd;
-class QClipboard;
-
-using NSPasteboard = QClipboard; ///< the clipboard
 
 /// The clipboard of the desktop. Without an application object null, and the line
 /// "PasteboardCreate failed - I wonder why?!" on standard error.
