@@ -82,6 +82,7 @@ private:
     void SetPainterClip(const Clip& clip);
     void UseTransform(const QTransform& transform);
     void UsePen(QRgb color, double width);
+    void UseSmoothing(bool wanted);
 
     QPaintDevice* m_device = nullptr; ///< for a painter of its own
     std::unique_ptr<QPainter> m_own;
@@ -90,6 +91,7 @@ private:
     std::uint64_t m_clipSerial = 0;
     QRect m_clipRect; ///< the whole of the painter's clip; empty when that is no rectangle
     bool m_transformed = false;
+    bool m_smooth = false;
     double m_alpha = 1;
     QRgb m_penColor = 0;
     double m_penWidth = -1;
