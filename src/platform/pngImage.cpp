@@ -5,7 +5,6 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QFile>
-#include <QtGui/QColorSpace>
 #include <QtGui/QImageReader>
 
 namespace vm {
@@ -32,8 +31,6 @@ QImage ForDrawing(QImage pixels) {
         pixels = std::move(pixels).convertToFormat(QImage::Format_ARGB32_Premultiplied);
     if (!pixels.hasAlphaChannel() || IsOpaque(pixels))
         pixels = std::move(pixels).convertToFormat(QImage::Format_RGB32);
-    pixels.setDevicePixelRatio(1);
-    pixels.setColorSpace({});
     return pixels;
 }
 

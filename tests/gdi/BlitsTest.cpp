@@ -297,12 +297,19 @@ TEST(Blits, BetweenBitmapsAndWithinOne) {
     Source source(CheckerBoard(4, 1));
     EXPECT_TRUE(memory.BitBlt(0, 0, 4, 1, &source.dc, 0, 0, SRCCOPY));
     EXPECT_FALSE(memory.BitBltTransparent(0, 0, 4, 1, &source.dc, 0, 0, 0)); // not into a bitmap
-    EXPECT_TRUE(memory.BitBlt(1, 0, 4, 1, &memory, 0, 0, SRCCOPY));          // the two overlap
     tagBITMAP record;
     target.GetBitmap(&record);
-    EXPECT_THAT(PixelGrid(record.bmBits->Pixels()), ElementsAre("##.#.."));
-    EXPECT_EQ(record.bmBits->Pixels().pixel(4, 0), 0xFFFFFFFFu);
-    EXPECT_EQ(record.bmBits->Pixels().pixel(5, 0), 0u);
+    EXPECT_THAT(PixelGrid(record.bmBits->Pixels()), ElementsAre("#.#..."));
+    EXPECT_EQ(record.bmBits->Pixels().pixel(3, 0), 0xFFFFFFFFu);
+    EXPECT_EQ(record.bmBits->Pixels().pixel(4, 0), 0u);
+    const QImage pixels = Gradient(5, 9);
+    Source scrolled(pixels); // within one the two parts overlap
+    EXPECT_TRUE(scrolled.dc.BitBlt(1, 2, 5, 9, &scrolled.dc, 0, 0, SRCCOPY));
+    Canvas canvas(5, 9);
+    EXPECT_TRUE(canvas.dc.BitBlt(0, 0, 5, 9, &scrolled.dc, 0, 0, SRCCOPY));
+    EXPECT_EQ(canvas.At(0, 8), pixels.pixel(0, 8));
+    EXPECT_EQ(canvas.Pixels().convertToFormat(QImage::Format_RGB32).copy(1, 2, 4, 7),
+              pixels.copy(0, 0, 4, 7));
 }
 
 // The neighbours in a sheet of artwork must not shine through at the edges.
