@@ -20,7 +20,7 @@ Image* Image::Make(const QImage& pixels) {
 }
 
 Image* Image::MakeBlank(int width, int height) {
-    if (width < 1 || height < 1 || qint64{4} * width * height > kLargestImage) return nullptr;
+    if (width < 1 || height < 1 || IsTooLarge({width, height})) return nullptr;
     QImage pixels(width, height, QImage::Format_ARGB32_Premultiplied);
     if (pixels.isNull()) return nullptr;
     pixels.fill(Qt::transparent);

@@ -19,11 +19,12 @@ bool IsOpaque(const QImage& argb) {
     return true;
 }
 
-bool IsTooLarge(QSize size) {
-    return qint64{4} * size.width() * size.height() > kLargestImage;
-}
-
 } // namespace
+
+bool IsTooLarge(QSize size) {
+    return qint64{size.width()} * size.height() >
+           kLargestImage / 4; // the product with 4 may not fit
+}
 
 QImage ForDrawing(QImage pixels) {
     if (pixels.isNull()) return pixels;

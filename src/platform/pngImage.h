@@ -10,6 +10,8 @@ namespace vm {
 /// Bytes of the largest picture, as pixels or as a file.
 constexpr qint64 kLargestImage = 1 << 30;
 
+bool IsTooLarge(QSize size);
+
 /// Null when `bytes` are no whole PNG file. Its pixel density and its colour profile do not count.
 QImage DecodePng(const QByteArray& bytes);
 
