@@ -2,3 +2,4 @@
 #pragma once
 
 #include <vmcore/controls/CListCtrl.h>
+#include <vmcore/gdi/CImageList.h>

@@ -26,10 +26,12 @@
 #include <vmcore/gdi/CBrush.h>
 #include <vmcore/gdi/CDC.h>
 #include <vmcore/gdi/CFont.h>
+#include <vmcore/gdi/CImage.h>
 #include <vmcore/gdi/CPaintDC.h>
 #include <vmcore/gdi/CPen.h>
 #include <vmcore/gdi/CRgn.h>
 #include <vmcore/gdi/printing.h>
 #include <vmcore/gdi/syscolors.h>
 #include <vmcore/wnd/CWnd.h>
+#include <vmcore/wnd/clipboard.h>
 #include <vmcore/wnd/frames.h>

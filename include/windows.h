@@ -14,6 +14,7 @@
 #include <vmcore/files/paths.h>
 #include <vmcore/files/profile.h>
 #include <vmcore/files/winreg.h>
+#include <vmcore/gdi/CBitmap.h>
 #include <vmcore/gdi/gdiobjects.h>
 #include <vmcore/gdi/printing.h>
 #include <vmcore/wnd/CWnd.h>

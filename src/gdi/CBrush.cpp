@@ -2,6 +2,7 @@
 
 #include <vmcore/gdi/CBitmap.h>
 
+#include "gdi/imageOwners.h"
 #include "gdi/records.h"
 #include "platform/Image.h"
 
@@ -15,9 +16,12 @@ CBrush::CBrush(CBitmap* bitmap) : CBrush() {
     auto* record = vm::NewRecord<tagLOGBRUSH>();
     if (!record) return;
     record->lbStyle = BS_NULL;
-    const auto* source = bitmap ? static_cast<tagBITMAP*>(bitmap->m_hObject) : nullptr;
-    if (source && source->bmBits)
-        record->lbHatch = reinterpret_cast<std::uintptr_t>(source->bmBits->Retain());
+    const auto* source = bitmap ? static_cast<tagBITMAPRECORD*>(bitmap->m_hObject) : nullptr;
+    if (source && source->bmBits) {
+        vm::Image* const pattern = source->bmBits->Copy();
+        vm::GiveImage(record, pattern);
+        record->lbHatch = reinterpret_cast<std::uintptr_t>(pattern);
+    }
     Attach(record);
 }
 

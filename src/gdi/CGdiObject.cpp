@@ -6,18 +6,17 @@
 #include <cstring>
 #include <utility>
 
-#include <vmcore/gdi/CBitmap.h>
 #include <vmcore/gdi/CDC.h>
 #include <vmcore/gdi/syscolors.h>
 
+#include "gdi/imageOwners.h"
 #include "gdi/selection.h"
 #include "gdi/shutdown.h"
-#include "platform/Image.h"
 
 static_assert(sizeof(tagEXTLOGPEN) == 32 && offsetof(tagEXTLOGPEN, elpHatch) == 16);
 static_assert(sizeof(tagLOGBRUSH) == 16 && offsetof(tagLOGBRUSH, lbHatch) == 8);
 static_assert(sizeof(tagLOGFONT) == 60 && offsetof(tagLOGFONT, lfFaceName) == 28);
-static_assert(sizeof(tagFONTRECORD) == 72 && sizeof(tagBITMAPRECORD) == 40);
+static_assert(sizeof(tagFONTRECORD) == 72);
 static_assert(sizeof(CGdiObject) == 16);
 
 namespace {
@@ -26,8 +25,11 @@ bool IsShared(void* handle) {
     return isSystemObject(handle) || isSystemDCObject(handle);
 }
 
-void ReleaseImage(vm::Image* image) {
-    if (image) image->Release();
+// Windows that still paint while the application quits may hold the handle.
+void FreeRecord(void* record) {
+    if (IsShared(record) || vm::CloseRequestVerified()) return;
+    vm::ReleaseImageOf(record);
+    std::free(record);
 }
 
 } // namespace
@@ -57,21 +59,14 @@ BOOL CGdiObject::DeleteObject() {
     void* const record = Detach();
     if (m_kind == RegionKind || m_notOwned) return TRUE;
     vm::Deselect(record, this);
-    if (m_kind == BitmapKind)
-        ReleaseImage(std::exchange(static_cast<tagBITMAPRECORD*>(record)->bmBits, nullptr));
-    if (m_kind == BrushKind) {
-        auto& pattern = static_cast<tagLOGBRUSH*>(record)->lbHatch;
-        ReleaseImage(reinterpret_cast<vm::Image*>(std::exchange(pattern, 0)));
-    }
-    if (!vm::CloseRequestVerified()) std::free(record);
+    FreeRecord(record);
     return TRUE;
 }
 
 BOOL DeleteObject(HGDIOBJ handle) {
     if (!handle) return FALSE;
-    if (IsShared(handle)) return TRUE;
-    vm::Deselect(handle, nullptr);
-    if (!vm::CloseRequestVerified()) std::free(handle);
+    if (!IsShared(handle)) vm::Deselect(handle, nullptr);
+    FreeRecord(handle);
     return TRUE;
 }
 

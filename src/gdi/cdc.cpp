@@ -1,23 +1,18 @@
-// Life and state of the device context. Selection is in cdcObjects.cpp, drawing in cdcShapes.cpp
-// and cdcText.cpp, clipping in cdcClip.cpp.
+// Life and state of the device context. Selection is in cdcObjects.cpp and cdcBitmaps.cpp, drawing in
+// cdcShapes.cpp, cdcText.cpp and cdcBlits.cpp, clipping in cdcClip.cpp.
 #include "gdi/cdc.h"
 
 #include <cmath>
-#include <cstdint>
 #include <utility>
 
 #include <vmcore/gdi/syscolors.h>
 
 #include "gdi/selection.h"
+#include "platform/Image.h"
 
 namespace {
 
 constexpr unsigned int kFirstAlignment = TA_NOUPDATECP | TA_TOP | TA_LEFT;
-constexpr double kFirstFontSize = 8;
-
-bool IsContext(HDC handle) {
-    return reinterpret_cast<std::uintptr_t>(handle) > 1;
-}
 
 } // namespace
 
@@ -35,7 +30,7 @@ CDC::CDC()
 
 CDC::~CDC() {
     vm::RemoveDeviceContext(*this);
-    if (m_contextKind == BorrowedContext) Detach();
+    LetGo();
     delete[] m_pixelBuffer;
 }
 
@@ -48,13 +43,13 @@ void CDC::ResetColors() {
 }
 
 BOOL CDC::Attach(HDC handle) {
-    if (!IsContext(handle)) return FALSE;
+    if (!vm::IsContext(handle)) return FALSE;
     return vm::WithContext(handle, "CDC::Attach()", BOOL{FALSE}, [&](auto& context) -> BOOL {
         context.Retain();
-        if (m_contextKind == BorrowedContext) Detach();
+        LetGo();
         m_hDC = handle;
         m_contextKind = BorrowedContext;
-        context.SetFont(vm::FontFace::Find("Arial", kFirstFontSize));
+        context.SetFont(vm::FirstFace());
         context.SetTextMode(vm::TextMode::Fill);
         context.SetLineWidth(1);
         context.SetFillColor(WinColor().GetPlatformColor());
@@ -66,7 +61,7 @@ BOOL CDC::Attach(HDC handle) {
 }
 
 HDC CDC::Detach() {
-    if (m_hDC && m_contextKind == BorrowedContext) m_hDC->Release();
+    if (m_hDC) m_hDC->Release();
     return std::exchange(m_hDC, nullptr);
 }
 
@@ -80,22 +75,24 @@ HDC CDC::GetSafeHdc() const {
     return m_hDC;
 }
 
+// A bitmap that nobody draws into any more needs no context.
+void CDC::LetGo() {
+    vm::Image* const bitmap = m_hDC ? m_hDC->Bitmap() : nullptr;
+    Detach();
+    if (bitmap) bitmap->CloseUnusedContext();
+    m_imageSlot = nullptr;
+}
+
 BOOL CDC::CreateCompatibleDC(CDC*) {
-    if (m_contextKind == BorrowedContext) Detach();
-    m_hDC = nullptr;
+    LetGo();
     return TRUE;
 }
 
 BOOL CDC::DeleteDC() {
-    if (m_hDC && m_contextKind == BorrowedContext) Detach();
-    m_hDC = nullptr;
+    LetGo();
     delete[] std::exchange(m_pixelBuffer, nullptr);
     m_pixelBufferSize = 0;
     return TRUE;
-}
-
-BOOL CDC::BeginDrawing() {
-    return m_hDC && m_contextKind == BitmapContext;
 }
 
 COLORREF CDC::SetTextColor(COLORREF color) {
@@ -131,8 +128,4 @@ unsigned int CDC::SetTextAlign(unsigned int flags) {
 void CDC::SetAlphaTransparency(int transparency) {
     vm::WithContext(m_hDC, "CDC::SetAlphaTransparency()",
                     [&](auto& context) { context.SetAlpha(1 - transparency / 255.0); });
-}
-
-BOOL EndOffscreenWriting() {
-    return 0;
 }

@@ -8,6 +8,7 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QtEndian>
+#include <QtGui/QFont>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QPainterPath>
 
@@ -125,6 +126,20 @@ FontFace* FontFace::Find(std::string_view name, double size) {
     const auto [entry, isNew] = s_faces->try_emplace(Key(Lower(name), size));
     if (isNew) entry->second = Load(name, size);
     return entry->second.get();
+}
+
+// The toolkit embeds only fonts that come from its own data base. Glyph numbers hold for one file, so
+// it must be the very same: the header table has a checksum of all others.
+const QRawFont& FontFace::Embeddable() const {
+    if (m_embeddable.isValid()) return m_embeddable;
+    QFont font(m_raw.familyName());
+    font.setStyleName(m_raw.styleName());
+    font.setPixelSize(std::max(1, qRound(m_size)));
+    font.setHintingPreference(QFont::PreferNoHinting);
+    m_embeddable = QRawFont::fromFont(font);
+    m_embeddable.setPixelSize(m_size);
+    if (m_embeddable.fontTable("head") != m_raw.fontTable("head")) m_embeddable = m_raw;
+    return m_embeddable;
 }
 
 double FontFace::Width(std::string_view text) const {

@@ -41,6 +41,9 @@ public:
     const QRawFont& Raw() const { return m_raw; }
     /// A glyph run of this font, to be filled for one drawing: making one costs an allocation.
     QGlyphRun& Run() const { return m_run; }
+    /// The same glyphs in a font that a document can embed with their characters, so that its text
+    /// can be searched and copied; Raw() when the system does not offer the file as a font.
+    const QRawFont& Embeddable() const;
 
     /// The glyph of a code; 0xFFFFFFFF for the control codes, which show nothing.
     std::uint32_t Glyph(unsigned char code) const { return m_glyphs[code]; }
@@ -62,6 +65,7 @@ private:
     std::string m_name;
     double m_size;
     QRawFont m_raw;
+    mutable QRawFont m_embeddable; ///< made on the first call
     FontMetrics m_metrics;
     std::array<std::uint32_t, 256> m_glyphs{};
     std::array<std::int32_t, 256>

@@ -17,6 +17,8 @@
 
 namespace vm {
 
+class Image;
+
 enum class TextMode { Fill, Stroke, Invisible };
 
 class GraphicsContext {
@@ -28,6 +30,8 @@ public:
                                     const QRegion& clip);
     /// For an offscreen image, transparent at first. Counts one reference.
     static GraphicsContext* ForImage(int width, int height);
+    /// For the pixels of a bitmap's image, until that lets go of them. Counts one reference.
+    static GraphicsContext* ForBitmap(Image& owner, QImage& pixels);
 
     GraphicsContext(const GraphicsContext&) = delete;
     GraphicsContext& operator=(const GraphicsContext&) = delete;
@@ -37,6 +41,10 @@ public:
 
     /// The pixels of an offscreen context as they are now; a null image of any other.
     QImage Snapshot() const;
+    /// The image that the context draws into, if that is a bitmap's and still there.
+    Image* Bitmap() const { return m_bitmap; }
+    void LetGoOfBitmap();
+    bool HasDrawn() const { return m_target->HasPainter(); }
 
     // The state stack: colours, width, alpha, font, text mode, transformation and clip. The
     // text position is not part of it.
@@ -72,6 +80,9 @@ public:
     /// Circular corners, `across` wide (two radii).
     void FillRoundRect(const QRectF& rect, double across);
     void StrokeRoundRect(const QRectF& rect, double across); ///< inside the rectangle
+
+    /// The part `source` of `image` fills `rect`, upright, smoothed when that changes its size.
+    void DrawImage(const QImage& image, const QRectF& rect, const QRectF& source);
 
     // Text: 8-bit, Roman encoding, upright. Showing moves the text position past the text.
     void SetFont(const FontFace* font) { m_state.font = font; }
@@ -113,6 +124,7 @@ private:
 
     int m_references = 1;
     std::unique_ptr<QImage> m_image; // before the target, which paints on it
+    Image* m_bitmap = nullptr;
     std::shared_ptr<PaintTarget> m_target;
     State m_state;
     std::vector<State> m_saved;

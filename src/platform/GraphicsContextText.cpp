@@ -1,5 +1,6 @@
 // Text of the graphics context: glyph runs from the face's tables.
 #include <array>
+#include <optional>
 
 #include <QtGui/QGlyphRun>
 
@@ -35,7 +36,9 @@ void GraphicsContext::DrawGlyphRun(std::string_view text) {
             positions[static_cast<std::size_t>(count++)] = {x, origin.y()};
             x += font.Advance(code);
         }
-        QGlyphRun& run = font.Run();
+        std::optional<QGlyphRun> ofPage;
+        if (m_target->IsPage()) ofPage.emplace().setRawFont(font.Embeddable());
+        QGlyphRun& run = ofPage ? *ofPage : font.Run();
         run.setRawData(glyphs.data(), positions.data(), count);
         const double reach = 2 * font.Size(); // beyond the advances and lines of any face
         const QRectF bounds(start - reach, origin.y() - reach, x - start + 2 * reach, 2 * reach);

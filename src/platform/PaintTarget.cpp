@@ -43,9 +43,9 @@ PaintTarget::PaintTarget(QPainter* painter) : m_painter(painter) {
     Begin();
 }
 
-PaintTarget::PaintTarget(QPaintDevice* device)
-    : m_own(std::make_unique<QPainter>(device)), m_painter(m_own.get()) {
-    m_own->isActive() ? Begin() : End();
+PaintTarget::PaintTarget(QPaintDevice* device) : m_device(device) {
+    const double ratio = device->devicePixelRatio();
+    m_toPixels.scale(ratio, ratio);
 }
 
 PaintTarget::~PaintTarget() = default;
@@ -59,13 +59,20 @@ void PaintTarget::Begin() {
 }
 
 void PaintTarget::End() {
+    m_device = nullptr;
     m_painter = nullptr;
     m_raster = nullptr;
     m_own.reset();
 }
 
-QPainter& PaintTarget::Painter() const {
-    if (!m_painter) throw PlatformError("DeadContext", "the device is gone");
+QPainter& PaintTarget::Painter() {
+    if (m_painter) return *m_painter;
+    auto own = std::make_unique<QPainter>();
+    if (!m_device || !own->begin(m_device))
+        throw PlatformError("DeadContext", "the device is gone");
+    m_own = std::move(own);
+    m_painter = m_own.get();
+    Begin();
     return *m_painter;
 }
 
@@ -80,6 +87,7 @@ void PaintTarget::ClearPixels(const QRect& rect, const PaintState& state) {
     QPainter& painter = Painter();
     if (rect.isEmpty()) return;
     Prepare(rect, {}, state);
+    if (IsPage()) return painter.fillRect(rect, Qt::white); // what shows through is the paper
     painter.setCompositionMode(QPainter::CompositionMode_Clear);
     painter.fillRect(rect, Qt::transparent);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);

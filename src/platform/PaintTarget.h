@@ -54,7 +54,7 @@ public:
     /// Draws through `painter`, which must have no clip and no transformation of its own, and is
     /// left with one.
     explicit PaintTarget(QPainter* painter);
-    /// Opens a painter of its own on `device`.
+    /// Opens a painter of its own on `device` for the first draw.
     explicit PaintTarget(QPaintDevice* device);
     ~PaintTarget();
     PaintTarget(const PaintTarget&) = delete;
@@ -63,7 +63,11 @@ public:
     /// Lets go of the painter, before it or its device goes away. Contexts that still refer to the
     /// target draw nothing more: each draw throws PlatformError "DeadContext".
     void End();
-    bool IsAlive() const { return m_painter != nullptr; }
+    bool IsAlive() const { return m_painter || m_device; }
+    /// Whether there has been a draw that may have changed the device.
+    bool HasPainter() const { return m_painter != nullptr; }
+    /// Whether the device is a page of a document, whose text stays text.
+    bool IsPage() const;
 
     /// From the painter's coordinates, as they were given, to the device's pixels.
     const QTransform& ToPixels() const { return m_toPixels; }
@@ -80,6 +84,9 @@ public:
                     const PaintState& state);
     void DrawGlyphs(const QGlyphRun& glyphs, const QRectF& bounds, QRgb color,
                     const QTransform& transform, const PaintState& state);
+    /// The part `source` of `image`, which may be what is painted on, fills `target`.
+    void DrawImage(const QImage& image, const QRectF& target, const QRectF& source,
+                   const PaintState& state);
 
     /// Text with its baseline from `origin` on; false, and nothing is drawn, where only DrawGlyphs
     /// can.
@@ -104,7 +111,9 @@ private:
     static const Tool& Kept(ToolBox<Tool>& box, const Ink& ink, Make&& make);
 
     void Begin();
-    QPainter& Painter() const;
+    QPainter& Painter();
+    bool CopyDirectly(const QImage& image, const QRectF& target, const QRectF& source,
+                      const PaintState& state) const;
     bool FillDirectly(const QRect& rect, QRgb color, const PaintState& state) const;
     bool FillDirectly(std::span<const QPointF> polygon, const QRectF& bounds, QRgb color,
                       const PaintState& state);
@@ -118,15 +127,18 @@ private:
     void UseNoPen();
     const QBrush& BrushOf(QRgb color);
     const QPen& PenOf(const Ink& ink);
+    void UseSmoothing(bool wanted);
 
+    QPaintDevice* m_device = nullptr; ///< for a painter of its own
     std::unique_ptr<QPainter> m_own;
-    QPainter* m_painter;
-    const QImage* m_raster = nullptr; ///< the device, when its pixels can be written
+    QPainter* m_painter = nullptr;
+    const QImage* m_raster = nullptr; ///< the painter's device, when its pixels can be written
     QTransform m_toPixels;
     QTransform m_fromPixels; ///< set on the painter while nothing else is
     std::uint64_t m_clipSerial = 0;
     QRect m_clipRect; ///< the whole of the painter's clip; empty when that is no rectangle
     bool m_transformed = false;
+    bool m_smooth = false;
     double m_alpha = 1;
     bool m_hasPen = true; ///< what a painter begins with
     Ink m_pen{};

@@ -5,8 +5,6 @@
 #include <cmath>
 #include <cwchar>
 
-#include "core/guard.h"
-
 namespace vm {
 namespace {
 
@@ -81,7 +79,7 @@ bool PaintTarget::FillDirectly(std::span<const QPointF> polygon, const QRectF& b
 bool PaintTarget::DrawTextDirectly(const FontFace& font, std::string_view text, QPointF origin,
                                    QRgb color, const PaintState& state) {
     constexpr double kFarthest = 1 << 20;
-    if (!m_painter) throw PlatformError("DeadContext", "the device is gone");
+    Painter();
     if (!m_raster || !state.clip.IsRectangle() || !GlyphMasks::Takes(font.Size())) return false;
     if (!(std::abs(origin.x()) < kFarthest && std::abs(origin.y()) < kFarthest)) return false;
     const QRect clip = state.clip.rect & m_raster->rect();

@@ -4,9 +4,10 @@
 
 #include <cstdint>
 
-class QWidget;
+class QClipboard;
 class QMenu;
 class QString;
+class QWidget;
 class NSWinThread; // a thread object, see vmcore/app/threads.h
 
 namespace vm {
@@ -21,6 +22,7 @@ class PathList;        // an ordered list of path strings
 using NSView = QWidget;             ///< a view: a control or a window's content
 using NSMenu = QMenu;               ///< a menu
 using NSWindow = vm::NativeWindow;  ///< a top-level window
+using NSPasteboard = QClipboard;    ///< the clipboard
 using NSBundle = vm::Bundle;        ///< see AfxSetDVBundle
 using NSArray = vm::PathList;       ///< the paths of WM_DROPFILES: read them with DragQueryFile
 using CFStringRef = const QString*; ///< a platform string: see SafeCFStringCopyToCString

@@ -24,6 +24,7 @@ using WPARAM = std::uintptr_t;
 using LPARAM = std::uintptr_t;
 using LRESULT = std::intptr_t;
 using COLORREF = std::uint32_t; ///< 0x00BBGGRR
+using HRESULT = int;            ///< negative for a failure
 
 using CHAR = char;
 using TCHAR = char;
@@ -114,6 +115,15 @@ constexpr BYTE GetGValue(COLORREF color) {
 }
 constexpr BYTE GetBValue(COLORREF color) {
     return static_cast<BYTE>(color >> 16);
+}
+
+constexpr HRESULT S_OK = 0;
+constexpr HRESULT E_FAIL = static_cast<HRESULT>(0x80004005);
+constexpr bool SUCCEEDED(HRESULT result) {
+    return result >= 0;
+}
+constexpr bool FAILED(HRESULT result) {
+    return result < 0;
 }
 
 constexpr int MAX_PATH = 256; ///< bytes of every path buffer, the terminator included

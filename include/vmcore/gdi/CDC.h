@@ -37,11 +37,24 @@ class CRgn;
 
 namespace vm {
 class GraphicsContext;
+struct BlitRects;
 } // namespace vm
 
 enum { TRANSPARENT = 1, OPAQUE = 2 };
 enum { R2_BLACK = 1, R2_NOT = 6, R2_XORPEN = 7, R2_COPYPEN = 13, R2_WHITE = 16 };
 enum { MM_TEXT = 1 };
+enum { BLACKONWHITE = 1, WHITEONBLACK = 2, COLORONCOLOR = 3, HALFTONE = 4 };
+/// Raster operations, as hosts name them; every blit copies.
+enum : unsigned int {
+    SRCCOPY = 0x00CC0020,
+    SRCPAINT = 0x00EE0086,
+    SRCAND = 0x008800C6,
+    SRCINVERT = 0x00660046,
+    NOTSRCCOPY = 0x00330008,
+    PATCOPY = 0x00F00021,
+    BLACKNESS = 0x00000042,
+    WHITENESS = 0x00FF0062
+};
 /// Text alignment: this library's own values. TA_BASELINE is the absence of TA_TOP and TA_BOTTOM.
 enum {
     TA_BASELINE = 0,
@@ -107,8 +120,11 @@ public:
     /// One shared CDC; the next call attaches another handle to the same object.
     static CDC* FromHandle(HDC handle);
     HDC GetSafeHdc() const;
-    /// TRUE for an offscreen context that a bitmap was selected into.
+    /// TRUE for an offscreen context that a bitmap was selected into. What is drawn is in the bitmap
+    /// at once, with these three calls or without them.
     BOOL BeginDrawing();
+    BOOL EndDrawing();   ///< as BeginDrawing
+    BOOL RefreshImage(); ///< as BeginDrawing
 
     // --- State. Setters return the old value where the comment does not say otherwise.
     COLORREF GetTextColor() const { return m_textColor; }
@@ -131,7 +147,11 @@ public:
     CGdiObject* SelectObject(CFont* font);
     int SelectObject(CRgn* region);   ///< no effect; whether the region has a handle
     void* SelectObject(void* handle); ///< no effect; null
-    void SelectObject(CBitmap* bitmap) = delete;
+    /// The bitmap's pixels become what this memory context draws into and what blits from it show;
+    /// what was attached or selected before is let go of first, the clip is the whole bitmap. Always
+    /// null, never the bitmap before: deleting the CDC, DeleteDC and the next bitmap deselect. When
+    /// the bitmap is deleted first, calls are logged with "DeadContext" and draw nothing.
+    CBitmap* SelectObject(CBitmap* bitmap);
     /// For the library: as if neither had ever been selected.
     void Deselect(const void* record, const void* object);
     CFont* GetCurrentFont() const; ///< null without a font; a shared object for a bare handle
@@ -188,6 +208,39 @@ public:
     /// A frame of `width` inside the region.
     BOOL FrameRgn(CRgn* region, CBrush* brush, int width, int height);
 
+    // --- Blits from a memory context with a bitmap. The image is drawn upright with its alpha,
+    // smoothed when its size changes; `rop` and the stretch mode do not count. Where the source
+    // rectangle leaves the image, the target stays as it is. TRUE when something was drawn; FALSE
+    // without a target context, a source or an image, for a width or height below 1, and when the
+    // source rectangle lies outside the image. A view as the source draws nothing and gives TRUE.
+    //
+    //     CDC memory;
+    //     memory.CreateCompatibleDC(&dc);
+    //     memory.SelectObject(&m_artwork);
+    //     dc.BitBlt(8, 8, 32, 32, &memory, 0, 0, SRCCOPY);
+    BOOL BitBlt(int x, int y, int width, int height, CDC* source, int sourceX, int sourceY,
+                unsigned int rop);
+    /// For artwork at twice the density: the source is counted in its own pixels, and (2 * width) x
+    /// (2 * height) of them fill the target.
+    BOOL BitBltX2(int x, int y, int width, int height, CDC* source, int sourceX, int sourceY,
+                  unsigned int rop);
+    /// Leaves out pixels that equal the colour `key` exactly: the last argument is no raster
+    /// operation. Not into a bitmap: FALSE there.
+    BOOL BitBltTransparent(int x, int y, int width, int height, CDC* source, int sourceX,
+                           int sourceY, unsigned int key);
+    /// The same call: the artwork is not halved.
+    BOOL BitBltX2Transparent(int x, int y, int width, int height, CDC* source, int sourceX,
+                             int sourceY, unsigned int key);
+    BOOL StretchBlt(int x, int y, int width, int height, CDC* source, int sourceX, int sourceY,
+                    int sourceWidth, int sourceHeight, unsigned int rop);
+    BOOL StretchBltX2(int x, int y, int width, int height, CDC* source, int sourceX, int sourceY,
+                      int sourceWidth, int sourceHeight, unsigned int rop); ///< the same call
+    BOOL StretchBltTransparent(int x, int y, int width, int height, CDC* source, int sourceX,
+                               int sourceY, int sourceWidth, int sourceHeight, unsigned int key);
+    BOOL StretchBltX2Transparent(int x, int y, int width, int height, CDC* source, int sourceX,
+                                 int sourceY, int sourceWidth, int sourceHeight,
+                                 unsigned int key); ///< the same call
+
     // --- Clipping. The clip only ever shrinks; the way back is GetClip before and SetClip after.
     void GetClip(); ///< saves the whole drawing state of the context, in spite of its name
     void SetClip(); ///< restores it
@@ -236,7 +289,7 @@ protected:
     tagTEXTMETRIC m_metrics;
     int m_x;
     int m_y;
-    vm::Image** m_imageSlot; ///< of the selected bitmap
+    vm::Image** m_imageSlot; ///< of the selected bitmap; never followed, it may be gone
     BYTE* m_pixelBuffer;     ///< owned
     std::size_t m_pixelBufferSize;
     CGColorSpaceRef m_colorSpace;
@@ -248,6 +301,10 @@ protected:
     BYTE m_flag;
 
 private:
+    void LetGo();
+    BOOL Blit(const char* operation, const vm::BlitRects& rects, const CDC* source);
+    BOOL BlitTransparent(const char* operation, const vm::BlitRects& rects, const CDC* source,
+                         COLORREF key);
     void ResetColors();
     void UsePen(vm::GraphicsContext& context);
     void UseBrush(vm::GraphicsContext& context);
