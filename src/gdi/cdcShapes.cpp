@@ -8,6 +8,7 @@
 #include <vmcore/gdi/CBrush.h>
 #include <vmcore/gdi/CRgn.h>
 
+#include "core/truncate.h"
 #include "gdi/lineRule.h"
 #include "gdi/regionPath.h"
 #include "platform/messagebox.h"
@@ -36,8 +37,8 @@ CPoint CDC::MoveTo(int x, int y) {
         m_x = x;
         m_y = y;
         context.SetTextPosition(QPointF(x, y));
-        return CPoint(static_cast<SHORT>(static_cast<int>(before.x())),
-                      static_cast<SHORT>(static_cast<int>(before.y())));
+        return CPoint(static_cast<SHORT>(vm::Truncated(before.x())),
+                      static_cast<SHORT>(vm::Truncated(before.y())));
     });
 }
 
@@ -149,8 +150,9 @@ BOOL CDC::RoundRect(int left, int top, int right, int bottom, int width, int hei
         const double inset = pen > 1 ? pen : 0;
         const double across = std::min(width, height);
         UseBrush(context);
-        if (m_hBrush && BrushRecord()->lbStyle != BS_NULL)
-            context.FillRoundRect(rect.adjusted(inset, inset, -inset, -inset), across - 2 * inset);
+        const QRectF inside = rect.adjusted(inset, inset, -inset, -inset);
+        if (m_hBrush && BrushRecord()->lbStyle != BS_NULL && inside.isValid())
+            context.FillRoundRect(inside, across - 2 * inset);
         UsePen(context);
         if (m_hPen) context.StrokeRoundRect(rect, across);
         return TRUE;

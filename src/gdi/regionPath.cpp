@@ -26,16 +26,29 @@ void AddRoundRect(QPainterPath& path, const QRectF& rect, double across) {
     path.closeSubpath();
 }
 
+// The toolkit counts the width of a rectangle in a path in 32 bits.
+double Near(double coordinate) {
+    constexpr double kFarthest = 1 << 29;
+    return std::clamp(coordinate, -kFarthest, kFarthest);
+}
+
 void AddPolygon(QPainterPath& path, int count, const LONG* words) {
-    for (int i = 0; i < count; ++i, words += 2)
-        i == 0 ? path.moveTo(words[0], words[1]) : path.lineTo(words[0], words[1]);
+    for (int i = 0; i < count; ++i, words += 2) {
+        const QPointF point(Near(words[0]), Near(words[1]));
+        i == 0 ? path.moveTo(point) : path.lineTo(point);
+    }
     path.closeSubpath();
+}
+
+void AddRect(QPainterPath& path, const QRectF& rect) {
+    path.addRect({QPointF(Near(rect.left()), Near(rect.top())),
+                  QPointF(Near(rect.right()), Near(rect.bottom()))});
 }
 
 void AddShape(QPainterPath& path, const LONG* shape) {
     switch (shape[0]) {
     case RGNSHAPE_RECT:
-        path.addRect(RectOf(shape + 1));
+        AddRect(path, RectOf(shape + 1));
         break;
     case RGNSHAPE_ROUNDRECT:
         AddRoundRect(path, RectOf(shape + 1), std::min(shape[5], shape[6]));

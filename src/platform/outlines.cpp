@@ -82,6 +82,7 @@ void AddEllipseStroke(Points& points, const QRectF& rect, double width, double s
 
 void AddArcStroke(Points& points, QPointF center, double radius, double start, double sweep,
                   double width, double scale) {
+    if (!(radius >= 0)) return;
     const double outer = radius + width / 2, inner = std::max(radius - width / 2, 0.0);
     const int corners = CornersFor(outer, sweep, scale);
     Turn out(start, sweep / corners), back(start + sweep, -sweep / corners);

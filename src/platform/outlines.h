@@ -21,7 +21,8 @@ void AddLineStroke(Points& points, QPointF from, QPointF to, double width);
 /// other way round.
 void AddEllipseStroke(Points& points, const QRectF& rect, double width, double scale);
 
-/// The same along a part of a circle (radians, y-down), ends cut off square.
+/// The same along a part of a circle (radians, y-down), ends cut off square; nothing for a negative
+/// radius.
 void AddArcStroke(Points& points, QPointF center, double radius, double start, double sweep,
                   double width, double scale);
 

@@ -203,6 +203,24 @@ TEST(Arc, RunsAgainstTheClockInTheTopLeftSquare) {
     EXPECT_NE(Inked(pixels.copy(10, 0, 4, 4)), "nothing");
 }
 
+TEST(Arc, OfARectangleTheWrongWayRoundIsNothing) {
+    Canvas canvas(44, 24);
+    CPen pen(PS_SOLID, 1, 0);
+    canvas.dc.SelectObject(&pen);
+    EXPECT_TRUE(canvas.dc.Arc(32, 22, 12, 2, 32, 12, 12, 12));
+    EXPECT_EQ(Inked(canvas.Pixels()), "nothing");
+}
+
+TEST(RoundRect, WithAPenWiderThanItselfKeepsInside) {
+    Canvas canvas(40, 40);
+    CPen pen(PS_SOLID, 10, 0);
+    CBrush brush(kRed);
+    canvas.dc.SelectObject(&pen);
+    canvas.dc.SelectObject(&brush);
+    canvas.dc.RoundRect(15, 15, 21, 21, 4, 4);
+    EXPECT_EQ(Inked(canvas.Pixels()), "15,15,21,21");
+}
+
 TEST(RoundRect, KeepsInsideTheRectangleAndLeavesTheCornersFree) {
     Canvas canvas(30, 20);
     CPen pen(PS_SOLID, 1, 0);
@@ -274,6 +292,25 @@ TEST(FillRgn, CombinedRegionsOfEachMode) {
         clipped.dc.SelectClipRgn(&both);
         clipped.dc.FillRect(CRect(0, 0, 6, 3), &brush);
         EXPECT_EQ(clipped.Picture(), c.picture);
+    }
+}
+
+TEST(FillRgn, ShapesOfAnySizeAreIntersectedWhereTheyAreVisible) {
+    constexpr int kLeast = -2147483647 - 1, kMost = 2147483647;
+    POINT corners[] = {{kLeast, kLeast}, {4, kLeast}, {4, kMost}, {kLeast, kMost}};
+    for (const bool asPolygon : {false, true}) {
+        SCOPED_TRACE(asPolygon);
+        CRgn left, middle, both;
+        if (asPolygon)
+            left.CreatePolygonRgn(corners, 4, 1);
+        else
+            left.CreateRectRgn(kLeast, kLeast, 4, kMost);
+        middle.CreateRectRgn(1, 1, kMost, 2);
+        both.CombineRgn(&left, &middle, RGN_AND);
+        Canvas canvas(6, 3);
+        CBrush brush(COLORREF{0});
+        canvas.dc.FillRgn(&both, &brush);
+        EXPECT_THAT(canvas.Picture(), ElementsAre("......", ".###..", "......"));
     }
 }
 

@@ -186,7 +186,8 @@ public:
     /// With a hollow brush filled with the fill colour that was used last.
     BOOL Ellipse(int left, int top, int right, int bottom);
     BOOL Ellipse(const tagRECT* rect);
-    /// A part of a circle against the clock, in the square at the rectangle's top left.
+    /// A part of a circle against the clock, in the square at the rectangle's top left; nothing for a
+    /// rectangle whose edges are the wrong way round.
     BOOL Arc(int left, int top, int right, int bottom, int x1, int y1, int x2, int y2);
     BOOL Arc(const tagRECT* rect, tagPOINT start, tagPOINT end);
     /// Round corners, as wide as the smaller of `width` and `height`. The outline has the pen's
