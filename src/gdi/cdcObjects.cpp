@@ -1,6 +1,8 @@
 // What is selected into a device context, and how it is applied to the graphics context.
 #include "gdi/cdc.h"
 
+#include <initializer_list>
+
 #include <vmcore/gdi/CBrush.h>
 #include <vmcore/gdi/CFont.h>
 #include <vmcore/gdi/CPen.h>
@@ -9,6 +11,7 @@
 
 #include "core/log.h"
 #include "gdi/faceRules.h"
+#include "gdi/selection.h"
 #include "platform/messagebox.h"
 
 namespace {
@@ -152,6 +155,13 @@ void CDC::Deselect(const void* record, const void* object) {
     if (m_pPen == object) m_pPen = nullptr;
     if (m_pBrush == object) m_pBrush = nullptr;
     if (m_pFont == object) m_pFont = nullptr;
+}
+
+void vm::ForgetHandle(const void* record) {
+    TemporaryObjects& objects = Temporary();
+    for (CGdiObject* object :
+         std::initializer_list<CGdiObject*>{&objects.pen, &objects.brush, &objects.font})
+        if (object->m_hObject == record) object->Detach();
 }
 
 void CDCGdiCleanup() {

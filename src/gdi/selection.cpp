@@ -27,6 +27,7 @@ void RemoveDeviceContext(CDC& dc) { // mostly the last one made
 
 void Deselect(const void* record, const void* object) {
     for (CDC* dc : Contexts()) dc->Deselect(record, object);
+    if (record) ForgetHandle(record);
 }
 
 } // namespace vm

@@ -12,4 +12,7 @@ void RemoveDeviceContext(CDC& dc);
 /// brush, or no font, takes its place. Either may be null.
 void Deselect(const void* record, const void* object);
 
+/// The part of it for the objects that stand for a bare handle.
+void ForgetHandle(const void* record);
+
 } // namespace vm

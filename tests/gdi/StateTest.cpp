@@ -147,6 +147,21 @@ TEST(Selection, NoneOutlivesItsObject) {
     }
 }
 
+TEST(Selection, SharedObjectsForgetABareHandleThatIsDeleted) {
+    CDC dc;
+    CPen other(PS_SOLID, 1, 0);
+    HPEN bare;
+    {
+        CPen pen(PS_SOLID, 3, 0);
+        dc.SelectObject(&pen);
+        bare = pen.Detach();
+    }
+    CGdiObject* const shared = dc.SelectObject(&other);
+    EXPECT_EQ(shared->GetSafeHandle(), bare);
+    DeleteObject(bare);
+    EXPECT_EQ(shared->GetSafeHandle(), nullptr); // else selecting it back reads freed memory
+}
+
 TEST(Printing, AnswersThatThereIsNoPrinterAndHowLargePaperIs) {
     MessageBoxRecorder boxes;
     EXPECT_EQ(CreateDC(nullptr, nullptr, nullptr, nullptr), nullptr);
