@@ -86,7 +86,7 @@ void PaintTarget::FillPixels(const QRect& rect, QRgb color, const PaintState& st
 void PaintTarget::ClearPixels(const QRect& rect, const PaintState& state) {
     QPainter& painter = Painter();
     if (rect.isEmpty()) return;
-    Prepare(rect, {}, state);
+    Prepare(rect, {}, {state.clip, 1});
     if (IsPage()) return painter.fillRect(rect, Qt::white); // what shows through is the paper
     painter.setCompositionMode(QPainter::CompositionMode_Clear);
     painter.fillRect(rect, Qt::transparent);

@@ -74,6 +74,7 @@ TEST_F(Clipboard, WindowBecomesAPageThatIsUprightWithTextThatIsText) {
         dc.SetAlphaTransparency(0);
         dc.SelectObject(&font);
         dc.TextOut(100, 50, "Tempo caf\x8E", 10); // Roman for an e with an acute accent
+        dc.SetAlphaTransparency(100);             // does not count for the white paper
         dc.EraseRect(CRect(10, 20, 20, 30));
         return 1;
     };
