@@ -127,6 +127,11 @@ void CRect::OffsetRect(int dx, int dy) {
     SetRect(Sum(left, dx), Sum(top, dy), Sum(right, dx), Sum(bottom, dy));
 }
 
+void CRect::operator-=(tagPOINT p) {
+    SetRect(Difference(left, p.x), Difference(top, p.y), Difference(right, p.x),
+            Difference(bottom, p.y));
+}
+
 void CRect::MoveToXY(int x, int y) {
     SetRect(x, y, Sum(x, Width()), Sum(y, Height()));
 }

@@ -1,7 +1,10 @@
 #include <vmcore/gdi/CFont.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
+#include <string_view>
 
 #include "gdi/records.h"
 #include "platform/FontFace.h"
@@ -15,6 +18,11 @@ tagFONTRECORD* RecordOf(const CFont& font) {
 void SetFaceName(tagLOGFONT& font, const char* name) {
     std::memset(font.lfFaceName, 0, LF_FACESIZE);
     if (name) std::memcpy(font.lfFaceName, name, strnlen(name, LF_FACESIZE - 1));
+}
+
+// The sign does not count.
+LONG Magnitude(LONG value) {
+    return value < 0 ? -std::max(value, -std::numeric_limits<LONG>::max()) : value;
 }
 
 // What a record says of a platform font beside its size, name and slant.
@@ -40,8 +48,8 @@ BOOL CFont::CreateFontIndirect(const tagLOGFONT* font) {
     auto* record = vm::NewRecord<tagFONTRECORD>();
     if (!record) return FALSE;
     static_cast<tagLOGFONT&>(*record) = *font;
-    record->lfHeight = std::abs(font->lfHeight);
-    record->lfWidth = std::abs(font->lfWidth);
+    record->lfHeight = Magnitude(font->lfHeight);
+    record->lfWidth = Magnitude(font->lfWidth);
     record->lfFaceName[LF_FACESIZE - 1] = '\0';
     DeleteObject();
     Attach(record);
@@ -61,7 +69,8 @@ BOOL CFont::CreatePointFont(int pointSizeTenths, const char* face, CDC*) {
 BOOL CFont::CreateNSFont(tagLOGFONT* font) {
     tagFONTRECORD* const record = RecordOf(*this);
     if (!font || !record) return FALSE;
-    record->font = vm::FontFace::Find(font->lfFaceName, std::abs(font->lfHeight));
+    const std::string_view name(font->lfFaceName, strnlen(font->lfFaceName, LF_FACESIZE));
+    record->font = vm::FontFace::Find(name, Magnitude(font->lfHeight));
     return record->font != nullptr;
 }
 

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "core/truncate.h"
 #include "gdi/faceRules.h"
 
 namespace {
@@ -17,7 +18,12 @@ std::string_view View(const char* text, int count) {
 }
 
 int MeasuredWidth(const vm::GraphicsContext& context, std::string_view text) {
-    return context.Font() ? static_cast<int>(context.Font()->Width(text)) : 0;
+    return context.Font() ? vm::Truncated(context.Font()->Width(text)) : 0;
+}
+
+QRectF WidenedToWhole(const QRectF& rect) {
+    return {QPointF(std::floor(rect.left()), std::floor(rect.top())),
+            QPointF(std::ceil(rect.right()), std::ceil(rect.bottom()))};
 }
 
 vm::FontMetrics MetricsOf(const vm::FontFace* face) {
@@ -46,9 +52,9 @@ void CDC::PlaceText(vm::GraphicsContext& context, int x, int y, std::string_view
         y = m_y;
     }
     const vm::FontMetrics metrics = MetricsOf(SelectedFace());
-    x = vm::AlignedX(x, MeasuredWidth(context, text), m_textAlign);
+    const double left = vm::AlignedX(x, MeasuredWidth(context, text), m_textAlign);
     TextAdjustY(y, m_faceNumber, static_cast<int>(metrics.ascender));
-    context.SetTextPosition(QPointF(x, vm::AlignedY(y, metrics, m_textAlign)));
+    context.SetTextPosition(QPointF(left, vm::AlignedY(y, metrics, m_textAlign)));
 }
 
 // In the opaque mode the cells of the text are painted first, in whole pixels.
@@ -59,7 +65,7 @@ void CDC::ShowPlaced(vm::GraphicsContext& context, std::string_view text) {
         const QRectF cell(at.x(), at.y() - metrics.ascender, context.Font()->Width(text),
                           metrics.ascender - metrics.descender);
         context.SetFillColor(m_bkWinColor.GetPlatformColor());
-        context.FillRect(cell.toAlignedRect());
+        context.FillRect(WidenedToWhole(cell));
     }
     context.SetFillColor(m_textWinColor.GetPlatformColor());
     context.ShowText(text);
@@ -69,7 +75,7 @@ void CDC::ShowAligned(vm::GraphicsContext& context, int x, int y, std::string_vi
     const vm::SavedState saved(context);
     PlaceText(context, x, y, text);
     ShowPlaced(context, text);
-    if (m_textAlign & TA_UPDATECP) m_x = static_cast<int>(context.TextPosition().x());
+    if (m_textAlign & TA_UPDATECP) m_x = vm::Truncated(context.TextPosition().x());
 }
 
 BOOL CDC::TextOut(int x, int y, const char* text, int count) {
@@ -115,7 +121,7 @@ int CDC::DrawText(const CString& text, tagRECT* rect, unsigned int format) {
 namespace {
 
 int HeightOf(int lines, const vm::FontMetrics& metrics) {
-    return static_cast<int>(lines * vm::LineHeight(metrics));
+    return vm::Truncated(lines * vm::LineHeight(metrics));
 }
 
 } // namespace
@@ -130,7 +136,7 @@ int CDC::DrawLines(vm::GraphicsContext& context, std::string_view text, const ta
     vm::TextLines lines(text, format, context.Font(), double{0} + rect.right - rect.left);
     int count = 0;
     for (std::string_view line; lines.Next(line); ++count) {
-        const int x = vm::DrawTextX(rect, MeasuredWidth(context, line), format);
+        const double x = vm::DrawTextX(rect, MeasuredWidth(context, line), format);
         context.SetTextPosition(QPointF(x, y));
         ShowPlaced(context, line);
         y += vm::LineHeight(metrics);
@@ -146,8 +152,8 @@ int CDC::Measure(vm::GraphicsContext& context, std::string_view text, tagRECT& r
     for (std::string_view line; lines.Next(line); ++count)
         widest = std::max(widest, MeasuredWidth(context, line));
     const int height = HeightOf(count, MetricsOf(SelectedFace()));
-    rect.right = rect.left + widest + 1; // widths are cut to whole pixels
-    rect.bottom = rect.top + height + 1;
+    rect.right = vm::Truncated(double(rect.left) + widest + 1); // widths are cut to whole pixels
+    rect.bottom = vm::Truncated(double(rect.top) + height + 1);
     return height;
 }
 
@@ -155,16 +161,17 @@ int CDC::TextWidth(HDC handle, const char* text, int count) {
     return vm::WithContext(handle, "CDC::TextWidth()", 0, [&](auto& context) {
         const double width = context.Font() ? context.Font()->Width(View(text, count)) : 0;
         context.SetTextPosition(QPointF(width, kMeasuringLine));
-        return static_cast<int>(width);
+        return vm::Truncated(width);
     });
 }
 
 tagSIZE CDC::GetTextExtent(const char* text, int count) const {
     if (!m_hFont) return {text ? 12 * static_cast<LONG>(std::strlen(text)) : 0, 12};
     const tagFONTRECORD& font = *FontRecord();
-    const LONG width =
-        font.lfWidth != 0 ? font.lfWidth * count : count * (font.lfHeight - 1) * 2 / 3;
-    return {width, font.lfHeight};
+    const std::int64_t characters = count, height = font.lfHeight;
+    const std::int64_t width =
+        font.lfWidth != 0 ? characters * font.lfWidth : characters * (height - 1) * 2 / 3;
+    return {vm::Truncated(static_cast<double>(width)), font.lfHeight};
 }
 
 tagSIZE CDC::GetTextExtent(const CString& text) const {

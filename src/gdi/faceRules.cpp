@@ -1,9 +1,12 @@
 #include "gdi/faceRules.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 #include <strings.h>
+
+#include "core/truncate.h"
 
 namespace vm {
 
@@ -20,9 +23,9 @@ int TextLength(const char* text, int count) {
     return count < 1 ? static_cast<int>(std::strlen(text)) : count;
 }
 
-int AlignedX(int x, int width, unsigned int align) {
-    if (align & TA_CENTER) return x - width / 2;
-    if (align & TA_RIGHT) return x - width - 1;
+double AlignedX(int x, int width, unsigned int align) {
+    if (align & TA_CENTER) return double(x) - width / 2;
+    if (align & TA_RIGHT) return double(x) - width - 1;
     return x;
 }
 
@@ -32,22 +35,24 @@ double AlignedY(int y, const FontMetrics& metrics, unsigned int align) {
     return y;
 }
 
-int DrawTextX(const tagRECT& rect, int width, unsigned int format) {
-    if (format & DT_RIGHT) return rect.right - width - 1;
-    if (format & DT_CENTER) return rect.left + (rect.right - rect.left) / 2 - width / 2;
+double DrawTextX(const tagRECT& rect, int width, unsigned int format) {
+    if (format & DT_RIGHT) return double(rect.right) - width - 1;
+    if (format & DT_CENTER)
+        return rect.left + std::trunc((double(rect.right) - rect.left) / 2) - width / 2;
     return rect.left;
 }
 
 double DrawTextY(const tagRECT& rect, const FontMetrics& metrics, int faceNumber,
                  unsigned int format) {
     if (format & DT_BOTTOM) {
-        int y = static_cast<int>(rect.bottom + metrics.descender);
+        int y = Truncated(rect.bottom + metrics.descender);
         CDC::TextAdjustY(y, faceNumber, static_cast<int>(metrics.ascender));
         return y;
     }
     if (format & DT_VCENTER) {
-        const double room = (rect.bottom - rect.top) - metrics.ascender - metrics.descender;
-        return static_cast<int>(rect.top + metrics.capHeight + room * 0.5);
+        const double height = double(rect.bottom) - rect.top;
+        const double room = height - metrics.ascender - metrics.descender;
+        return Truncated(rect.top + metrics.capHeight + room * 0.5);
     }
     return rect.top + metrics.ascender;
 }
@@ -97,7 +102,7 @@ tagTEXTMETRIC TextMetricsOf(const FontFace& face, int recordHeight) {
     result.tmAscent = static_cast<LONG>(metrics.ascender);
     result.tmDescent = static_cast<LONG>(-metrics.descender);
     result.tmHeight = std::max(result.tmAscent + result.tmDescent, static_cast<LONG>(face.Size()));
-    result.tmInternalLeading = static_cast<LONG>(metrics.leading * recordHeight);
+    result.tmInternalLeading = Truncated(metrics.leading * recordHeight);
     result.tmAveCharWidth = widest * 7 / 10;
     result.tmMaxCharWidth = widest;
     result.tmWeight = 500;
@@ -111,6 +116,8 @@ tagTEXTMETRIC TextMetricsOf(const FontFace& face, int recordHeight) {
 } // namespace vm
 
 void CDC::TextAdjustY(int& y, int faceNumber, int ascender) {
-    if (faceNumber == vm::VerdanaFace && (ascender == 12 || ascender == 13)) --y;
-    if (faceNumber == vm::ArialBoldFace && (ascender == 9 || ascender == 10)) ++y;
+    if (faceNumber == vm::VerdanaFace && (ascender == 12 || ascender == 13))
+        y = vm::Truncated(double(y) - 1);
+    if (faceNumber == vm::ArialBoldFace && (ascender == 9 || ascender == 10))
+        y = vm::Truncated(double(y) + 1);
 }

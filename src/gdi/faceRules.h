@@ -23,12 +23,12 @@ int FaceNumberOf(const char* faceName);
 int TextLength(const char* text, int count);
 
 /// Where a text of `width` starts whose anchor is `x`.
-int AlignedX(int x, int width, unsigned int align);
+double AlignedX(int x, int width, unsigned int align);
 /// The baseline of a text whose anchor is `y`.
 double AlignedY(int y, const FontMetrics& metrics, unsigned int align);
 
 /// Where DrawText starts a line of `width`.
-int DrawTextX(const tagRECT& rect, int width, unsigned int format);
+double DrawTextX(const tagRECT& rect, int width, unsigned int format);
 /// The baseline of DrawText's single line.
 double DrawTextY(const tagRECT& rect, const FontMetrics& metrics, int faceNumber,
                  unsigned int format);

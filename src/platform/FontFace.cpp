@@ -18,6 +18,8 @@ namespace vm {
 namespace {
 
 constexpr double kDefaultSize = 12;
+// Larger ones show nothing but the inside of a letter, and their numbers run over.
+constexpr double kLargestSize = 10000;
 
 // One table of the font file, read by byte offset; 0 beyond its end.
 class Table {
@@ -122,7 +124,7 @@ FontFace* FontFace::Find(std::string_view name, double size) {
     static auto* const s_faces = new std::map<Key, std::unique_ptr<FontFace>>;
     if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return nullptr;
     if (name.empty()) name = "Arial";
-    if (size <= 0) size = kDefaultSize;
+    size = size > 0 ? std::min(size, kLargestSize) : kDefaultSize;
     const auto [entry, isNew] = s_faces->try_emplace(Key(Lower(name), size));
     if (isNew) entry->second = Load(name, size);
     return entry->second.get();

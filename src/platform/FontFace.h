@@ -30,7 +30,7 @@ struct FontMetrics {
 
 class FontFace {
 public:
-    /// The face called `name` (empty: "Arial") at `size` pixels (0: 12); null when the system has
+    /// The face called `name` (empty: "Arial") at `size` pixels (0: 12, at most 10,000); null when the system has
     /// neither it nor a stand-in, and before the application object exists. Faces live as long as
     /// the process: hosts use a small set of them. Main thread.
     static FontFace* Find(std::string_view name, double size);

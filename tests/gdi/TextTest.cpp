@@ -283,6 +283,34 @@ TEST(DrawText, MeasuresInsteadOfDrawing) {
     EXPECT_NE(Inked(canvas.Pixels()), "nothing");
 }
 
+TEST(Text, OfAnySizeAtAnyPlaceDrawsWhatIsVisible) {
+    constexpr int kLeast = -2147483647 - 1, kMost = 2147483647;
+    Canvas canvas(20, 20);
+    CDC& dc = canvas.dc;
+    dc.SetBkMode(OPAQUE);
+    for (const int height : {12, kMost, kLeast}) {
+        CFont font;
+        dc.SelectObject(&MakeFont(font, "Arial Bold", height, kLeast));
+        tagTEXTMETRIC metrics{};
+        EXPECT_TRUE(dc.GetTextMetrics(&metrics));
+        EXPECT_GT(metrics.tmAscent, 9);
+        EXPECT_GT(dc.TextWidth(dc.GetSafeHdc(), "HH", 2), 12);
+        EXPECT_EQ(dc.GetTextExtent("HH", 2).cx, kMost);
+        for (const int place : {kLeast, kMost})
+            for (const unsigned align : {14u, 1u, 16u, 32u, 64u}) {
+                dc.SetTextAlign(align);
+                dc.MoveTo(place, place);
+                EXPECT_TRUE(dc.TextOut(place, place, "HH", 2));
+            }
+        for (const int edge : {kLeast, kMost})
+            for (const unsigned format : {0u, 4u, 8u, 16u, 32u, 64u, 512u, 1024u}) {
+                CRect rect(edge, kMost, -1 - edge, kLeast);
+                dc.DrawText("HH\nH", 4, rect, format | DT_NOCLIP);
+            }
+    }
+    EXPECT_EQ(Inked(canvas.Pixels()), "nothing");
+}
+
 TEST(TextWidth, MovesTheTextPositionAndDrawsNothing) {
     Canvas canvas(60, 30);
     CFont font;

@@ -98,7 +98,7 @@ public:
     void OffsetRect(int dx, int dy);
     void OffsetRect(tagPOINT offset) { OffsetRect(offset.x, offset.y); }
     void OffsetRect(tagSIZE offset) { OffsetRect(offset.cx, offset.cy); }
-    void operator-=(tagPOINT offset) { OffsetRect(-offset.x, -offset.y); }
+    void operator-=(tagPOINT offset);
     void MoveToXY(int x, int y); ///< the top left corner to (x, y); width and height stay
     void MoveToXY(tagPOINT p) { MoveToXY(p.x, p.y); }
 

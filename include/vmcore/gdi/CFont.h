@@ -15,7 +15,8 @@ public:
     // The creating calls replace the record that was there. They return 0 when the system has
     // neither the face nor a stand-in for it, and before the application object exists; the record
     // is there even so, and a device context then looks the face up when it is selected.
-    /// Height and width are taken without their sign; a longer face name is cut to 31 bytes.
+    /// Height and width are taken without their sign; letters are drawn at 10,000 at most. A longer
+    /// face name is cut to 31 bytes.
     BOOL CreateFont(int height, int width, int escapement, int orientation, int weight, BYTE italic,
                     BYTE underline, BYTE strikeOut, BYTE charSet, BYTE outPrecision,
                     BYTE clipPrecision, BYTE quality, BYTE pitchAndFamily, const char* faceName);
