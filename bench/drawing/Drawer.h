@@ -25,6 +25,19 @@ constexpr std::array<std::uint32_t, 8> kPalette = {0x1A2B3C, 0xC03020, 0x208040,
                                                    0xE0A010, 0x707880, 0x902090, 0xF4F4F4};
 constexpr int kTextSize = 12;
 
+/// Artwork of kSheetSize squared: no pixel alike, some of it translucent, some of it of the key colour.
+enum class Sheet { Opaque, Alpha, Keyed };
+constexpr int kSheetSize = 512;
+constexpr std::uint32_t kKey = 0xFF00FF;
+QImage SheetPixels(Sheet sheet); ///< 32 bits a pixel, premultiplied or without alpha
+
+/// What a blit draws; `half` takes twice the mark's width and height and scales them smoothly.
+struct Piece {
+    Sheet sheet;
+    int x, y;
+    bool half = false;
+};
+
 class Drawer {
 public:
     virtual ~Drawer() = default;
@@ -34,6 +47,7 @@ public:
     virtual void Ellipse(const Mark& mark) = 0; ///< filled, with an outline of the next colour
     virtual void Text(const Mark& mark, std::string_view text) = 0; ///< its top left at the mark
     virtual int TextWidth(std::string_view text) = 0;
+    virtual void Blit(const Mark& mark, const Piece& piece) = 0;
 };
 
 // On an image of 32-bit pixels, which the drawer uses until it goes away.

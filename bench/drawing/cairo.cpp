@@ -1,6 +1,8 @@
 // Cairo on the same pixels.
 #include <cairo.h>
 
+#include <algorithm>
+#include <cstring>
 #include <numbers>
 #include <string>
 
@@ -24,8 +26,11 @@ public:
                                CAIRO_FONT_WEIGHT_NORMAL);
         cairo_set_font_size(m_context, kTextSize);
         cairo_font_extents(m_context, &m_extents);
+        for (std::size_t i = 0; i < m_sheets.size(); ++i)
+            m_sheets[i] = SheetSurface(static_cast<Sheet>(i));
     }
     ~Cairo() override {
+        for (cairo_surface_t* sheet : m_sheets) cairo_surface_destroy(sheet);
         cairo_destroy(m_context);
         cairo_surface_destroy(m_surface);
     }
@@ -83,7 +88,36 @@ public:
         return static_cast<int>(extents.x_advance);
     }
 
+    void Blit(const Mark& mark, const Piece& piece) override {
+        cairo_surface_t* const sheet = m_sheets[static_cast<std::size_t>(piece.sheet)];
+        cairo_save(m_context);
+        cairo_translate(m_context, mark.left, mark.top);
+        cairo_rectangle(m_context, 0, 0, mark.right - mark.left, mark.bottom - mark.top);
+        if (piece.half) cairo_scale(m_context, 0.5, 0.5);
+        cairo_set_source_surface(m_context, sheet, -piece.x, -piece.y);
+        if (piece.half)
+            cairo_pattern_set_filter(cairo_get_source(m_context), CAIRO_FILTER_BILINEAR);
+        cairo_fill(m_context);
+        cairo_restore(m_context);
+    }
+
 private:
+    // A surface with pixels of its own.
+    static cairo_surface_t* SheetSurface(Sheet sheet) {
+        const QImage image = SheetPixels(sheet);
+        const bool opaque = image.format() == QImage::Format_RGB32;
+        cairo_surface_t* const surface = cairo_image_surface_create(
+            opaque ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32, kSheetSize, kSheetSize);
+        std::memcpy(cairo_image_surface_get_data(surface), image.constBits(),
+                    static_cast<std::size_t>(image.sizeInBytes()));
+        auto* const pixels =
+            reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(surface));
+        if (sheet == Sheet::Keyed)
+            std::replace(pixels, pixels + kSheetSize * kSheetSize, 0xFF000000 | kKey, 0U);
+        cairo_surface_mark_dirty(surface);
+        return surface;
+    }
+
     void UseColor(std::size_t number) {
         const std::uint32_t rgb = kPalette[number];
         cairo_set_source_rgb(m_context, (rgb >> 16 & 255) / 255.0, (rgb >> 8 & 255) / 255.0,
@@ -97,6 +131,7 @@ private:
     cairo_surface_t* m_surface;
     cairo_t* m_context;
     cairo_font_extents_t m_extents{};
+    std::array<cairo_surface_t*, 3> m_sheets{};
 };
 
 } // namespace

@@ -1,9 +1,13 @@
 // The library, through the public calls of CDC.
+#include <vmcore/app/lifecycle.h>
+#include <vmcore/gdi/CBitmap.h>
 #include <vmcore/gdi/CBrush.h>
 #include <vmcore/gdi/CDC.h>
 #include <vmcore/gdi/CFont.h>
 #include <vmcore/gdi/CPen.h>
 
+#include <QtCore/QDir>
+#include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 
 #include "Drawer.h"
@@ -11,6 +15,25 @@
 
 namespace bench {
 namespace {
+
+// The sheets as artwork of a bundle, each selected into a memory context.
+struct Sheets {
+    Sheets() {
+        const QTemporaryDir folder;
+        const QString resources = folder.filePath("Art.app/Contents/Resources");
+        QDir().mkpath(resources);
+        AfxSetDVBundle(VMBundleWithPath(folder.filePath("Art.app").toUtf8().constData()));
+        for (unsigned int i = 0; i < contexts.size(); ++i) {
+            SheetPixels(static_cast<Sheet>(i))
+                .save(resources + QString("/Bitmap_%1.png").arg(i + 1), "png");
+            bitmaps[i].LoadBitmap(i + 1);
+            contexts[i].SelectObject(&bitmaps[i]);
+        }
+        AfxSetDVBundle(nullptr);
+    }
+    std::array<CBitmap, 3> bitmaps;
+    std::array<CDC, 3> contexts;
+};
 
 // The objects that a program keeps for as long as it runs.
 struct Objects {
@@ -28,6 +51,7 @@ struct Objects {
     std::array<CBrush, kPalette.size()> brushes;
     std::array<CPen, kPalette.size()> pens;
     CFont font;
+    Sheets sheets;
 };
 
 Objects& Kept() {
@@ -63,6 +87,18 @@ public:
     }
     int TextWidth(std::string_view text) override {
         return m_dc.TextWidth(m_dc.GetSafeHdc(), text.data(), static_cast<int>(text.size()));
+    }
+
+    void Blit(const Mark& mark, const Piece& piece) override {
+        CDC* const sheet = &m_kept.sheets.contexts[static_cast<std::size_t>(piece.sheet)];
+        const int width = mark.right - mark.left, height = mark.bottom - mark.top;
+        if (piece.sheet == Sheet::Keyed)
+            m_dc.BitBltTransparent(mark.left, mark.top, width, height, sheet, piece.x, piece.y,
+                                   RGB(kKey >> 16, kKey >> 8 & 255, kKey & 255));
+        else if (piece.half)
+            m_dc.BitBltX2(mark.left, mark.top, width, height, sheet, piece.x, piece.y, SRCCOPY);
+        else
+            m_dc.BitBlt(mark.left, mark.top, width, height, sheet, piece.x, piece.y, SRCCOPY);
     }
 
 private:

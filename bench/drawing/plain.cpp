@@ -21,6 +21,15 @@ QRectF RectOf(const Mark& mark) {
     return {QPointF(mark.left, mark.top), QPointF(mark.right, mark.bottom)};
 }
 
+// The sheet as a program that uses the toolkit keeps it: what has the key colour is already gone.
+QImage KeptSheet(Sheet sheet) {
+    QImage image = SheetPixels(sheet);
+    for (int y = 0; sheet == Sheet::Keyed && y < kSheetSize; ++y)
+        for (int x = 0; x < kSheetSize; ++x)
+            if (image.pixel(x, y) == (0xFF000000 | kKey)) image.setPixel(x, y, 0);
+    return image;
+}
+
 QFont TextFont() {
     QFont font("Liberation Sans");
     font.setPixelSize(kTextSize);
@@ -76,9 +85,19 @@ public:
             QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()))));
     }
 
+    void Blit(const Mark& mark, const Piece& piece) override {
+        const QRect target(QPoint(mark.left, mark.top), QPoint(mark.right - 1, mark.bottom - 1));
+        const QSize size = piece.half ? target.size() * 2 : target.size();
+        m_painter.setRenderHint(QPainter::SmoothPixmapTransform, piece.half);
+        m_painter.drawImage(target, m_sheets[static_cast<std::size_t>(piece.sheet)],
+                            QRect(QPoint(piece.x, piece.y), size));
+    }
+
 private:
     QPainter& m_painter;
     double m_penWidth;
+    std::array<QImage, 3> m_sheets = {KeptSheet(Sheet::Opaque), KeptSheet(Sheet::Alpha),
+                                      KeptSheet(Sheet::Keyed)};
     QFont m_font;
     QFontMetricsF m_metrics;
 };

@@ -2,6 +2,8 @@
 
 #include <random>
 
+#include <QtGui/QImage>
+
 namespace bench {
 
 const std::string_view kText = "The quick brown foxes";
@@ -36,6 +38,13 @@ Primitive Text() {
             }};
 }
 
+Primitive Blits(const std::string& name, int width, int height, const Piece& piece) {
+    constexpr int kCount = 1000;
+    return {"blit-" + name, kCount, [=, marks = Spread(kCount, width, height, 8)](Drawer& drawer) {
+                for (const Mark& mark : marks) drawer.Blit(mark, piece);
+            }};
+}
+
 // Half of them down, half across.
 std::vector<Mark> Lines() {
     std::vector<Mark> lines = Spread(500, 120, 0, 3);
@@ -56,7 +65,32 @@ std::vector<Primitive> Primitives() {
             Shapes("frame-60x40", &Drawer::Frame, 60, 40),
             Shapes("ellipse-40x30", &Drawer::Ellipse, 40, 30),
             Shapes("ellipse-200x150", &Drawer::Ellipse, 200, 150),
-            Text()};
+            Text(),
+            Blits("opaque-32x32", 32, 32, {Sheet::Opaque, 0, 0}),
+            Blits("opaque-200x150", 200, 150, {Sheet::Opaque, 0, 0}),
+            Blits("alpha-32x32", 32, 32, {Sheet::Alpha, 0, 0}),
+            Blits("alpha-200x150", 200, 150, {Sheet::Alpha, 0, 0}),
+            Blits("opaque-part-16x24", 16, 24, {Sheet::Opaque, 97, 211}),
+            Blits("alpha-part-16x24", 16, 24, {Sheet::Alpha, 97, 211}),
+            Blits("half-opaque-16x16", 16, 16, {Sheet::Opaque, 0, 0, true}),
+            Blits("half-opaque-100x75", 100, 75, {Sheet::Opaque, 0, 0, true}),
+            Blits("half-alpha-32x32", 32, 32, {Sheet::Alpha, 0, 0, true}),
+            Blits("keyed-32x32", 32, 32, {Sheet::Keyed, 0, 0}),
+            Blits("keyed-200x150", 200, 150, {Sheet::Keyed, 0, 0})};
+}
+
+QImage SheetPixels(Sheet sheet) {
+    const bool opaque = sheet == Sheet::Opaque;
+    QImage image(kSheetSize, kSheetSize,
+                 opaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < kSheetSize; ++y)
+        for (int x = 0; x < kSheetSize; ++x) {
+            const bool solid = opaque || (x / 4 + y / 4) % 4 != 0;
+            const QRgb color = qRgba(x & 255, y & 255, x * y & 255, solid ? 255 : x & 255);
+            const bool keyed = sheet == Sheet::Keyed && (x / 8 + y / 8) % 2;
+            image.setPixel(x, y, keyed ? 0xFF000000 | kKey : qPremultiply(color));
+        }
+    return image;
 }
 
 Scene WholePaint(Texts texts) {
