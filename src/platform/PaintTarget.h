@@ -112,7 +112,7 @@ private:
 
     void Begin();
     QPainter& Painter();
-    bool CopyDirectly(const QImage& image, const QRectF& target, const QRectF& source,
+    bool BlitDirectly(const QImage& image, const QRectF& target, const QRectF& source,
                       const PaintState& state) const;
     bool FillDirectly(const QRect& rect, QRgb color, const PaintState& state) const;
     bool FillDirectly(std::span<const QPointF> polygon, const QRectF& bounds, QRgb color,

@@ -3,9 +3,10 @@
 #include "platform/PaintTarget.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include <QtGui/QPaintEngine>
+
+#include "platform/blitRows.h"
 
 namespace vm {
 namespace {
@@ -21,16 +22,20 @@ bool ToWhole(const QRectF& rect, QRect& whole) {
            whole.height() == rect.height();
 }
 
-// `to` lies within `target`, `from` is where it comes from in `source`.
-void CopyPixels(const QImage& target, const QRect& to, const QImage& source, QPoint from) {
-    const qsizetype stride = target.bytesPerLine();
-    const qsizetype sourceStride = source.bytesPerLine();
-    const auto bytes = static_cast<std::size_t>(to.width()) * sizeof(QRgb);
-    // bits() might copy the pixels
-    auto* line = const_cast<uchar*>(target.constBits()) + to.y() * stride + to.x() * 4;
-    const uchar* sourceLine = source.constBits() + from.y() * sourceStride + from.x() * 4;
-    for (int y = 0; y < to.height(); ++y, line += stride, sourceLine += sourceStride)
-        std::memcpy(line, sourceLine, bytes);
+SourceRows RowsFrom(const QImage& image, QPoint first) {
+    const auto stride = static_cast<std::size_t>(image.bytesPerLine());
+    const SourceRows rows{image.constBits(), stride};
+    return {reinterpret_cast<const uchar*>(rows.Row(first.y()) + first.x()), stride};
+}
+
+PixelRows RowsFrom(const PixelRows& pixels, QPoint first) {
+    return {reinterpret_cast<uchar*>(pixels.Row(first.y()) + first.x()), pixels.stride};
+}
+
+// Much to blend is done sooner by the toolkit, which uses wider registers where there are some.
+bool IsForPainter(QSize size) {
+    constexpr int kMostPixels = 48 * 48;
+    return size.width() * size.height() > kMostPixels;
 }
 
 // `source` of the image with exactly the size that it will have on the device.
@@ -47,17 +52,22 @@ bool PaintTarget::IsPage() const {
     return engine && engine->type() == QPaintEngine::Pdf;
 }
 
-// An opaque image that keeps its size replaces the pixels under it.
-bool PaintTarget::CopyDirectly(const QImage& image, const QRectF& target, const QRectF& source,
+// Whole pixels at their own or half their size; what is cut off at the top left is cut off the source.
+bool PaintTarget::BlitDirectly(const QImage& image, const QRectF& target, const QRectF& source,
                                const PaintState& state) const {
-    if (!m_raster || image.format() != QImage::Format_RGB32 || state.alpha != 1 ||
-        !state.clip.IsRectangle())
-        return false;
+    const bool opaque = image.format() == QImage::Format_RGB32;
+    if (!m_raster || state.alpha != 1 || !state.clip.IsRectangle()) return false;
+    if (!opaque && image.format() != QImage::Format_ARGB32_Premultiplied) return false;
     QRect to, from;
-    if (!ToWhole(target, to) || !ToWhole(source, from) || to.size() != from.size()) return false;
+    if (!ToWhole(target, to) || !ToWhole(source, from)) return false;
+    const bool halved = from.width() == 2 * to.width() && from.height() == 2 * to.height();
+    if (!halved && to.size() != from.size()) return false;
     const QRect within = to & state.clip.rect & m_raster->rect();
-    if (!within.isEmpty())
-        CopyPixels(*m_raster, within, image, from.topLeft() + within.topLeft() - to.topLeft());
+    if (within.isEmpty()) return true;
+    if (!halved && !opaque && IsForPainter(within.size())) return false;
+    const QPoint first = from.topLeft() + (within.topLeft() - to.topLeft()) * (halved ? 2 : 1);
+    const auto blit = halved ? opaque ? HalveRows : BlendHalvedRows : opaque ? CopyRows : BlendRows;
+    blit(RowsFrom(Pixels(), within.topLeft()), RowsFrom(image, first), within.size());
     return true;
 }
 
@@ -72,7 +82,7 @@ void PaintTarget::DrawImage(const QImage& image, const QRectF& target, const QRe
     QPainter& painter = Painter();
     if (&image == painter.device())
         return DrawImage(image.copy(source.toRect()), target, {QPointF(), source.size()}, state);
-    if (CopyDirectly(image, target, source, state)) return;
+    if (BlitDirectly(image, target, source, state)) return;
     Prepare(target, {}, state);
     const QSizeF size = m_raster ? target.size() : painter.deviceTransform().mapRect(target).size();
     UseSmoothing(size != source.size());

@@ -1,5 +1,7 @@
 #include <vmcore/gdi/CDC.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <functional>
 
 #include <QtGui/QPainter>
@@ -42,15 +44,15 @@ QImage CheckerBoard(int width, int height) {
     return image;
 }
 
-// A device context on an image of 20 x 20 units at a device ratio.
+// A device context on an image.
 class Screen {
 public:
-    explicit Screen(double ratio)
-        : image(qRound(20 * ratio), qRound(20 * ratio), QImage::Format_ARGB32_Premultiplied) {
-        image.setDevicePixelRatio(ratio);
-        image.fill(Qt::transparent);
+    /// 20 x 20 units at a device ratio, transparent.
+    explicit Screen(double ratio) : Screen(Transparent(ratio)) {}
+    explicit Screen(const QImage& pixels) : image(pixels.copy()) {
         m_target = std::make_shared<vm::PaintTarget>(&image);
-        auto* context = vm::GraphicsContext::ForView(m_target, {}, QRegion(0, 0, 20, 20));
+        const QSize units = image.deviceIndependentSize().toSize();
+        auto* context = vm::GraphicsContext::ForView(m_target, {}, QRegion({{}, units}));
         dc.Attach(context);
         context->Release();
     }
@@ -63,8 +65,44 @@ public:
     CDC dc;
 
 private:
+    static QImage Transparent(double ratio) {
+        QImage image(qRound(20 * ratio), qRound(20 * ratio), QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(ratio);
+        image.fill(Qt::transparent);
+        return image;
+    }
+
     std::shared_ptr<vm::PaintTarget> m_target;
 };
+
+// Pixels of every alpha, and runs of opaque and of missing ones.
+QImage Translucent(int width, int height) {
+    QImage image(width, height, QImage::Format_ARGB32);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const int run = (x / 9 + y) % 3;
+            const int alpha = run == 0 ? 255 : run == 1 ? 0 : (7 * x + 31 * y) & 255;
+            image.setPixel(x, y, qRgba(5 * x & 255, 11 * y & 255, x * y & 255, alpha));
+        }
+    return image;
+}
+
+int WorstComponent(const QImage& a, const QImage& b) {
+    int worst = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x)
+            for (int shift = 0; shift < 32; shift += 8)
+                worst = std::max(worst, std::abs(static_cast<int>(a.pixel(x, y) >> shift & 255) -
+                                                 static_cast<int>(b.pixel(x, y) >> shift & 255)));
+    return worst;
+}
+
+QImage Ground(QImage::Format format) {
+    QImage image(80, 60, format);
+    for (int y = 0; y < 60; ++y)
+        for (int x = 0; x < 80; ++x) image.setPixel(x, y, qRgb(3 * x, 255 - 4 * y, 99));
+    return image;
+}
 
 } // namespace
 
@@ -261,6 +299,49 @@ TEST(Blits, CopiesLookAlikeUnderClipAlphaAndFormat) {
         painter.drawImage(8, 4, pixels);
         painter.end();
         EXPECT_EQ(canvas.Pixels(), plain);
+    }
+}
+
+// Small ones are blended without the painter; each must be the picture that it makes.
+TEST(Blits, BlendsAreThePaintersToTheLastBit) {
+    const QImage pixels = Translucent(90, 70);
+    Source source(pixels);
+    const QImage premultiplied = pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const QRect parts[] = {{0, 0, 32, 32},   {5, 7, 19, 3},  {40, 9, 1, 40},  {3, 3, 2, 2},
+                           {70, 50, 17, 20}, {0, 0, 90, 70}, {-4, -6, 30, 30}};
+    for (const auto format : {QImage::Format_ARGB32_Premultiplied, QImage::Format_RGB32}) {
+        for (const QRect& part : parts) {
+            SCOPED_TRACE(testing::Message() << part.x() << ',' << part.y() << ' ' << part.width());
+            Screen ours(Ground(format));
+            ours.dc.BitBlt(13, -2, part.width(), part.height(), &source.dc, part.x(), part.y(),
+                           SRCCOPY);
+            QImage painted = Ground(format);
+            QPainter(&painted).drawImage(QPoint(13, -2), premultiplied, part);
+            EXPECT_EQ(ours.image, painted);
+        }
+    }
+}
+
+// Halving goes past the painter too, which rounds means with alpha once more.
+TEST(Blits, HalvesAreThePaintersMeans) {
+    for (const QImage& pixels : {Translucent(80, 80), Gradient(80, 80)}) {
+        Source source(pixels);
+        const bool opaque = pixels.format() == QImage::Format_RGB32;
+        const QImage kept =
+            opaque ? pixels : pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+        for (const QRect& part : {QRect(0, 0, 80, 80), QRect(3, 4, 14, 30), QRect(78, 2, 2, 4)}) {
+            SCOPED_TRACE(testing::Message() << part.x() << ',' << part.y() << ' ' << part.width());
+            const QRect target(QPoint(-5, 7), part.size() / 2);
+            Screen ours(Ground(QImage::Format_RGB32));
+            ours.dc.BitBltX2(-5, 7, target.width(), target.height(), &source.dc, part.x(), part.y(),
+                             SRCCOPY);
+            QImage painted = Ground(QImage::Format_RGB32);
+            QPainter painter(&painted);
+            painter.setRenderHint(QPainter::SmoothPixmapTransform);
+            painter.drawImage(target, kept, part);
+            painter.end();
+            EXPECT_LE(WorstComponent(ours.image, painted), opaque ? 0 : 2);
+        }
     }
 }
 
