@@ -1,4 +1,4 @@
-// Cards of regions, and the place of the blits.
+// Cards of regions.
 #include "GalleryView.h"
 
 namespace {
@@ -72,12 +72,4 @@ void DrawCombinations(CDC& dc, const CRect& area) {
         dc.FillRgn(&both, i % 2 ? &yellow : &blue);
         Label(dc, x + 40, y + 56, modes[i].name);
     }
-}
-
-void DrawBlits(CDC& dc, const CRect& area) {
-    CBrush edge(kFaint);
-    dc.FrameRect(area, &edge);
-    dc.SetTextColor(kFaint);
-    CRect middle(area);
-    dc.DrawText("bitmaps and blits", -1, middle, DT_CENTER | DT_VCENTER);
 }
