@@ -5,7 +5,17 @@ namespace vm {
 namespace {
 
 // Beyond this the toolkit's coordinates run over.
-const QRectF kSafeArea(-32000, -32000, 64000, 64000);
+bool IsSafe(const QRectF& target) {
+    constexpr double kFarthest = 32000;
+    return target.left() >= -kFarthest && target.top() >= -kFarthest &&
+           target.right() <= kFarthest && target.bottom() <= kFarthest;
+}
+
+bool Overlap(const QRectF& target, const QRect& clip) {
+    return !clip.isEmpty() && target.left() < clip.left() + clip.width() &&
+           target.right() > clip.left() && target.top() < clip.top() + clip.height() &&
+           target.bottom() > clip.top();
+}
 
 // The part of `source` that comes to lie on `part` when all of it fills `whole`.
 QRectF PartOf(const QRectF& source, const QRectF& whole, const QRectF& part) {
@@ -30,10 +40,12 @@ void GraphicsContext::LetGoOfBitmap() {
 
 // Upright whatever the sign of the y scale: "move, flip, draw" and a plain draw are one copy.
 void GraphicsContext::DrawImage(const QImage& image, const QRectF& rect, const QRectF& source) {
-    const QRectF target = m_state.transform.mapRect(rect);
+    const QTransform& transform = m_state.transform;
+    const QRectF target =
+        OnlyMoves() ? rect.translated(transform.dx(), transform.dy()) : transform.mapRect(rect);
+    if (!Overlap(target, m_state.clip.rect) || source.isEmpty()) return;
+    if (IsSafe(target)) return m_target->DrawImage(image, target, source, Paint());
     const QRectF visible = target & QRectF(m_state.clip.rect);
-    if (visible.isEmpty() || source.isEmpty()) return;
-    if (kSafeArea.contains(target)) return m_target->DrawImage(image, target, source, Paint());
     m_target->DrawImage(image, visible, PartOf(source, target, visible), Paint());
 }
 

@@ -80,7 +80,7 @@ void PaintTarget::UseSmoothing(bool wanted) {
 void PaintTarget::DrawImage(const QImage& image, const QRectF& target, const QRectF& source,
                             const PaintState& state) {
     QPainter& painter = Painter();
-    if (&image == painter.device())
+    if (&image == m_device)
         return DrawImage(image.copy(source.toRect()), target, {QPointF(), source.size()}, state);
     if (BlitDirectly(image, target, source, state)) return;
     Prepare(target, {}, state);
