@@ -1,6 +1,6 @@
-// Images that keep their size or are halved, drawn straight into 32-bit pixels, row by row: the pixels
-// that the toolkit's painter would make, without what a call of it costs. Knows no toolkit state: the
-// caller has settled the clip.
+// Images that keep their size or are halved, drawn straight into 32-bit pixels, row by row: what the
+// toolkit's painter would make (halves to a level or two, because it rounds more often) without what a
+// call of it costs. Knows no toolkit state: the caller has settled the clip.
 #pragma once
 
 #include <QtCore/QSize>

