@@ -32,9 +32,9 @@ PixelRows RowsFrom(const PixelRows& pixels, QPoint first) {
     return {reinterpret_cast<uchar*>(pixels.Row(first.y()) + first.x()), pixels.stride};
 }
 
-// Much to blend is done sooner by the toolkit, which uses wider registers where there are some.
+// Where there is much to blend, what a call of the painter costs is nothing, and its loop is the best.
 bool IsForPainter(QSize size) {
-    constexpr int kMostPixels = 48 * 48;
+    constexpr int kMostPixels = 64 * 64;
     return size.width() * size.height() > kMostPixels;
 }
 
