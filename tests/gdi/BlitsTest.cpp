@@ -422,6 +422,15 @@ TEST(Blits, FarSmallerEveryPixelStillCounts) {
     EXPECT_NEAR(qRed(canvas.At(3, 0)), 255 / 10, 2);
 }
 
+TEST(BitBlt, ErasedPartOfAnOpaquePictureIsBlackNotAHole) {
+    Source source(Gradient(4, 4));
+    source.dc.EraseRect(CRect(1, 1, 3, 3));
+    Canvas canvas(4, 4);
+    EXPECT_EQ(canvas.dc.BitBlt(0, 0, 4, 4, &source.dc, 0, 0, 0), 1);
+    EXPECT_EQ(canvas.At(1, 1), 0xFF000000U);
+    EXPECT_EQ(canvas.At(0, 0), Gradient(4, 4).pixel(0, 0));
+}
+
 TEST(HighDensity, SameLayoutAndArtworkAtItsFullResolution) {
     const QImage artwork = CheckerBoard(16, 16);
     Source source(artwork);

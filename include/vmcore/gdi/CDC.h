@@ -181,7 +181,7 @@ public:
     /// Filled with the selected brush object (not with a stock brush), framed one pixel wide in the
     /// pen's colour whatever its width and style.
     void Rectangle(const tagRECT* rect);
-    void EraseRect(const tagRECT* rect);  ///< to transparent, not to the background colour
+    void EraseRect(const tagRECT* rect);  ///< to transparent, black where all is opaque
     void InvertRect(const tagRECT* rect); ///< no effect
     /// With a hollow brush filled with the fill colour that was used last.
     BOOL Ellipse(int left, int top, int right, int bottom);
