@@ -87,7 +87,7 @@ void PaintTarget::ClearPixels(const QRect& rect, const PaintState& state) {
     QPainter& painter = Painter();
     if (rect.isEmpty()) return;
     Prepare(rect, {}, {state.clip, 1});
-    if (IsPage()) return painter.fillRect(rect, Qt::white); // what shows through is the paper
+    if (IsPage()) return painter.fillRect(rect, Qt::white);     // what shows through is the paper
     if (m_raster && m_raster->format() == QImage::Format_RGB32) // its pixels must stay opaque
         return painter.fillRect(rect, Qt::black);
     painter.setCompositionMode(QPainter::CompositionMode_Clear);
