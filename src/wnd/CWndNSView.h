@@ -7,13 +7,14 @@
 
 #include <vmcore/core/types.h>
 
+#include "wnd/ControlActions.h"
 #include "wnd/viewEvents.h"
 
 class CWnd;
 class QAction;
 struct tagCREATESTRUCT;
 
-class CWndView : public QWidget {
+class CWndView : public QWidget, public vm::ControlActions {
 public:
     /// Frame and tag from the record, added to the record's parent view.
     CWndView(const tagCREATESTRUCT& cs, CWnd* wnd);
@@ -47,6 +48,8 @@ public:
     bool enabled = true; ///< when false, mouse, wheel and key events are ignored
 
 protected:
+    CWnd* ActionTarget() const override { return wnd; }
+    const char* ActionsName() const override { return "CWndNSView"; }
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

@@ -32,7 +32,8 @@ constexpr int kSettleSteps = 25;
 constexpr int kSettleStepsAgain = 6;
 
 Qt::WindowFlags FlagsOf(FrameStyle style, bool floating) {
-    Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+    Qt::WindowFlags flags = (style == FrameStyle::Dialog ? Qt::Dialog : Qt::Window) |
+                            Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                             Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
     if (style == FrameStyle::Decorated) flags |= Qt::WindowMinMaxButtonsHint;
     if (style == FrameStyle::FixedMinimisable) flags |= Qt::WindowMinimizeButtonHint;
@@ -119,6 +120,16 @@ void NativeWindow::ResizeFrame(const QSize& size) {
     if (isVisible()) Expect();
 }
 
+void NativeWindow::ResizeContent(const QSize& size) {
+    m_sizeAsked = false;
+    m_silent = true;
+    resize(size.width(), size.height() + MenuBarHeight());
+    PlaceContent();
+    m_silent = false;
+    m_frame.setSize(NativeFrame().size());
+    if (isVisible()) Expect();
+}
+
 void NativeWindow::ApplySize() {
     const QMargins margins = KnownMargins();
     m_margins = margins;
@@ -145,12 +156,7 @@ void NativeWindow::SetMenuBarShown(bool shown) {
         m_menuBar->deleteLater();
         m_menuBar = nullptr;
     }
-    m_silent = true;
-    resize(content.width(), content.height() + MenuBarHeight());
-    PlaceContent();
-    m_silent = false;
-    m_frame.setSize(NativeFrame().size());
-    if (isVisible()) Expect();
+    ResizeContent(content);
 }
 
 void NativeWindow::OrderFront(bool activate) {
@@ -169,7 +175,7 @@ void NativeWindow::Dispose() {
     m_closing = true;
     NativeApplication::Shared().RemoveWindow(this);
     DisposeOfView(this);
-    EndWithLastWindow();
+    if (m_endsProgram) EndWithLastWindow();
 }
 
 void NativeWindow::resizeEvent(QResizeEvent*) {
@@ -318,7 +324,7 @@ void NativeWindow::closeEvent(QCloseEvent* event) {
     });
     // Nobody could show or destroy a window without an object again.
     if (self && !m_closing && (!m_delegate || !m_delegate->wnd())) return Dispose();
-    EndWithLastWindow();
+    if (self && m_endsProgram) EndWithLastWindow();
 }
 
 CWndDelegate* DelegateOf(NSWindow* window) {

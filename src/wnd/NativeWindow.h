@@ -13,7 +13,7 @@ class QMenuBar;
 namespace vm {
 
 /// How the frame of a window looks and what its user may do.
-enum class FrameStyle { Decorated, Fixed, FixedMinimisable };
+enum class FrameStyle { Decorated, Fixed, FixedMinimisable, Dialog };
 
 class NativeWindow : public QWidget {
 public:
@@ -32,6 +32,12 @@ public:
     /// Moves or resizes the frame without a report: who asks sends the messages.
     void MoveFrame(const QPoint& topLeft);
     void ResizeFrame(const QSize& size);
+    /// The same with the size of the content, whatever the margins of the frame turn out to be.
+    void ResizeContent(const QSize& size);
+
+    /// Whether the program ends when this was its last window, as it does at first: a dialog's end
+    /// is not the program's.
+    void SetEndsProgram(bool ends) { m_endsProgram = ends; }
 
     /// Shows the application's main menu as this window's menu bar, or takes it away. The frame
     /// grows or shrinks by it; the content keeps its size.
@@ -79,6 +85,7 @@ private:
     bool m_silent = false; // inside a request of ours
     bool m_reportPending = false;
     bool m_closing = false;
+    bool m_endsProgram = true;
     bool m_isKey = false; // told that it has the focus, and not yet that it lost it
 };
 

@@ -10,7 +10,33 @@
 #include <vmcore/core/types.h>
 
 enum : UINT {
-    BM_SETCHECK = 101,    ///< wParam: check state
+    // To controls, through CWnd::SendDlgItemMessage.
+    BM_SETCHECK = 101,     ///< wParam: check state
+    BM_GETCHECK = 102,     ///< result: check state
+    BM_CLICK = 103,        ///< as a click of the mouse, WM_COMMAND included
+    LB_ADDSTRING = 110,    ///< lParam: text; result: index or LB_ERR, as for all of the group
+    LB_INSERTSTRING = 111, ///< wParam: index (-1: at the end), lParam: text
+    LB_DELETESTRING = 112, ///< wParam: index; result: how many are left
+    LB_RESETCONTENT = 113,
+    LB_GETCOUNT = 114,
+    LB_GETCURSEL = 115,
+    LB_SETCURSEL = 116,    ///< wParam: index, -1 for none
+    LB_GETTEXT = 117,      ///< wParam: index, lParam: buffer; result: length
+    LB_GETTEXTLEN = 118,   ///< wParam: index
+    LB_FINDSTRING = 119,   ///< wParam: index to start after (-1: at the top), lParam: prefix
+    LB_SELECTSTRING = 120, ///< the same, and selects it
+    CB_ADDSTRING = 130,    ///< as the list box messages
+    CB_INSERTSTRING = 131,
+    CB_DELETESTRING = 132,
+    CB_RESETCONTENT = 133,
+    CB_GETCOUNT = 134,
+    CB_GETCURSEL = 135,
+    CB_SETCURSEL = 136,
+    CB_GETLBTEXT = 137,
+    CB_GETLBTEXTLEN = 138,
+    CB_FINDSTRING = 139,
+    CB_SELECTSTRING = 140,
+    EM_LIMITTEXT = 150,   ///< reported as needing an edit control's own object, then forwarded
     WM_SETTEXT = 200,     ///< lParam: text
     WM_GETTEXT = 201,     ///< wParam: buffer size, lParam: buffer
     WM_COMMAND = 202,     ///< wParam: command ID, lParam: the control's handle or 0
@@ -43,6 +69,7 @@ enum : UINT {
     WM_GETMINMAXINFO = 250,   ///< lParam: MINMAXINFO; answer 1 when it was filled
     WM_UPDATECOMMANDUI = 251, ///< wParam: command ID, lParam: CCmdUI
     WM_EXITMENULOOP = 252,
+    WM_PARENTNOTIFY = 255, ///< wParam: the message of the press in a child, lParam: packed point
     WM_MOUSEMOVE = 260,
     WM_MOUSEWHEEL = 261, ///< wParam: MAKELONG(key state, delta)
     WM_MOUSELEAVE = 262,
@@ -55,6 +82,31 @@ enum : UINT {
     WM_USER = 1024,         ///< hosts number their own messages from here
     WM_QUERYCLOSE = 0x8069, ///< answer 0 to allow the close, anything else refuses it
     WM_APP = 0x9000,        ///< a second free range, above WM_QUERYCLOSE
+};
+
+constexpr int LB_ERR = -1;
+constexpr int CB_ERR = -1;
+
+/// What a control reports, in the high word of WM_COMMAND's wParam; its tag is in the low word and
+/// its handle in lParam. Only what a person does is reported, never what the host sets.
+enum : int {
+    EN_KILLFOCUS = 0x1, ///< editing ended: Return, or the focus left after a change
+    EN_SETFOCUS = 0x2,  ///< editing begins
+    EN_CHANGE = 0x4,    ///< the text changed: after EN_UPDATE
+    EN_UPDATE = 0x5,
+    BN_CLICKED = 0x66,    ///< push buttons, check boxes, radio buttons
+    CBN_SELCHANGE = 0x74, ///< an entry of a combo box was chosen
+    LBN_SELCHANGE = 0x140 ///< the selection of a list
+};
+
+/// The code of WM_NOTIFY's NMHDR when another tab was chosen.
+constexpr int TCN_SELCHANGE = 1;
+
+/// The low word of WM_HSCROLL and WM_VSCROLL.
+enum : int {
+    SB_LINEDOWN = 1,   ///< the area of a scroll bar after its knob
+    SB_PAGEDOWN = 3,   ///< the area before its knob
+    SB_THUMBTRACK = 5, ///< the position is in the high word: scroll bars and sliders
 };
 
 /// Command IDs that the application sends by itself.

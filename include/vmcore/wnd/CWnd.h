@@ -121,6 +121,21 @@ enum : UINT {
     MK_CONTROL = 0x40, ///< the control key (Super on the keyboard)
 };
 
+/// What a view made by Create is to a screen reader. The numbers are those of the desktop's
+/// accessibility interface (AT-SPI).
+enum AccessibleRole : UINT {
+    ACCESSIBLE_PANEL = 39, ///< the default: a group of controls
+    ACCESSIBLE_BUTTON = 43,
+    ACCESSIBLE_LABEL = 29,
+    ACCESSIBLE_TEXT = 61,
+    ACCESSIBLE_TABLE = 55,
+    ACCESSIBLE_LIST = 31,
+    ACCESSIBLE_SLIDER = 51,
+    ACCESSIBLE_PICTURE = 26, ///< what is drawn and has no better name
+    ACCESSIBLE_TOOLBAR = 63,
+    ACCESSIBLE_STATUSBAR = 54,
+};
+
 class VM_API CWnd {
 public:
     CWnd();
@@ -180,6 +195,8 @@ public:
     static CWnd* getLastCreatedCWnd();
     bool VerifyWindow() const;
     LRESULT VerifyWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+    void setAutorelease(); ///< the view is freed when control is back in the event loop
+    void setCallOnDealloc(bool notice); ///< a view made by Create sends WM_CLOSE when it is freed
 
     // Tree.
     CWnd* GetParent();
@@ -187,6 +204,10 @@ public:
     CWnd* GetParentFrame() const;
     HWND GetFrameWnd() const;
     static CWnd* GetActiveWindow();
+    CWnd* GetWindow(UINT which); ///< 0: the first child that has an object; null for the rest
+    CWnd* GetDesktopWindow() const { return nullptr; }
+    /// Not needed here: a message box says so; 0xFFFFFFFF.
+    static UINT CreateUniqueID(CWnd* window, int first);
     /// Never null once a view exists: an unregistered or missing item comes back as the scratch
     /// window, valid until the next call. Test the result's view.
     CWnd* GetDlgItem(int id);
@@ -206,6 +227,12 @@ public:
     void SetDlgItemText(int id, const char* text);
     UINT GetDlgItemInt(int id, BOOL* ok = nullptr, BOOL isSigned = TRUE);
     void SetDlgItemInt(int id, UINT value, BOOL isSigned = TRUE);
+    void CheckDlgButton(int id, UINT state);
+    UINT IsDlgButtonChecked(int id); ///< 0 when absent
+    /// WM_SETTEXT (1), WM_GETTEXT (the length of the whole text) and the BM_, LB_ and CB_ groups act
+    /// on the control; 0 without it. Any other message is reported in a message box that names the
+    /// item, and forwarded to the WindowProc of the item's object.
+    LRESULT SendDlgItemMessage(int id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
     // Style, visibility, state.
     DWORD GetStyle() const { return style; }
@@ -218,7 +245,8 @@ public:
     BOOL IsIconic() const { return FALSE; }
     BOOL IsZoomed() const { return FALSE; }
     void BringWindowToTop();
-    CWnd* SetActiveWindow(); ///< always null
+    CWnd* SetActiveWindow();                  ///< always null
+    void DragAcceptFiles(BOOL accept = TRUE); ///< WM_DROPFILES arrives only after this
 
     // Geometry: top-down screen or client coordinates, in pixels.
     void GetWindowRect(RECT* rect) const;
@@ -230,6 +258,22 @@ public:
     void ClientToScreen(RECT* rect) const;
     void ScreenToClient(POINT* point) const;
     void ScreenToClient(RECT* rect) const;
+    /// The deepest view with an object at a client point, null outside of this window.
+    CWnd* ChildWindowFromPoint(POINT point) const;
+    CWnd* ChildWindowFromPoint(POINT point, UINT flags) const; ///< the flags are ignored
+    static CWnd* WindowFromPoint(POINT point); ///< the same at a point of the screen, in any window
+    void setFlipped(bool flag);                ///< views made by Create; positions stay top-down
+    /// Everything in the view is drawn `scale` times as large, and positions and sizes are in the
+    /// units of the host: GetClientRect, mouse messages, painting. Child views are not scaled.
+    void SetWindowScaling(float scale);
+    float GetBackingScaleFactor() const; ///< device pixels in one pixel; 1.0 without a window
+    /// The bars of WS_VSCROLL and WS_HSCROLL: 15 pixels at the right and the bottom, taken off the
+    /// client area. Create calls these.
+    void CreateVScroll();
+    void CreateHScroll();
+    void CreateVHScrollFill();
+    void SetScrollRange(BOOL vertical, int lowest, int highest);
+    void SetScrollPos(BOOL vertical, int position); ///< moves the knob; sends nothing
 
     // Painting. What lasts is painted in WM_PAINT: see CPaintDC.
     void Invalidate(BOOL erase = TRUE);
@@ -237,6 +281,7 @@ public:
     BOOL UpdateWindow();
     BOOL RedrawWindow(const RECT* rect = nullptr, CRgn* region = nullptr, UINT flags = 0);
     void SetRedraw(BOOL redraw = TRUE);
+    BOOL NeedsToDrawRect(CGRect rect) const;             ///< in the region being painted
     HDC GetPaintContext() const { return paintContext; } ///< null outside WM_PAINT
     /// For drawing at any time, in client coordinates, onto what the window shows: it stays until the
     /// area is painted next. Null while the window is not on the screen. Give it to ReleaseDC before
@@ -251,6 +296,16 @@ public:
     static CWnd* GetFocus();
     CWnd* SetCapture();
     static CWnd* GetCaptureWnd();
+
+    // Tooltips. All tooltips of one window show the text that was given last.
+    /// The tag for removeTooltip, or -1 for a null argument or a text that cannot be shown.
+    int addTooltip(const CRect* rect, const char* text);
+    void removeTooltip(int tag); ///< nothing for a negative one
+    void removeAllTooltips();
+
+    // For people who use a screen reader. Both may be set before the view exists.
+    void SetAccessibleName(const char* name); ///< empty: the window text
+    void SetAccessibleRole(UINT role);        ///< AccessibleRole
 
     // Timers: repeating, in milliseconds, on the calling thread's loop.
     /// Non-zero on success: the low half of the timer object's address, not the ID. IDs need not be
@@ -375,6 +430,9 @@ protected:
 VM_API NSWindow* CreateLWindow(CREATESTRUCT* cs, CWnd* wnd);
 
 // The same operations on bare handles. A null handle gives FALSE, 0 or null.
+/// A window's title or a control's text, as CWnd::GetWindowText; any other view is reported in a
+/// message box and gives 0.
+VM_API int GetWindowText(HWND window, char* text, int size);
 VM_API HWND GetParent(HWND window);
 VM_API BOOL IsChild(HWND parent, HWND child);
 VM_API void GetWindowRect(HWND window, RECT* rect);
