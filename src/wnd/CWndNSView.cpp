@@ -48,6 +48,7 @@ CWndView::~CWndView() {
 }
 
 void CWndView::Initialise() {
+    vm::WatchView(this); // so that nobody has to look for it among all views
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
 }

@@ -56,6 +56,7 @@ void EndWithLastWindow() {
 
 NativeWindow::NativeWindow(const QRect& content, FrameStyle style, bool floating)
     : QWidget(nullptr, FlagsOf(style, floating)), m_content(new QWidget(this)), m_frame(content) {
+    WatchView(m_content);
     setGeometry(content);
     m_content->setGeometry(0, 0, content.width(), content.height());
     NativeApplication::Shared().AddWindow(this);
