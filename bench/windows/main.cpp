@@ -22,7 +22,6 @@ void Settle() {
 // bench_windows [controls|children|dialog|menu|start]
 int main(int argc, char** argv) {
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
     QApplication application(argc, argv);
     CWinApp app;
     const std::string folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
