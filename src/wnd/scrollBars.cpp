@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <utility>
 
 #include <QtCore/QEvent>
 #include <QtCore/QPointer>
@@ -39,6 +41,16 @@ public:
     }
 
 protected:
+    // The object is told when the toolkit is through with the event: it may free the bar.
+    bool event(QEvent* event) override {
+        const QPointer<WindowScrollBar> self = this;
+        const bool outer = std::exchange(m_inEvent, true);
+        const bool handled = QScrollBar::event(event);
+        m_inEvent = outer;
+        if (m_used && !m_inEvent) Tell(*std::exchange(m_used, std::nullopt));
+        return handled || !self;
+    }
+
     CWnd* ActionTarget() const override {
         if (const auto* own = dynamic_cast<CWndView*>(parentWidget())) return own->wnd;
         return GetControlReference(parentWidget());
@@ -59,6 +71,13 @@ private:
             setValue(sliderPosition());
         else
             setSliderPosition(value());
+        if (m_inEvent)
+            m_used = part;
+        else
+            Tell(part);
+    }
+
+    void Tell(ScrollPart part) {
         AtEventBoundary([&] { onScroll(this, part); });
     }
 
@@ -75,6 +94,9 @@ private:
             return ScrollPart::Knob;
         }
     }
+
+    bool m_inEvent = false;
+    std::optional<ScrollPart> m_used;
 };
 
 bool IsShown(HWND bar) {

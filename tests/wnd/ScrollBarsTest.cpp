@@ -1,4 +1,5 @@
 #include <QtCore/QPointer>
+#include <QtCore/QTimer>
 #include <QtTest/QTest>
 #include <QtWidgets/QScrollBar>
 
@@ -181,4 +182,16 @@ TEST_F(ScrollBars, GoWithTheWindowAlsoInsideTheirOwnMessage) {
     RunFor(std::chrono::milliseconds(1));
     EXPECT_FALSE(vertical);
     EXPECT_FALSE(view);
+}
+
+TEST_F(ScrollBars, MayGoInALoopInsideTheirOwnMessage) {
+    const QPointer<QScrollBar> bar = &Bar(true);
+    wnd.on[WM_VSCROLL] = [&](WPARAM, LPARAM) {
+        QTimer::singleShot(0, [&] { wnd.DestroyWindow(); }); // while a question to the user is up
+        EXPECT_TRUE(RunUntil([&] { return !bar; }));
+        return 1;
+    };
+    QTimer::singleShot(0, bar,
+                       [&] { QTest::mouseClick(bar, Qt::LeftButton, {}, PlaceOn(*bar, 0.75)); });
+    EXPECT_TRUE(RunUntil([&] { return !wnd.view; }));
 }
