@@ -31,6 +31,7 @@ int main(int argc, char** argv) {
     } parts[] = {
         {"controls", bench::BenchWindowWithControls},
         {"children", bench::BenchManyChildren},
+        {"dialog", bench::BenchDialog},
         {"menu", bench::BenchMenu},
         {"start", [&] { bench::BenchStart(folder.c_str()); }},
     };

@@ -61,6 +61,8 @@ int HexPane::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
     case WM_LBUTTONDOWN:
         SetFocus();
         return 1;
+    case WM_CONTEXTMENU: // the window knows the commands
+        return parentWnd->SendMessage(WM_CONTEXTMENU, wParam, lParam) != 0;
     case WM_KEYDOWN:
         return OnKey(wParam) ? 1 : CWnd::MessageMap(message, wParam, lParam);
     case WM_MOUSEWHEEL: {
