@@ -1,4 +1,7 @@
-// Dialogs. What there is of them so far comes with the application header.
+// Dialogs.
 #pragma once
 
 #include <vmcore/app/messages.h>
+#include <vmcore/dialogs/CDialog.h>
+#include <vmcore/dialogs/dataExchange.h>
+#include <vmcore/dialogs/walkViews.h>

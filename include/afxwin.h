@@ -16,6 +16,9 @@
 #include <vmcore/core/geometry.h>
 #include <vmcore/core/strings.h>
 #include <vmcore/core/types.h>
+#include <vmcore/dialogs/CDialog.h>
+#include <vmcore/dialogs/dataExchange.h>
+#include <vmcore/dialogs/walkViews.h>
 #include <vmcore/files/CFile.h>
 #include <vmcore/files/fileapi.h>
 #include <vmcore/files/library.h>

@@ -28,4 +28,18 @@ struct AppState {
 
 AppState& App();
 
+/// Switches the resource handle, to the library's instance for a null one, and back at its end.
+class ResourceHandleScope {
+public:
+    explicit ResourceHandleScope(void* handle) : m_before(App().curResFile) {
+        App().curResFile = handle ? handle : App().hInstance;
+    }
+    ~ResourceHandleScope() { App().curResFile = m_before; }
+    ResourceHandleScope(const ResourceHandleScope&) = delete;
+    ResourceHandleScope& operator=(const ResourceHandleScope&) = delete;
+
+private:
+    void* m_before;
+};
+
 } // namespace vm

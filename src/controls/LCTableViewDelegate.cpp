@@ -4,7 +4,6 @@
 
 #include <QtWidgets/QTableView>
 
-#include <vmcore/app/CWinApp.h>
 #include <vmcore/controls/CListCtrl.h>
 
 #include "app/appState.h"
@@ -14,24 +13,6 @@
 BYTE calledDoubleClick = 0;
 
 namespace vm {
-namespace {
-
-// The resource handle of a window, for as long as its parent is told something.
-class ResourceHandleOf {
-public:
-    explicit ResourceHandleOf(const CWnd& wnd) : m_before(AfxGetResourceHandle()) {
-        AfxSetResourceHandle(wnd.resourceBundle ? wnd.resourceBundle : App().hInstance);
-    }
-    ~ResourceHandleOf() { AfxSetResourceHandle(m_before); }
-    ResourceHandleOf(const ResourceHandleOf&) = delete;
-    ResourceHandleOf& operator=(const ResourceHandleOf&) = delete;
-
-private:
-    void* m_before;
-};
-
-} // namespace
-
 ListState& Lists() {
     static auto* const s_state = new ListState;
     return *s_state;
@@ -103,6 +84,6 @@ void LCTableViewDelegate::Notify(UINT code) {
     record.iItem = row;
     const auto index = static_cast<std::size_t>(row);
     record.lParam = row >= 0 && index < data.size() ? data[index] : 0;
-    const vm::ResourceHandleOf resources(*list);
+    const vm::ResourceHandleScope resources(list->resourceBundle);
     parent->WindowProc(WM_NOTIFY, record.hdr.idFrom, reinterpret_cast<LPARAM>(&record));
 }

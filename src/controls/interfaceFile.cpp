@@ -5,27 +5,34 @@
 #include <iterator>
 #include <map>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include <QtCore/QBuffer>
 #include <QtCore/QPointer>
+#include <QtCore/QXmlStreamReader>
 #include <QtUiTools/QUiLoader>
+#include <QtWidgets/QWidget>
 
 #include "app/appState.h"
 #include "core/log.h"
 #include "platform/bundle.h"
-#include "wnd/views.h"
+#include "platform/mainqueue.h"
+#include "wnd/tagTable.h"
 
 namespace fs = std::filesystem;
 
 namespace vm {
 namespace {
 
+constexpr std::uintmax_t kLargestFile = 4 * 1024 * 1024;
+constexpr int kDeepestNesting = 64; // the toolkit's loader recurses
+
 struct CachedFile {
     fs::file_time_type modified;
+    std::string problem; // empty for a file that may be loaded
     QByteArray bytes;
 };
-
-using TagTable = std::unordered_map<int, QPointer<QWidget>>;
 
 // The loader of the process, with the classes of the load that runs.
 class Loader : public QUiLoader {
@@ -43,15 +50,19 @@ public:
 
     QWidget* createWidget(const QString& className, QWidget* parent, const QString& name) override {
         QWidget* widget = Replacement(className, parent);
-        if (!widget) return QUiLoader::createWidget(className, parent, name);
-        widget->setObjectName(name);
+        if (widget)
+            widget->setObjectName(name);
+        else
+            widget = QUiLoader::createWidget(className, parent, name);
+        if (widget && m_classes->made) m_classes->made(widget);
         return widget;
     }
 
 private:
     QWidget* Replacement(const QString& className, QWidget* parent) {
         const bool isRoot = !std::exchange(m_hasRoot, true);
-        QWidget* root = isRoot && m_classes->makeRoot ? m_classes->makeRoot(parent) : nullptr;
+        QWidget* root =
+            isRoot && m_classes->makeRoot ? m_classes->makeRoot(className, parent) : nullptr;
         if (root) return root;
         return m_classes->makeWidget ? m_classes->makeWidget(className, parent) : nullptr;
     }
@@ -77,47 +88,77 @@ std::unordered_map<std::string, CachedFile>& Cache() {
     return *s_cache;
 }
 
-std::unordered_map<const QObject*, TagTable>& TagTables() {
-    static auto* const s_tables = new std::unordered_map<const QObject*, TagTable>;
-    return *s_tables;
-}
-
 void LogWhy(const std::string& path, const std::string& why) {
     Log(LogModule::Controls, "interface file %s: %s", path.c_str(), why.c_str());
 }
 
-// The file's bytes, read again only when the file has changed; null when it cannot be read.
+std::string ProblemOf(const QByteArray& bytes) {
+    QXmlStreamReader reader(bytes);
+    int depth = 0;
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.isStartElement() && ++depth > kDeepestNesting)
+            return Format("line %d: nested too deeply", static_cast<int>(reader.lineNumber()));
+        if (reader.isEndElement()) --depth;
+    }
+    if (!reader.hasError()) return {};
+    return Format("line %d: %s", static_cast<int>(reader.lineNumber()),
+                  qPrintable(reader.errorString()));
+}
+
+CachedFile ReadFile(const std::string& path, fs::file_time_type modified) {
+    std::error_code error;
+    if (!fs::is_regular_file(path, error)) return {modified, "not a regular file", {}};
+    if (fs::file_size(path, error) > kLargestFile) return {modified, "larger than 4 MB", {}};
+    std::ifstream file(path, std::ios::binary);
+    const std::string bytes(std::istreambuf_iterator<char>(file), {});
+    if (!file) return {modified, "it cannot be read", {}};
+    QByteArray content = QByteArray::fromStdString(bytes);
+    std::string problem = ProblemOf(content);
+    return {modified, std::move(problem), std::move(content)};
+}
+
+// The file's bytes, read and looked over again only when the file has changed; null, with a log
+// line, when it may not be loaded.
 const QByteArray* FileBytes(const std::string& path) {
     std::error_code error;
     const fs::file_time_type modified = fs::last_write_time(path, error);
     if (error) return LogWhy(path, error.message()), nullptr;
     CachedFile& cached = Cache()[path];
-    if (cached.modified == modified && !cached.bytes.isEmpty()) return &cached.bytes;
-    std::ifstream file(path, std::ios::binary);
-    const std::string bytes(std::istreambuf_iterator<char>(file), {});
-    if (!file) return LogWhy(path, "it cannot be read"), nullptr;
-    cached = {modified, QByteArray::fromStdString(bytes)};
+    if (cached.modified != modified || cached.bytes.isEmpty()) cached = ReadFile(path, modified);
+    if (!cached.problem.empty()) return LogWhy(path, cached.problem), nullptr;
     return &cached.bytes;
-}
-
-void CollectTags(const QWidget* parent, TagTable& tags) {
-    for (QObject* child : parent->children()) {
-        if (!child->isWidgetType()) continue;
-        auto* view = static_cast<QWidget*>(child);
-        const QVariant tag = view->property(kTagProperty);
-        if (tag.isValid()) tags.try_emplace(tag.toInt(), view);
-        CollectTags(view, tags);
-    }
-}
-
-void RecordTags(QWidget* root) {
-    CollectTags(root, TagTables()[root]);
-    QObject::connect(root, &QObject::destroyed, [root] { TagTables().erase(root); });
 }
 
 std::string OneLine(const QString& text) {
     return text.simplified().toStdString();
 }
+
+// What the toolkit prints on the main thread while it loads a file is collected in its place.
+class ToolkitWarnings {
+public:
+    ToolkitWarnings() {
+        s_lines = &m_lines;
+        s_before = qInstallMessageHandler(Collect);
+    }
+    ~ToolkitWarnings() { qInstallMessageHandler(s_before); }
+    ToolkitWarnings(const ToolkitWarnings&) = delete;
+    ToolkitWarnings& operator=(const ToolkitWarnings&) = delete;
+
+    const std::vector<std::string>& Lines() const { return m_lines; }
+
+private:
+    static void Collect(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+        if (type != QtFatalMsg && IsMainThread())
+            s_lines->push_back(OneLine(text));
+        else if (s_before)
+            s_before(type, context, text);
+    }
+
+    static inline std::vector<std::string>* s_lines = nullptr;
+    static inline QtMessageHandler s_before = nullptr;
+    std::vector<std::string> m_lines;
+};
 
 } // namespace
 
@@ -139,9 +180,16 @@ QWidget* LoadInterfaceFile(const std::string& name, QWidget* parent,
     const std::string path = InterfaceFilePath(name);
     const QByteArray* bytes = FileBytes(path);
     if (!bytes) return nullptr;
-    QWidget* root = ProcessLoader().Load(*bytes, parent, classes);
+    QWidget* root = nullptr;
+    std::vector<std::string> warnings;
+    {
+        const ToolkitWarnings collected;
+        root = ProcessLoader().Load(*bytes, parent, classes);
+        warnings = collected.Lines();
+    }
     if (!root) return LogWhy(path, OneLine(ProcessLoader().errorString())), nullptr;
-    RecordTags(root);
+    for (const std::string& warning : warnings) LogWhy(path, warning);
+    KeepTagTable(root);
     return root;
 }
 
@@ -152,11 +200,8 @@ bool LoadInterfaceFile(void* owner, const std::string& name) {
     return root != nullptr;
 }
 
-QWidget* InterfaceView(const QWidget* root, int tag) {
-    const auto table = TagTables().find(root);
-    if (table == TagTables().end()) return nullptr;
-    const auto found = table->second.find(tag);
-    return found == table->second.end() ? nullptr : found->second.data();
+void LogAboutInterfaceFile(const std::string& name, const std::string& why) {
+    LogWhy(InterfaceFilePath(name), why);
 }
 
 } // namespace vm

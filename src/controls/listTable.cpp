@@ -10,6 +10,7 @@
 
 #include "core/macroman.h"
 #include "platform/eventboundary.h"
+#include "wnd/controlWiring.h"
 #include "wnd/views.h"
 
 namespace vm {
@@ -88,6 +89,7 @@ std::vector<std::pair<int, int>> MergedRanges(const QItemSelection& selection) {
 
 ListTable::ListTable(QTableView* view) : QAbstractTableModel(view), m_view(view), m_rows(*this) {
     view->setModel(this);
+    view->setProperty(kReportsItselfProperty, true);
     view->setColumnHidden(0, true);
     SetUpHeader(view->horizontalHeader(), this);
     SetUpRows(view);

@@ -14,9 +14,12 @@
 
 #include "core/log.h"
 #include "platform/mainqueue.h"
+#include "platform/runloop.h"
 
 namespace vm {
 namespace {
+
+constexpr UINT kErrorStyle = 0x10; // OK, and the icon of an error
 
 struct BoxButton {
     QMessageBox::StandardButton button;
@@ -65,7 +68,7 @@ MessageBoxHandler& Handler() {
 
 bool Unattended() {
     const char* setting = std::getenv("VMCORE_MESSAGEBOX");
-    return (setting && std::strcmp(setting, "log") == 0) ||
+    return LoopsAreEnding() || (setting && std::strcmp(setting, "log") == 0) ||
            !qobject_cast<QApplication*>(QCoreApplication::instance());
 }
 
@@ -75,29 +78,40 @@ QWidget* LiveOwner(HWND owner) {
     return nullptr;
 }
 
-int ShowNative(HWND owner, const QString& text, const QString& caption, UINT style) {
-    // An owner that is freed while the box is open takes the box with it.
-    const QPointer<QMessageBox> box(new QMessageBox(LiveOwner(owner)));
-    box->setIcon(IconOf(style));
-    box->setWindowTitle(caption);
-    box->setText(text);
-    box->setTextFormat(Qt::PlainText);
-    for (const BoxButton& entry : ButtonsOf(style)) box->addButton(entry.button);
-    box->setDefaultButton(DefaultButton(style).button);
-    const int pressed = box->exec();
-    delete box.data();
-    for (const BoxButton& entry : ButtonsOf(style))
-        if (entry.button == pressed) return entry.answer;
-    return ButtonsOf(style).back().answer; // closed without a choice
-}
-
 struct BoxRequest {
     HWND owner;
     const char* text;
     const char* caption;
     UINT style;
+    bool captionIsReason;
     int answer;
 };
+
+void Fill(QMessageBox& box, const BoxRequest& request) {
+    box.setIcon(IconOf(request.style));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(QString::fromUtf8(request.text));
+    if (request.captionIsReason)
+        box.setInformativeText(QString::fromUtf8(request.caption));
+    else
+        box.setWindowTitle(QString::fromUtf8(request.caption));
+    for (const BoxButton& entry : ButtonsOf(request.style)) box.addButton(entry.button);
+    box.setDefaultButton(DefaultButton(request.style).button);
+}
+
+int ShowNative(const BoxRequest& request) {
+    // An owner that is freed while the box is open takes the box with it.
+    const QPointer<QMessageBox> box(new QMessageBox(LiveOwner(request.owner)));
+    Fill(*box, request);
+    const ClosedWithLoops closed([box] {
+        if (box) box->reject();
+    });
+    const int pressed = box->exec();
+    delete box.data();
+    for (const BoxButton& entry : ButtonsOf(request.style))
+        if (entry.button == pressed) return entry.answer;
+    return ButtonsOf(request.style).back().answer; // closed without a choice
+}
 
 void AnswerRequest(void* argument) {
     auto* request = static_cast<BoxRequest*>(argument);
@@ -107,9 +121,16 @@ void AnswerRequest(void* argument) {
         Log(LogModule::Platform, "%s: %s", request->caption, request->text);
         request->answer = DefaultAnswer(request->style);
     } else {
-        request->answer = ShowNative(request->owner, QString::fromUtf8(request->text),
-                                     QString::fromUtf8(request->caption), request->style);
+        request->answer = ShowNative(*request);
     }
+}
+
+int Answer(BoxRequest request) {
+    if (!QCoreApplication::instance())
+        AnswerRequest(&request); // nothing could carry the call
+    else
+        CallOnMain({AnswerRequest, nullptr, &request});
+    return request.answer;
 }
 
 struct DelayedBox {
@@ -146,12 +167,11 @@ int ShowMessageBox(HWND owner, const char* text, const char* caption, UINT style
         t_delayed->push_back({owner, text ? text : "", caption ? caption : "", style});
         return DefaultAnswer(style);
     }
-    BoxRequest request{owner, text ? text : "", caption ? caption : "", style, 0};
-    if (!QCoreApplication::instance())
-        AnswerRequest(&request); // nothing could carry the call
-    else
-        CallOnMain({AnswerRequest, nullptr, &request});
-    return request.answer;
+    return Answer({owner, text ? text : "", caption ? caption : "", style, false, 0});
+}
+
+void ShowAlert(const char* message, const char* reason) {
+    Answer({nullptr, message, reason, kErrorStyle, true, 0});
 }
 
 MessageBoxHandler SetMessageBoxHandler(MessageBoxHandler handler) {

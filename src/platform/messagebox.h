@@ -1,5 +1,6 @@
 // The one outlet of message boxes: a QMessageBox on the main thread, the log
-// (VMCORE_MESSAGEBOX=log, or no application object), or a test's recorder.
+// (VMCORE_MESSAGEBOX=log, no application object, or an application that is ending), or a test's
+// recorder. A box that is open when the application ends is closed.
 #pragma once
 
 #include <functional>
@@ -11,6 +12,9 @@ namespace vm {
 /// Shows the box and returns the Win32 answer (IDOK and so on). `style` is the Win32 style word:
 /// buttons, icon, default button. A worker's call is carried to the main thread and waits.
 int ShowMessageBox(HWND owner, const char* text, const char* caption, UINT style);
+
+/// Shows an error with its reason in smaller type below. A handler is given the reason as caption.
+void ShowAlert(const char* message, const char* reason);
 
 /// The answer that the style word's default button gives.
 int DefaultAnswer(UINT style);

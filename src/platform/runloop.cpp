@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <thread>
+#include <utility>
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEventLoop>
@@ -25,23 +26,26 @@ struct Running {
 };
 
 thread_local Running* s_innermost = nullptr;
-
-Running::Running(bool timed) : endsByItself(timed), outer(s_innermost) {
-    s_innermost = this;
-}
-Running::~Running() {
-    s_innermost = outer;
-}
+thread_local ClosedWithLoops* s_innermostClosed = nullptr;
+thread_local bool s_ending = false;
 
 Running* FirstToBeEnded(Running* running) {
     while (running && running->endsByItself) running = running->outer;
     return running;
 }
 
+Running::Running(bool timed) : endsByItself(timed), outer(s_innermost) {
+    s_innermost = this;
+}
+Running::~Running() {
+    s_innermost = outer;
+    if (!FirstToBeEnded(outer)) s_ending = false;
+}
+
 } // namespace
 
 void RunLoop(const std::function<bool()>& ended) {
-    if (!QCoreApplication::instance() || (ended && ended())) return;
+    if (!QCoreApplication::instance() || s_ending || (ended && ended())) return;
     {
         Running running(false);
         running.loop.exec();
@@ -58,9 +62,40 @@ void EndLoopForException() {
 }
 
 void EndAllLoops() {
+    s_ending = FirstToBeEnded(s_innermost) != nullptr;
+    for (ClosedWithLoops* closed = s_innermostClosed; closed; closed = closed->m_outer)
+        closed->m_close();
     for (Running* running = FirstToBeEnded(s_innermost); running;
          running = FirstToBeEnded(running->outer))
         running->loop.exit();
+}
+
+bool LoopsAreEnding() {
+    return s_ending;
+}
+
+void ModalLoop::Run() {
+    if (!QCoreApplication::instance() || s_ending || m_ended) return;
+    {
+        Running running(false);
+        m_running = &running.loop;
+        running.loop.exec();
+        m_running = nullptr;
+    }
+    RethrowKept();
+}
+
+void ModalLoop::End() {
+    m_ended = true;
+    if (m_running) m_running->exit();
+}
+
+ClosedWithLoops::ClosedWithLoops(std::function<void()> close)
+    : m_close(std::move(close)), m_outer(s_innermostClosed) {
+    s_innermostClosed = this;
+}
+ClosedWithLoops::~ClosedWithLoops() {
+    s_innermostClosed = m_outer;
 }
 
 int RunningLoops() {

@@ -1,5 +1,6 @@
-// Window text and the texts and numbers of dialog items. Hosts' texts are 8-bit Roman; a control
-// shows line feeds, hosts write carriage return and line feed.
+// Window text and the texts and numbers of dialog items. Hosts' texts are 8-bit Roman. A control
+// shows line feeds; only GetWindowText and SetWindowText know carriage returns, an item's text goes
+// in and out as it stands.
 #include <vmcore/wnd/CWnd.h>
 
 #include <algorithm>
@@ -10,6 +11,7 @@
 
 #include "core/guard.h"
 #include "core/macroman.h"
+#include "platform/messagebox.h"
 #include "wnd/NativeWindow.h"
 #include "wnd/controlText.h"
 #include "wnd/views.h"
@@ -37,6 +39,10 @@ std::optional<std::string> HostText(const QWidget& view) {
     if (!text) return std::nullopt;
     const std::string bytes = vm::ToMacRomanLossy(*text);
     return vm::IsButton(view) ? bytes : WithReturns(bytes);
+}
+
+std::string ItemText(const QWidget& item) {
+    return vm::ToMacRomanLossy(vm::ControlText(item).value_or(QString()));
 }
 
 int CopyOut(const std::string& text, char* buffer, int size) {
@@ -82,6 +88,16 @@ int CWnd::GetWindowText(char* buffer, int size) const {
     return CopyOut(static_cast<const char*>(result), buffer, size);
 }
 
+int GetWindowText(HWND window, char* buffer, int size) {
+    if (!vm::IsLiveView(window)) return 0;
+    if (vm::IsContentView(window))
+        return CopyOut(vm::ToMacRomanLossy(vm::WindowOf(window)->windowTitle()), buffer, size);
+    if (const std::optional<std::string> text = HostText(*window))
+        return CopyOut(*text, buffer, size);
+    vm::ShowMessageBox(nullptr, "Add NSView support to fn GetWindowText", "Msg", 1);
+    return 0;
+}
+
 int CWnd::GetWindowTextLength() const {
     if (nsWindow) return static_cast<int>(nsWindow->windowTitle().size());
     if (!vm::IsLiveView(view) || isCustomNSView()) return 0;
@@ -91,7 +107,7 @@ int CWnd::GetWindowTextLength() const {
 int CWnd::GetDlgItemText(int id, char* buffer, int size) {
     return vm::Guarded(vm::LogModule::Wnd, "CWnd::GetDlgItemText()", 0, [&] {
         const QWidget* item = ItemView(*this, id);
-        return item ? CopyOut(HostText(*item).value_or(""), buffer, size) : 0;
+        return item ? CopyOut(ItemText(*item), buffer, size) : 0;
     });
 }
 
@@ -99,7 +115,7 @@ int CWnd::GetDlgItemText(int id, CString& result) {
     return vm::Guarded(vm::LogModule::Wnd, "CWnd::GetDlgItemText()", 0, [&] {
         const QWidget* item = ItemView(*this, id);
         if (!item) return 0;
-        result = HostText(*item).value_or("").c_str();
+        result = ItemText(*item).c_str();
         return result.GetLength();
     });
 }
@@ -107,7 +123,7 @@ int CWnd::GetDlgItemText(int id, CString& result) {
 void CWnd::SetDlgItemText(int id, const char* newText) {
     vm::Guarded(vm::LogModule::Wnd, "CWnd::SetDlgItemText()", [&] {
         QWidget* item = ItemView(*this, id);
-        if (item && newText) vm::SetControlText(*item, vm::FromMacRoman(WithoutReturns(newText)));
+        if (item && newText) vm::SetControlText(*item, vm::FromMacRoman(newText));
     });
 }
 

@@ -8,7 +8,9 @@
 #include "core/guard.h"
 #include "core/log.h"
 #include "platform/NativeApplication.h"
+#include "platform/messagebox.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/tagTable.h"
 #include "wnd/views.h"
 
 namespace {
@@ -20,7 +22,7 @@ QWidget* DirectChildNamed(const QWidget& parent, const std::string& name) {
 
 // By tag among all descendants, then by identifier among the children.
 QWidget* FindItem(const QWidget& parent, int id) {
-    if (QWidget* tagged = vm::FindViewWithTag(&parent, id)) return tagged;
+    if (QWidget* tagged = vm::FindTagged(&parent, id)) return tagged;
     return DirectChildNamed(parent, vm::Format("%d", id));
 }
 
@@ -68,6 +70,19 @@ CWnd* CWnd::GetActiveWindow() {
     return GetWRefCon(vm::NativeApplication::Shared().MainWindow());
 }
 
+CWnd* CWnd::GetWindow(UINT which) {
+    if (which != 0 || !vm::IsLiveView(view)) return nullptr;
+    for (QObject* child : view->children())
+        if (auto* childView = qobject_cast<QWidget*>(child))
+            if (CWnd* wnd = GetControlReference(childView)) return wnd;
+    return nullptr;
+}
+
+UINT CWnd::CreateUniqueID(CWnd*, int) {
+    vm::ShowMessageBox(nullptr, "CreateUniqueID not required with XCode", "Error", 1);
+    return 0xFFFFFFFF;
+}
+
 CWnd* CWnd::GetDlgItem(int id) {
     if (!view) return nullptr;
     CWnd* scratch = getTempWnd(false);
@@ -93,5 +108,7 @@ UINT CWnd::GetDlgCtrlID() const {
 }
 
 void CWnd::SetCommandID(int id) {
-    if (vm::IsLiveView(view)) vm::SetTagOf(view, id);
+    if (!vm::IsLiveView(view)) return;
+    vm::SetTagOf(view, id);
+    vm::ForgetTagsAround(view);
 }

@@ -7,6 +7,7 @@
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QAbstractSpinBox>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QGroupBox>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QScrollBar>
@@ -93,7 +94,7 @@ void ControlActions::SendCommand(QWidget* sender, bool fits, const char* misfit,
 }
 
 void ControlActions::onButton(QWidget* sender) {
-    SendCommand(sender, IsOneOf<QAbstractButton>(sender),
+    SendCommand(sender, IsOneOf<QAbstractButton, QGroupBox>(sender),
                 "onButton called by a non-NSButton control", BN_CLICKED);
 }
 

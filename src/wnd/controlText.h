@@ -9,14 +9,26 @@ class QWidget;
 
 namespace vm {
 
-/// A button's title or another control's text; nothing for a view that is no control.
+/// A button's title, a spin box's number without prefix and suffix, the title of the tab that is
+/// shown, or another control's text; nothing for a view that is no control with a text.
 std::optional<QString> ControlText(const QWidget& control);
-/// False for a view that is no control with a text.
+/// False for a view that is no control with a text that can be set.
 bool SetControlText(QWidget& control, const QString& text);
 bool IsButton(const QWidget& control);
 
-/// The check state, the position, the current index plus 1, or the text as a number.
+/// The check state (2: neither), the position, the current index plus 1 of a combo box, a list or
+/// tabs, or the text as a number.
 int ControlInteger(const QWidget& control);
 void SetControlInteger(QWidget& control, int value);
+
+/// While one lives, what a control reports is the program's doing, not its user's.
+class ProgramChange {
+public:
+    ProgramChange();
+    ~ProgramChange();
+    ProgramChange(const ProgramChange&) = delete;
+    ProgramChange& operator=(const ProgramChange&) = delete;
+    static bool InProgress();
+};
 
 } // namespace vm

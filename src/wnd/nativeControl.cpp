@@ -2,6 +2,7 @@
 
 #include <QtWidgets/QWidget>
 
+#include "wnd/controlWiring.h"
 #include "wnd/creation.h"
 #include "wnd/views.h"
 
@@ -16,6 +17,7 @@ bool AdoptControl(CWnd& wnd, QWidget* control, CWnd* parent, const RECT& rect, D
     wnd.PreCreateWindow(cs);
     control->setParent(parent->view);
     SetTagOf(control, static_cast<int>(id));
+    WireToParent(*control);
     control->setGeometry(cs.x - parent->childOriginX, cs.y - parent->childOriginY, cs.cx, cs.cy);
     wnd.parentWnd = parent;
     wnd.view = control;

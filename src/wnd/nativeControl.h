@@ -6,8 +6,8 @@
 namespace vm {
 
 /// Places `control` at `rect` of the parent (less the parent's child origin) and makes it the view
-/// of `wnd`: asks PreCreateWindow, sets parent, style and tag, registers the view, and shows it
-/// when the style has WS_VISIBLE. No message is sent. Without a parent that has a view it deletes
+/// of `wnd`: asks PreCreateWindow, sets parent, style and tag, has the parent told of the control's
+/// actions, registers the view, and shows it when the style has WS_VISIBLE. No message is sent. Without a parent that has a view it deletes
 /// the control, leaves `wnd` as it is and returns false.
 bool AdoptControl(CWnd& wnd, QWidget* control, CWnd* parent, const RECT& rect, DWORD style,
                   UINT id);

@@ -9,6 +9,7 @@
 
 #include "ControlsFixture.h"
 #include "controls/menuActions.h"
+#include "wnd/tagTable.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -47,13 +48,13 @@ TEST_F(InterfaceFile, FindsViewsByTagFirstInTheOrderOfTheFile) {
     m_bundle.Write("DLG_1", kPanel);
     const std::unique_ptr<QWidget> root(vm::LoadInterfaceFile("DLG_1"));
     ASSERT_TRUE(root);
-    ASSERT_TRUE(vm::InterfaceView(root.get(), 11));
-    EXPECT_EQ(vm::InterfaceView(root.get(), 11)->objectName(), "first");
-    EXPECT_TRUE(qobject_cast<QLineEdit*>(vm::InterfaceView(root.get(), 12)));
-    EXPECT_EQ(vm::InterfaceView(root.get(), 13), nullptr);
+    ASSERT_TRUE(vm::FindTagged(root.get(), 11));
+    EXPECT_EQ(vm::FindTagged(root.get(), 11)->objectName(), "first");
+    EXPECT_TRUE(qobject_cast<QLineEdit*>(vm::FindTagged(root.get(), 12)));
+    EXPECT_EQ(vm::FindTagged(root.get(), 13), nullptr);
 
-    delete vm::InterfaceView(root.get(), 12);
-    EXPECT_EQ(vm::InterfaceView(root.get(), 12), nullptr);
+    delete vm::FindTagged(root.get(), 12);
+    EXPECT_EQ(vm::FindTagged(root.get(), 12), nullptr);
 }
 
 TEST_F(InterfaceFile, RootAndWidgetsAreMadeAsAsked) {
@@ -63,7 +64,7 @@ TEST_F(InterfaceFile, RootAndWidgetsAreMadeAsAsked) {
     };
     m_bundle.Write("DLG_1", kPanel);
     vm::InterfaceClasses classes;
-    classes.makeRoot = [](QWidget* parent) { return new Special(parent); };
+    classes.makeRoot = [](const QString&, QWidget* parent) { return new Special(parent); };
     classes.makeWidget = [](const QString& name, QWidget* parent) -> QWidget* {
         return name == "QLineEdit" ? new QPushButton(parent) : nullptr;
     };
@@ -71,8 +72,8 @@ TEST_F(InterfaceFile, RootAndWidgetsAreMadeAsAsked) {
     ASSERT_TRUE(root);
     EXPECT_TRUE(dynamic_cast<Special*>(root.get()));
     EXPECT_EQ(root->objectName(), "Panel");
-    EXPECT_TRUE(qobject_cast<QPushButton*>(vm::InterfaceView(root.get(), 12)));
-    EXPECT_TRUE(qobject_cast<QPushButton*>(vm::InterfaceView(root.get(), 11)));
+    EXPECT_TRUE(qobject_cast<QPushButton*>(vm::FindTagged(root.get(), 12)));
+    EXPECT_TRUE(qobject_cast<QPushButton*>(vm::FindTagged(root.get(), 11)));
 }
 
 TEST_F(InterfaceFile, ChangedFileIsReadAgain) {

@@ -1,8 +1,10 @@
+#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSlider>
 
 #include "RecordingWindow.h"
+#include "wnd/tagTable.h"
 #include "wnd/views.h"
 
 using testing::ElementsAre;
@@ -85,6 +87,69 @@ TEST_F(WindowText, CutCopyHasNoTerminatorAndTellsTheWholeLength) {
     EXPECT_EQ(CWnd().GetWindowText(fits, sizeof fits), 0);
 }
 
+TEST_F(WindowText, BareHandleGivesTitleOrTextAndReportsTheRest) {
+    char buffer[16] = "unchanged";
+    EXPECT_EQ(::GetWindowText(top.view, buffer, sizeof buffer), 3);
+    EXPECT_STREQ(buffer, "Top");
+    QPushButton button("Go");
+    EXPECT_EQ(::GetWindowText(&button, buffer, sizeof buffer), 2);
+    EXPECT_STREQ(buffer, "Go");
+    EXPECT_EQ(::GetWindowText(nullptr, buffer, sizeof buffer), 0);
+    EXPECT_EQ(::GetWindowText(child.view, buffer, sizeof buffer), 0);
+    EXPECT_EQ(CWnd::CreateUniqueID(&child, 1), 0xFFFFFFFF);
+    EXPECT_THAT(boxes.Take(),
+                ElementsAre(ShownBox{"Add NSView support to fn GetWindowText", "Msg", 1},
+                            ShownBox{"CreateUniqueID not required with XCode", "Error", 1}));
+}
+
+TEST_F(WindowText, ButtonsTextIsItsTitleEverywhere) {
+    auto* box = new QCheckBox("Loud", child.view);
+    vm::SetTagOf(box, 20);
+    box->setChecked(true);
+    char buffer[8] = "";
+    EXPECT_EQ(child.GetDlgItemText(20, buffer, sizeof buffer), 4);
+    EXPECT_STREQ(buffer, "Loud");
+    EXPECT_EQ(child.GetDlgItem(20)->GetWindowTextLength(), 4);
+    child.SetDlgItemText(20, "Soft");
+    EXPECT_EQ(box->text(), "Soft");
+    EXPECT_TRUE(box->isChecked());
+    EXPECT_EQ(child.IsDlgButtonChecked(20), 1u);
+}
+
+TEST_F(DialogItems, FirstChildWithAnObjectIsTheWindowBelow) {
+    EXPECT_EQ(top.GetWindow(0), &child);
+    EXPECT_EQ(top.GetWindow(1), nullptr);
+    EXPECT_EQ(child.GetWindow(0), nullptr);
+    Add<QLabel>(0);
+    RecordingWindow inner;
+    inner.Create("", "", 0, RECT{0, 0, 5, 5}, &child, 21);
+    EXPECT_EQ(child.GetWindow(0), &inner) << "a label of nobody is passed over";
+}
+
+// The hash of a loaded file answers as the walk over all views does.
+TEST_F(DialogItems, HashKnowsNewViewsAndChangedNumbers) {
+    vm::KeepTagTable(child.view);
+    auto* group = Add<QWidget>(0);
+    auto* deep = Add<QLabel>(20, group);
+    EXPECT_EQ(child.GetDlgItem(20)->view, deep);
+    EXPECT_EQ(child.GetDlgItem(21)->view, nullptr);
+    auto* shallow = Add<QLabel>(20);
+    EXPECT_EQ(child.GetDlgItem(20)->view, shallow) << "parents come before children";
+    auto* later = Add<QLabel>(21, group);
+    EXPECT_EQ(child.GetDlgItem(21)->view, later);
+
+    RecordingWindow made;
+    made.Create("", "", 0, RECT{0, 0, 5, 5}, &child, 22);
+    EXPECT_EQ(child.GetDlgItem(22), &made);
+    made.SetCommandID(23);
+    EXPECT_EQ(child.GetDlgItem(22)->view, nullptr);
+    EXPECT_EQ(child.GetDlgItem(23), &made);
+    vm::SetTagOf(deep, 24);
+    EXPECT_EQ(child.GetDlgItem(24)->view, deep);
+    delete group;
+    EXPECT_EQ(child.GetDlgItem(24)->view, nullptr);
+}
+
 TEST_F(DialogItems, UnknownOneIsTheScratchWindow) {
     CWnd* const scratch = child.GetDlgItem(1234);
     ASSERT_NE(scratch, nullptr);
@@ -131,7 +196,7 @@ TEST_F(DialogItems, TextsAndNumbersGoThroughTheItem) {
     auto* slider = Add<QSlider>(21);
     slider->setMaximum(100);
     child.SetDlgItemText(20, "12\r\n");
-    EXPECT_EQ(label->text(), "12\n");
+    EXPECT_EQ(label->text(), "12\r\n") << "an item's text goes in as it stands";
     CString text;
     EXPECT_EQ(child.GetDlgItemText(20, text), 4);
     EXPECT_STREQ(text, "12\r\n");

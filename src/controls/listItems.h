@@ -1,0 +1,46 @@
+// The entries of a native list or combo box as list boxes and combo boxes of the Win32 interfaces
+// have them: counted from 0, found by the beginning of their text, at most one selected. What is
+// changed here is never reported as the user's doing.
+#pragma once
+
+#include <optional>
+
+#include <QtCore/QString>
+
+class QAbstractItemModel;
+class QAbstractItemView;
+class QComboBox;
+class QWidget;
+
+namespace vm {
+
+class ListItems {
+public:
+    /// Nothing for null, for a view that is no list, and for a list whose entries are kept elsewhere.
+    static std::optional<ListItems> Of(QWidget* view);
+
+    int Count() const;
+    /// Before the entry `index`, at the end for -1. The new entry's index; -1 for an index beyond
+    /// the end.
+    int Insert(int index, const QString& text) const;
+    bool Remove(int index) const;
+    void Clear() const;
+    std::optional<QString> Text(int index) const; ///< nothing for an index without an entry
+
+    int Selected() const;         ///< -1 for none
+    bool Select(int index) const; ///< false, and nothing selected, for an index without an entry
+
+    /// The first entry after `after` (from the top after the last) that begins with `prefix`,
+    /// whatever the case of either; -1 for none.
+    int Find(int after, const QString& prefix) const;
+
+private:
+    ListItems(QAbstractItemModel* model, QComboBox* combo, QAbstractItemView* list)
+        : m_model(model), m_combo(combo), m_list(list) {}
+
+    QAbstractItemModel* m_model;
+    QComboBox* m_combo;
+    QAbstractItemView* m_list;
+};
+
+} // namespace vm

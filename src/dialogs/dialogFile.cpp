@@ -1,0 +1,231 @@
+#include "dialogs/dialogFile.h"
+
+#include <algorithm>
+#include <vector>
+
+#include <QtCore/QVariant>
+#include <QtGui/QScreen>
+#include <QtGui/QWindow>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QLayout>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTableView>
+
+#include <vmcore/app/messages.h>
+
+#include "controls/interfaceFile.h"
+#include "controls/listTable.h"
+#include "wnd/CWndNSView.h"
+#include "wnd/CWndViewController.h"
+#include "wnd/CWndWindowController.h"
+#include "wnd/NativeWindow.h"
+#include "wnd/controlWiring.h"
+#include "wnd/tagTable.h"
+#include "wnd/views.h"
+
+namespace vm {
+namespace {
+
+constexpr char kDelegateProperty[] = "delegate";
+
+// Of a button box that Designer fills by itself.
+struct StandardButton {
+    QDialogButtonBox::StandardButton button;
+    int tag;
+};
+constexpr StandardButton kStandardButtons[] = {
+    {QDialogButtonBox::Ok, IDOK},        {QDialogButtonBox::Save, IDOK},
+    {QDialogButtonBox::Open, IDOK},      {QDialogButtonBox::Cancel, IDCANCEL},
+    {QDialogButtonBox::Close, IDCANCEL}, {QDialogButtonBox::Abort, IDABORT},
+    {QDialogButtonBox::Retry, IDRETRY},  {QDialogButtonBox::Ignore, IDIGNORE},
+    {QDialogButtonBox::Yes, IDYES},      {QDialogButtonBox::No, IDNO},
+};
+
+void TagStandardButtons(const QDialogButtonBox& box) {
+    for (const auto& [button, tag] : kStandardButtons)
+        if (QPushButton* own = box.button(button); own && TagOf(own) == 0) SetTagOf(own, tag);
+}
+
+// Menus, and windows with a menu bar and tool bars of their own, are no dialogs.
+bool CanBeDialog(const QString& rootClass) {
+    static const char* const kRefused[] = {"QMenu",    "QMenuBar",   "QMainWindow", "QDockWidget",
+                                           "QToolBar", "QStatusBar", "QWizard"};
+    return std::none_of(std::begin(kRefused), std::end(kRefused),
+                        [&](const char* refused) { return rootClass == QLatin1String(refused); });
+}
+
+// One load: the file's widgets as they are made, and what becomes of them.
+class DialogLoad {
+public:
+    explicit DialogLoad(const std::string& name) : m_name(name) {}
+
+    /// The root that `makeRoot` made; null when the file cannot be loaded or has another root.
+    template <class MakeRoot>
+    QWidget* Load(QWidget* parent, MakeRoot makeRoot) {
+        QWidget* expected = nullptr;
+        InterfaceClasses classes;
+        classes.makeRoot = [&](const QString& rootClass, QWidget* owner) {
+            return expected = CanBeDialog(rootClass) ? makeRoot(owner) : nullptr;
+        };
+        classes.makeWidget = [](const QString& className, QWidget* owner) -> QWidget* {
+            return className == QLatin1String("CWndView") ? new CWndView(owner) : nullptr;
+        };
+        classes.made = [this](QWidget* widget) { m_widgets.push_back(widget); };
+        QWidget* root = LoadInterfaceFile(m_name, parent, classes);
+        wasLoaded = root != nullptr;
+        if (!root || root == expected) return root;
+        LogAboutInterfaceFile(m_name, std::string("the root of a dialog cannot be a ") +
+                                          root->metaObject()->className());
+        delete root;
+        return nullptr;
+    }
+
+    void WireControls(QObject* receiver, ControlActions* actions) {
+        for (QWidget* widget : m_widgets) {
+            if (widget == m_widgets.front()) continue; // the root is the dialog itself
+            TakeTag(*widget);
+            AttachDelegate(*widget);
+            CheckAction(*widget);
+            WireControl(*widget, receiver, actions);
+            if (const auto* box = qobject_cast<QDialogButtonBox*>(widget)) {
+                TagStandardButtons(*box);
+                for (QAbstractButton* button : box->buttons())
+                    WireControl(*button, receiver, actions);
+            }
+        }
+    }
+
+    bool wasLoaded = false;
+
+private:
+    static void TakeTag(QWidget& widget) {
+        const QVariant tag = widget.property(kTagProperty);
+        if (tag.isValid()) SetTagOf(&widget, tag.toInt());
+    }
+
+    // The lists and trees of other delegates keep their rows themselves.
+    void AttachDelegate(QWidget& widget) {
+        const QString delegate = widget.property(kDelegateProperty).toString();
+        if (delegate.isEmpty() || delegate == QLatin1String("LBTableViewDelegate") ||
+            delegate == QLatin1String("TCOutlineViewDataSource"))
+            return;
+        auto* table = qobject_cast<QTableView*>(&widget);
+        if (delegate != QLatin1String("LCTableViewDelegate"))
+            Complain(widget, "unknown delegate ", delegate);
+        else if (!table || table->model())
+            Complain(widget, "only a QTableView can have the delegate ", delegate);
+        else
+            new ListTable(table);
+    }
+
+    void CheckAction(const QWidget& widget) {
+        const QString action = widget.property(kActionProperty).toString();
+        if (!action.isEmpty() && !IsControlAction(action))
+            Complain(widget, "unknown action ", action);
+    }
+
+    void Complain(const QWidget& widget, const char* what, const QString& value) {
+        LogAboutInterfaceFile(m_name, widget.objectName().toStdString() + ": " + what +
+                                          value.toStdString());
+    }
+
+    std::string m_name;
+    std::vector<QWidget*> m_widgets; // the root first
+};
+
+struct SizeLimits {
+    QSize least;
+    QSize most;
+};
+
+// A dialog is as large as it was drawn. Its user may change that when a layout makes something of
+// it, or the file gives limits.
+SizeLimits LimitsOf(const QWidget& content, const QSize& size) {
+    const bool hasLimits = !content.minimumSize().isNull() ||
+                           content.maximumSize() != QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    if (!content.layout() && !hasLimits) return {size, size};
+    return {content.minimumSize().expandedTo(content.minimumSizeHint()), content.maximumSize()};
+}
+
+QSize SizeOf(const QWidget& content) {
+    const QSize drawn = content.size();
+    if (!drawn.isEmpty()) return drawn.expandedTo(content.minimumSizeHint());
+    return content.sizeHint().expandedTo(content.childrenRect().size()).expandedTo(QSize(1, 1));
+}
+
+void SizeWindow(NativeWindow& window) {
+    QWidget& content = *window.ContentView();
+    const QSize size = SizeOf(content);
+    const SizeLimits limits = LimitsOf(content, size);
+    window.ResizeContent(size.boundedTo(limits.most).expandedTo(limits.least));
+    window.setMinimumSize(limits.least);
+    window.setMaximumSize(limits.most);
+}
+
+void PlaceWindow(NativeWindow& window, const QWidget* over) {
+    const QRect screen = (over ? over->screen() : window.screen())->availableGeometry();
+    QRect place(QPoint(), window.size());
+    place.moveCenter(over ? over->frameGeometry().center() : screen.center());
+    place.moveRight(std::min(place.right(), screen.right()));
+    place.moveBottom(std::min(place.bottom(), screen.bottom()));
+    place.moveLeft(std::max(place.left(), screen.left()));
+    place.moveTop(std::max(place.top(), screen.top()));
+    window.MoveFrame(place.topLeft());
+}
+
+void TakeWindowProperties(NativeWindow& window, QWidget* over) {
+    const QWidget& content = *window.ContentView();
+    window.setWindowTitle(content.windowTitle());
+    if (!content.windowIcon().isNull()) window.setWindowIcon(content.windowIcon());
+    window.setWindowModality(Qt::ApplicationModal);
+    window.SetEndsProgram(false);
+    window.winId(); // only a native window stays in front of another
+    if (over && over->windowHandle())
+        window.windowHandle()->setTransientParent(over->windowHandle());
+}
+
+// The button that Return clicks is drawn so.
+void MarkDefaultButton(const QWidget& content) {
+    for (const QPushButton* button : content.findChildren<QPushButton*>())
+        if (button->isDefault()) return;
+    if (auto* ok = qobject_cast<QPushButton*>(FindTagged(&content, IDOK))) ok->setDefault(true);
+}
+
+} // namespace
+
+std::unique_ptr<CWndWindowController> LoadDialogWindow(const std::string& name, QWidget* over) {
+    auto* window = new NativeWindow(QRect(), FrameStyle::Dialog, false);
+    window->SetEndsProgram(false);
+    auto controller = std::make_unique<CWndWindowController>(window);
+    DialogLoad load(name);
+    if (!load.Load(nullptr, [&](QWidget*) { return window->ContentView(); })) {
+        delete window;
+        if (!load.wasLoaded) controller.reset();
+        return controller;
+    }
+    load.WireControls(controller.get(), controller.get());
+    MarkDefaultButton(*window->ContentView());
+    TakeWindowProperties(*window, over);
+    SizeWindow(*window);
+    PlaceWindow(*window, over);
+    return controller;
+}
+
+std::unique_ptr<CWndViewController> LoadDialogView(const std::string& name, QWidget* parent) {
+    DialogLoad load(name);
+    QWidget* root = load.Load(parent, [](QWidget* owner) {
+        auto* view = new CWndView(owner);
+        view->hide();
+        return view;
+    });
+    if (!root) return nullptr;
+    auto* view = static_cast<CWndView*>(root);
+    auto controller = std::make_unique<CWndViewController>(view);
+    load.WireControls(controller.get(), controller.get());
+    view->move(0, 0);
+    const QSize size = view->size().expandedTo(view->minimumSizeHint());
+    view->resize(size);
+    return controller;
+}
+
+} // namespace vm

@@ -1,0 +1,19 @@
+// What the dialogs module has one of. Main thread only; never freed.
+#pragma once
+
+#include <vector>
+
+class CDialog;
+
+namespace vm {
+
+class ModalRun;
+
+struct DialogState {
+    CDialog* LimitMouseEventsToDlg = nullptr; // the running modal dialog
+    std::vector<ModalRun*> runs;              // the innermost is last
+};
+
+DialogState& Dialogs();
+
+} // namespace vm

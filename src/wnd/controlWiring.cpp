@@ -1,0 +1,286 @@
+#include "wnd/controlWiring.h"
+
+#include <array>
+#include <functional>
+
+#include <QtCore/QEvent>
+#include <QtCore/QItemSelectionModel>
+#include <QtCore/QPointer>
+#include <QtCore/QVariant>
+#include <QtGui/QFocusEvent>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QAbstractSlider>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDateTimeEdit>
+#include <QtWidgets/QGroupBox>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QRadioButton>
+#include <QtWidgets/QSpinBox>
+#include <QtWidgets/QTabBar>
+#include <QtWidgets/QTabWidget>
+#include <QtWidgets/QTextEdit>
+
+#include <vmcore/wnd/CWnd.h>
+
+#include "platform/eventboundary.h"
+#include "wnd/CWndNSView.h"
+#include "wnd/ControlActions.h"
+#include "wnd/NativeWindow.h"
+#include "wnd/controlText.h"
+#include "wnd/views.h"
+
+namespace vm {
+namespace {
+
+using Action = std::function<void(ControlActions&, QWidget*, ScrollPart)>;
+
+Action Plain(void (ControlActions::*method)(QWidget*)) {
+    return [method](ControlActions& actions, QWidget* sender, ScrollPart) {
+        (actions.*method)(sender);
+    };
+}
+
+// The actions by their names in interface files.
+const Action* ActionNamed(const QString& name) {
+    static const std::array<std::pair<const char*, Action>, 8> s_actions = {{
+        {"onButton", Plain(&ControlActions::onButton)},
+        {"onRadio", Plain(&ControlActions::onRadio)},
+        {"onPopupMenu", Plain(&ControlActions::onPopupMenu)},
+        {"onCombi", Plain(&ControlActions::onCombi)},
+        {"onEdit", Plain(&ControlActions::onEdit)},
+        {"onSelChange", Plain(&ControlActions::onSelChange)},
+        {"onTab", Plain(&ControlActions::onTab)},
+        {"onScroll", &ControlActions::onScroll},
+    }};
+    for (const auto& [known, action] : s_actions)
+        if (name == QLatin1String(known)) return &action;
+    return nullptr;
+}
+
+// The wire of one control; a child of it. A handler may destroy the control, its window and this.
+class ControlWire : public QObject {
+public:
+    ControlWire(QWidget& control, QObject* receiver, ControlActions* actions)
+        : QObject(&control), m_control(&control), m_receiver(receiver), m_actions(actions) {}
+
+    void SetAction(const Action* action) { m_action = action; }
+
+    void Act(ScrollPart part = ScrollPart::Knob) {
+        const Action action = *m_action;
+        Send([&](ControlActions& actions, QWidget* sender) { action(actions, sender, part); });
+    }
+
+    // Of a text: the first change begins the editing, Return or the loss of the focus end it.
+    void Changed() {
+        const QPointer<ControlWire> self = this;
+        if (ProgramChange::InProgress()) return;
+        if (!m_editing) Send(Plainly(&ControlActions::controlTextDidBeginEditing));
+        if (!self) return;
+        m_editing = true;
+        Send(Plainly(&ControlActions::controlTextDidChange));
+    }
+    void Returned() {
+        m_editing = false;
+        Act();
+    }
+    void FocusLeft() {
+        if (!std::exchange(m_editing, false)) return;
+        Send(Plainly(&ControlActions::controlTextDidEndEditing));
+    }
+    bool IsEditing() const { return m_editing; }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::FocusOut &&
+            static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
+            FocusLeft();
+        return false;
+    }
+
+private:
+    using Method = void (ControlActions::*)(QWidget*);
+    static std::function<void(ControlActions&, QWidget*)> Plainly(Method method) {
+        return [method](ControlActions& actions, QWidget* sender) { (actions.*method)(sender); };
+    }
+    void Send(const std::function<void(ControlActions&, QWidget*)>& message) {
+        if (!m_receiver || ProgramChange::InProgress()) return;
+        if (m_control->property(kReportsItselfProperty).toBool()) return;
+        AtEventBoundary([&] { message(*m_actions, m_control); });
+    }
+
+    QWidget* m_control;
+    QPointer<QObject> m_receiver;
+    ControlActions* m_actions; // lives as long as the receiver
+    const Action* m_action = nullptr;
+    bool m_editing = false;
+};
+
+void ConnectButton(ControlWire& wire, QWidget& control) {
+    QObject::connect(static_cast<QAbstractButton*>(&control), &QAbstractButton::clicked, &wire,
+                     [&wire] { wire.Act(); });
+}
+
+void ConnectGroup(ControlWire& wire, QWidget& control) {
+    QObject::connect(static_cast<QGroupBox*>(&control), &QGroupBox::clicked, &wire,
+                     [&wire] { wire.Act(); });
+}
+
+void ConnectCombo(ControlWire& wire, QWidget& control) {
+    QObject::connect(static_cast<QComboBox*>(&control), &QComboBox::activated, &wire,
+                     [&wire] { wire.Act(); });
+}
+
+void ConnectLine(ControlWire& wire, QWidget& control) {
+    auto* line = static_cast<QLineEdit*>(&control);
+    QObject::connect(line, &QLineEdit::textEdited, &wire, [&wire] { wire.Changed(); });
+    QObject::connect(line, &QLineEdit::returnPressed, &wire, [&wire] { wire.Returned(); });
+    QObject::connect(line, &QLineEdit::editingFinished, &wire, [&wire] { wire.FocusLeft(); });
+}
+
+// A spin box says in one signal that Return was pressed and that the focus has left.
+void ConnectSpin(ControlWire& wire, QWidget& control) {
+    auto* spin = static_cast<QAbstractSpinBox*>(&control);
+    const auto changed = [&wire] { wire.Changed(); };
+    if (auto* whole = qobject_cast<QSpinBox*>(spin))
+        QObject::connect(whole, &QSpinBox::textChanged, &wire, changed);
+    else if (auto* real = qobject_cast<QDoubleSpinBox*>(spin))
+        QObject::connect(real, &QDoubleSpinBox::textChanged, &wire, changed);
+    else if (auto* date = qobject_cast<QDateTimeEdit*>(spin))
+        QObject::connect(date, &QDateTimeEdit::dateTimeChanged, &wire, changed);
+    QObject::connect(spin, &QAbstractSpinBox::editingFinished, &wire, [&wire, spin] {
+        if (spin->hasFocus())
+            wire.Returned();
+        else
+            wire.FocusLeft();
+    });
+}
+
+// Return is a line break here.
+template <class Edit>
+void ConnectEdit(ControlWire& wire, QWidget& control) {
+    QObject::connect(static_cast<Edit*>(&control), &Edit::textChanged, &wire,
+                     [&wire] { wire.Changed(); });
+    control.installEventFilter(&wire);
+}
+
+void ConnectList(ControlWire& wire, QWidget& control) {
+    const auto* list = static_cast<QAbstractItemView*>(&control);
+    if (!list->selectionModel()) return;
+    QObject::connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, &wire,
+                     [&wire] { wire.Act(); });
+}
+
+template <class Tabs>
+void ConnectTabs(ControlWire& wire, QWidget& control) {
+    QObject::connect(static_cast<Tabs*>(&control), &Tabs::currentChanged, &wire,
+                     [&wire] { wire.Act(); });
+}
+
+ScrollPart PartOf(int action) {
+    switch (action) {
+    case QAbstractSlider::SliderSingleStepAdd:
+    case QAbstractSlider::SliderSingleStepSub:
+        return ScrollPart::Line;
+    case QAbstractSlider::SliderPageStepAdd:
+        return ScrollPart::IncrementPage;
+    case QAbstractSlider::SliderPageStepSub:
+        return ScrollPart::DecrementPage;
+    default:
+        return ScrollPart::Knob;
+    }
+}
+
+// The signal comes before the slider takes its new value over, which the action reads.
+void ConnectSlider(ControlWire& wire, QWidget& control) {
+    auto* slider = static_cast<QAbstractSlider*>(&control);
+    QObject::connect(slider, &QAbstractSlider::actionTriggered, &wire, [&wire, slider](int action) {
+        slider->setValue(slider->sliderPosition());
+        wire.Act(PartOf(action));
+    });
+}
+
+template <class Class>
+bool Is(const QWidget& control) {
+    return qobject_cast<const Class*>(&control) != nullptr;
+}
+
+bool IsEditableCombo(const QWidget& control) {
+    const auto* combo = qobject_cast<const QComboBox*>(&control);
+    return combo && combo->isEditable();
+}
+
+struct Kind {
+    bool (*fits)(const QWidget& control);
+    void (*connect)(ControlWire& wire, QWidget& control);
+    const char* action;
+};
+
+// The first that fits counts.
+const Kind* KindOf(const QWidget& control) {
+    static constexpr Kind kKinds[] = {
+        {Is<QRadioButton>, ConnectButton, "onRadio"},
+        {Is<QAbstractButton>, ConnectButton, "onButton"},
+        {Is<QGroupBox>, ConnectGroup, "onButton"},
+        {IsEditableCombo, ConnectCombo, "onCombi"},
+        {Is<QComboBox>, ConnectCombo, "onPopupMenu"},
+        {Is<QLineEdit>, ConnectLine, "onEdit"},
+        {Is<QAbstractSpinBox>, ConnectSpin, "onEdit"},
+        {Is<QPlainTextEdit>, ConnectEdit<QPlainTextEdit>, "onEdit"},
+        {Is<QTextEdit>, ConnectEdit<QTextEdit>, "onEdit"},
+        {Is<QAbstractItemView>, ConnectList, "onSelChange"},
+        {Is<QTabBar>, ConnectTabs<QTabBar>, "onTab"},
+        {Is<QTabWidget>, ConnectTabs<QTabWidget>, "onTab"},
+        {Is<QAbstractSlider>, ConnectSlider, "onScroll"},
+    };
+    for (const Kind& kind : kKinds)
+        if (kind.fits(control)) return &kind;
+    return nullptr;
+}
+
+ControlWire* WireOf(const QWidget& control) {
+    for (QObject* child : control.children())
+        if (auto* wire = dynamic_cast<ControlWire*>(child)) return wire;
+    return nullptr;
+}
+
+// The window object of the content view of a window, or of any other view of the toolkit's.
+class OwnerActions : public QObject, public ControlActions {
+public:
+    OwnerActions(QWidget& control, QWidget* parent) : QObject(&control), m_parent(parent) {}
+
+protected:
+    CWnd* ActionTarget() const override {
+        if (IsContentView(m_parent)) return GetWRefCon(WindowOf(m_parent));
+        return GetControlReference(m_parent);
+    }
+    const char* ActionsName() const override { return "CWndNSView"; }
+
+private:
+    QPointer<QWidget> m_parent;
+};
+
+} // namespace
+
+bool IsControlAction(const QString& name) {
+    return ActionNamed(name) != nullptr;
+}
+
+void WireControl(QWidget& control, QObject* receiver, ControlActions* actions) {
+    const Kind* kind = KindOf(control);
+    if (!kind) return;
+    delete WireOf(control);
+    const Action* named = ActionNamed(control.property(kActionProperty).toString());
+    auto* wire = new ControlWire(control, receiver, actions);
+    wire->SetAction(named ? named : ActionNamed(QLatin1String(kind->action)));
+    kind->connect(*wire, control);
+}
+
+void WireToParent(QWidget& control) {
+    QWidget* parent = control.parentWidget();
+    if (auto* view = dynamic_cast<CWndView*>(parent)) return WireControl(control, view, view);
+    auto* owner = new OwnerActions(control, parent);
+    WireControl(control, owner, owner);
+}
+
+} // namespace vm
