@@ -49,6 +49,7 @@ void ItemsAreAboutToShow(QMenu* menu) {
 
 void MenuDidClose(QMenu* menu) {
     AtEventBoundary([menu] {
+        const SenderScope sender(Sender::Menu);
         if (CWndMenuDelegate* delegate = DelegateOf(menu)) delegate->menuDidClose(menu);
     });
 }
@@ -71,7 +72,10 @@ void ItemWasChosen(QAction* item) {
     UndoToggle(item);
     const MenuActionTarget target = Menus().actionTarget;
     if (!target || !*MenuActionOf(item)) return;
-    AtEventBoundary([=] { target(item); });
+    AtEventBoundary([=] {
+        const SenderScope sender(Sender::Menu);
+        target(item);
+    });
 }
 
 bool ToolkitIsUp() {
@@ -122,6 +126,7 @@ CWndMenuDelegate* DelegateOf(const QMenu* menu) {
 }
 
 void UpdateItem(QMenu* menu, QAction* item) {
+    const SenderScope sender(Sender::Menu);
     if (CWndMenuDelegate* delegate = DelegateOf(menu))
         delegate->updateItem(menu, item, static_cast<int>(menu->actions().indexOf(item)), false);
 }

@@ -5,6 +5,8 @@
 
 #include <utility>
 
+#include "platform/messageSender.h"
+
 namespace vm {
 
 /// Keeps the exception in flight and ends the thread's innermost event loop. Call it in a catch
@@ -16,6 +18,7 @@ void RethrowKept();
 
 template <class Body>
 void AtEventBoundary(Body&& body) {
+    const SenderScope sender(Sender::Event);
     try {
         std::forward<Body>(body)();
     } catch (...) {

@@ -45,13 +45,34 @@ private:
     HWND m_window;
 };
 
+// What commands are asked by: OnWndMsg, without the rest of WindowProc. A delivery all the same.
+BOOL AskMap(CWnd& wnd, UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
+    BOOL isHandled = FALSE;
+    vm::Traced(wnd, message, wParam, lParam, [&] {
+        isHandled = wnd.OnWndMsg(message, wParam, lParam, result);
+        return *result;
+    });
+    return isHandled;
+}
+
+LRESULT SentToNobody(UINT message, WPARAM wParam, LPARAM lParam) {
+    const vm::SenderScope sender(vm::Sender::Send);
+    vm::TraceUndelivered(nullptr, message, wParam, lParam, "no such window object");
+    return 0;
+}
+
 } // namespace
 
 LRESULT CWnd::SendMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (!CWndListVerify(this)) return 0;
-    if (vm::IsMainThread()) return WindowProc(message, wParam, lParam);
-    auto* carrier =
-        new (std::nothrow) winMessage(this, vm::BoundHandle(this), message, wParam, lParam);
+    if (!CWndListVerify(this)) return SentToNobody(message, wParam, lParam);
+    if (vm::IsMainThread()) {
+        if (!vm::MessagesAreTraced()) [[likely]]
+            return WindowProc(message, wParam, lParam);
+        const vm::SenderScope sender(vm::Sender::Send);
+        return WindowProc(message, wParam, lParam);
+    }
+    auto* carrier = new (std::nothrow)
+        winMessage(vm::Sender::Send, this, vm::BoundHandle(this), message, wParam, lParam);
     if (!carrier) return 0;
     carrier->Retain(); // ours, for as long as the result is read
     const HeldMessage held(carrier);
@@ -64,8 +85,8 @@ LRESULT CWnd::SendMessageDirect(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool CWnd::PostMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* carrier =
-        new (std::nothrow) winMessage(this, vm::BoundHandle(this), message, wParam, lParam);
+    auto* carrier = new (std::nothrow)
+        winMessage(vm::Sender::Post, this, vm::BoundHandle(this), message, wParam, lParam);
     if (!carrier) return false;
     vm::Guarded(vm::LogModule::App, "CWnd::PostMessage()", [&] {
         vm::PostToMain({winMessage::Perform, winMessage::Drop, carrier});
@@ -78,31 +99,41 @@ LRESULT SendMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     const RecoverPane guard(window);
     CWnd* scratch = getTempWnd(false);
     const ScratchAttachment attachment(scratch, window);
+    const vm::SenderScope sender(vm::Sender::Send);
     return scratch->WindowProc(message, wParam, lParam);
+}
+
+void winMessage::TraceNobody(const char* why) const {
+    vm::TraceUndelivered(hWnd, message, wParam, lParam, why);
+}
+
+bool winMessage::MayBeDelivered() const {
+    const vm::AppState& app = vm::App();
+    if (!app.isPluginEnvironment && app.MainApp && app.MainApp->m_pMainWnd == cWnd) return true;
+    // An object whose view is not bound was sent without a handle, like one without a view.
+    if (!hWnd && !(CWndListVerify(cWnd) && cWnd->view)) {
+        TraceNobody("no window");
+        return false;
+    }
+    if (hWnd && GetControlReference(hWnd) == cWnd) return true;
+    vm::LogText(vm::LogModule::App,
+                "Post or SendMessage sent to hWnd object not registered in ControlReference list");
+    TraceNobody("not registered");
+    return false;
 }
 
 void winMessage::run() {
     const HeldMessage creatorReference(this);
-    if (!cWnd) return;
-    const vm::AppState& app = vm::App();
-    const bool isMainWindow =
-        !app.isPluginEnvironment && app.MainApp && app.MainApp->m_pMainWnd == cWnd;
-    if (!isMainWindow) {
-        // An object whose view is not bound was sent without a handle, like one without a view.
-        if (!hWnd && !(CWndListVerify(cWnd) && cWnd->view)) return;
-        if (!hWnd || GetControlReference(hWnd) != cWnd) {
-            vm::LogText(vm::LogModule::App, "Post or SendMessage sent to hWnd object not "
-                                            "registered in ControlReference list");
-            return;
-        }
-    }
-    lResult = cWnd->WindowProc(message, wParam, lParam);
+    const vm::SenderScope origin(sender, thread);
+    if (cWnd && MayBeDelivered()) lResult = cWnd->WindowProc(message, wParam, lParam);
 }
 
 LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    LRESULT result = 0;
-    if (OnWndMsg(message, wParam, lParam, &result)) return result;
-    return DefWindowProc(message, wParam, lParam);
+    return vm::Traced(*this, message, wParam, lParam, [=, this]() -> LRESULT {
+        LRESULT result = 0;
+        if (OnWndMsg(message, wParam, lParam, &result)) return result;
+        return DefWindowProc(message, wParam, lParam);
+    });
 }
 
 BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
@@ -175,12 +206,13 @@ BOOL CWnd::OnCmdMsg(UINT message, int id, void* extra, AFX_CMDHANDLERINFO* info)
     auto* result = static_cast<LRESULT*>(extra);
     LRESULT* slot = result ? result : &local;
     if (!info) {
-        if (OnWndMsg(message, static_cast<WPARAM>(id), 0, slot)) return TRUE;
+        if (AskMap(*this, message, static_cast<WPARAM>(id), 0, slot)) return TRUE;
         *slot = 0;
         return FALSE;
     }
     auto* state = reinterpret_cast<CCmdUI*>(info);
-    if (OnWndMsg(WM_UPDATECOMMANDUI, message, reinterpret_cast<LPARAM>(state), slot)) return TRUE;
+    if (AskMap(*this, WM_UPDATECOMMANDUI, message, reinterpret_cast<LPARAM>(state), slot))
+        return TRUE;
     *slot = state->GetFnDefined();
     if (!*slot) return FALSE;
     state->Enable(true);

@@ -5,10 +5,12 @@
 
 #include <vmcore/wnd/CWnd.h>
 
+#include "wnd/messageTrace.h"
+
 class winMessage {
 public:
-    winMessage(CWnd* target, HWND handle, UINT number, WPARAM first, LPARAM second)
-        : cWnd(target), message(number), wParam(first), lParam(second), hWnd(handle) {}
+    winMessage(vm::Sender how, CWnd* target, HWND handle, UINT number, WPARAM first, LPARAM second)
+        : cWnd(target), message(number), wParam(first), lParam(second), hWnd(handle), sender(how) {}
 
     void Retain() { m_references.fetch_add(1, std::memory_order_relaxed); }
     void Release() {
@@ -28,8 +30,13 @@ public:
     const LPARAM lParam;
     LRESULT lResult = 0;
     const HWND hWnd; ///< the target's handle at the time of sending
+    const vm::Sender sender;
+    const long thread = vm::MessagesAreTraced() ? vm::ThisThread() : 0; ///< the sending one
 
 private:
+    bool MayBeDelivered() const;
+    void TraceNobody(const char* why) const;
+
     ~winMessage() = default;
     std::atomic<int> m_references{1};
 };

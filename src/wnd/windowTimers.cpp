@@ -54,6 +54,7 @@ private:
         }
         for (int i = 0; i < wnd->m_TimerList.GetSize(); ++i) {
             if (wnd->m_TimerList.GetAt(i) != this) continue;
+            const SenderScope sender(Sender::Timer);
             wnd->WindowProc(WM_TIMER, wnd->m_TimerIDList.GetAt(i),
                             reinterpret_cast<LPARAM>(wnd->m_TimerProcList.GetAt(i)));
             return;

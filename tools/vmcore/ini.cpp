@@ -80,10 +80,6 @@ void List(const Arguments& given, bool oneSection) {
                      given.file.c_str(), line);
 }
 
-void PrintLine(const std::string& file, std::size_t line, const std::string& text) {
-    Print(file + ":" + std::to_string(line) + ": " + text + "\n");
-}
-
 // The file's bytes, repaired if that is asked for.
 std::string BytesToCheck(const std::string& file, bool fix) {
     const std::string bytes = ReadBytes(file);
@@ -101,24 +97,10 @@ std::vector<Finding> FindingsOf(const std::string& file, bool fix) {
     return CheckIni(BytesToCheck(file, fix));
 }
 
-// Whether there is more than notes.
-bool PrintFindings(const std::string& file, const Arguments& given) {
-    bool isClean = true;
-    for (const Finding& finding : FindingsOf(file, given.fix)) {
-        const bool isNote = finding.severity == Severity::Note;
-        if (!isNote) isClean = false;
-        if (isNote && !given.notes) continue;
-        PrintLine(file, finding.line,
-                  std::string(SeverityName(finding.severity)) + ": " + finding.kind + ": " +
-                      finding.text);
-    }
-    return isClean;
-}
-
 // The exit status for one file. The others are checked whatever it is.
 int CheckFile(const std::string& file, const Arguments& given) {
     try {
-        return PrintFindings(file, given) ? 0 : kNo;
+        return PrintFindings(file, FindingsOf(file, given.fix), given.notes) ? 0 : kNo;
     } catch (const Exit& end) {
         std::fprintf(stderr, "vmcore: %s\n", end.message.c_str());
         return end.status;

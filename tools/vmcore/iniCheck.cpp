@@ -254,17 +254,6 @@ void Checker::CheckLastLine(std::string_view rest) {
 
 } // namespace
 
-const char* SeverityName(Severity severity) {
-    switch (severity) {
-    case Severity::Note:
-        return "note";
-    case Severity::Warning:
-        return "warning";
-    default:
-        return "error";
-    }
-}
-
 std::vector<Finding> CheckIni(std::string_view bytes) {
     return Checker().Check(bytes);
 }

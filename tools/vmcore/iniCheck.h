@@ -6,21 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "finding.h"
+
 namespace vm::tool {
-
-enum class Severity {
-    Note,    ///< as the format has it, but not what everybody expects
-    Warning, ///< something is never found, or under another name
-    Error    ///< something is not read, or will be lost when the file is saved
-};
-const char* SeverityName(Severity severity);
-
-struct Finding {
-    std::size_t line; ///< from 1
-    Severity severity;
-    const char* kind;
-    std::string text;
-};
 
 /// In the order of the lines. A file that the library has written has no more than notes.
 std::vector<Finding> CheckIni(std::string_view bytes);

@@ -1,0 +1,173 @@
+#include "uiCheck.h"
+
+#include <algorithm>
+#include <charconv>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+
+#include "uiReader.h"
+
+namespace vm::tool {
+namespace {
+
+constexpr int kDeepest = 64; // as the library's reader has it
+constexpr int kOk = 1;
+constexpr int kCancel = 2;
+constexpr int kUnused = -1; // what dialogs number views that nobody asks for
+
+using Names = std::span<const std::string_view>;
+
+// Widgets that a person does nothing with.
+constexpr std::string_view kWithoutTag[] = {
+    "QWidget",  "QLabel",         "QFrame",    "Line",        "QGroupBox", "QScrollArea",
+    "QToolBox", "QStackedWidget", "QSplitter", "QDockWidget", "QMdiArea",  "QMainWindow",
+    "QDialog",  "QMenuBar",       "QMenu",     "QToolBar",    "QStatusBar"};
+constexpr std::string_view kDelegates[] = {"LCTableViewDelegate", "LBTableViewDelegate",
+                                           "TCOutlineViewDataSource"};
+constexpr std::string_view kItemActions[] = {"winCmd", "about", "preferences", "terminate"};
+constexpr std::string_view kControlActions[] = {
+    "onButton", "onRadio", "onPopupMenu", "onCombi", "onEdit", "onSelChange", "onTab", "onScroll"};
+
+bool Has(Names names, std::string_view name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+std::string Described(const UiElement& element) {
+    const std::string what = element.kind == UiElement::Kind::Action ? "item" : element.className;
+    return what + " '" + element.name + "'";
+}
+
+const UiProperty* Find(const UiElement& element, const char* name) {
+    const auto found = element.properties.find(name);
+    return found == element.properties.end() ? nullptr : &found->second;
+}
+
+std::string TextOf(const UiElement& element, const char* name) {
+    const UiProperty* property = Find(element, name);
+    return property ? property->value : std::string();
+}
+
+std::optional<int> Number(std::string_view text) {
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return number;
+}
+
+class Checker {
+public:
+    explicit Checker(const UiFile& file) : m_file(file) {}
+    std::vector<Finding> Check();
+
+private:
+    void CheckTag(const UiElement& element);
+    void CheckAction(const UiElement& element);
+    void CheckDelegate(const UiElement& element);
+    void CheckDepth(const UiElement& element);
+    void CheckNumber(const UiElement& element, int tag);
+    void CheckDialogButtons();
+    bool NeedsTag(const UiElement& element) const;
+
+    void Add(std::size_t line, Severity severity, const char* kind, std::string text) {
+        m_findings.push_back({line, severity, kind, std::move(text)});
+    }
+
+    const UiFile& m_file;
+    bool m_isMenu = false;
+    std::map<int, const UiElement*> m_tags; // and what had them first
+    std::vector<Finding> m_findings;
+};
+
+std::vector<Finding> Checker::Check() {
+    const std::string& root = m_file.elements[0].className;
+    m_isMenu = root == "QMenuBar" || root == "QMenu";
+    for (const UiElement& element : m_file.elements) {
+        const bool isAction = element.kind == UiElement::Kind::Action;
+        if (isAction && !m_isMenu) continue; // nobody uses those of a dialog
+        CheckDepth(element);
+        CheckTag(element);
+        CheckAction(element);
+        CheckDelegate(element);
+    }
+    if (!m_isMenu) CheckDialogButtons();
+    std::stable_sort(m_findings.begin(), m_findings.end(),
+                     [](const Finding& a, const Finding& b) { return a.line < b.line; });
+    return std::move(m_findings);
+}
+
+void Checker::CheckDepth(const UiElement& element) {
+    if (element.kind == UiElement::Kind::Widget && element.depth == kDeepest)
+        Add(element.line, Severity::Error, "depth",
+            Described(element) + " is inside more than " + std::to_string(kDeepest - 1) +
+                " others: the library refuses the file");
+}
+
+bool Checker::NeedsTag(const UiElement& element) const {
+    if (element.kind == UiElement::Kind::Widget)
+        return element.depth > 0 && !Has(kWithoutTag, element.className);
+    const std::string action = TextOf(element, "action");
+    return (action.empty() || action == "winCmd") && TextOf(element, "separator") != "true";
+}
+
+void Checker::CheckTag(const UiElement& element) {
+    const UiProperty* property = Find(element, "tag");
+    const std::optional<int> tag = property ? Number(property->value) : 0;
+    if (!tag)
+        return Add(property->line, Severity::Error, "tag",
+                   "'" + property->value + "' of " + Described(element) + " is no number");
+    if (*tag != 0) return CheckNumber(element, *tag);
+    if (!NeedsTag(element)) return;
+    const bool isItem = element.kind == UiElement::Kind::Action;
+    Add(element.line, Severity::Warning, "no tag",
+        Described(element) + (isItem ? " does nothing" : " sends the number 0 and is never found"));
+}
+
+void Checker::CheckNumber(const UiElement& element, int tag) {
+    if (m_isMenu && tag == kOk)
+        Add(Find(element, "tag")->line, Severity::Note, "tag 1",
+            Described(element) + " is always enabled");
+    if (tag == kUnused) return;
+    const auto [first, isNew] = m_tags.try_emplace(tag, &element);
+    if (isNew) return;
+    // The same command may well be in two menus.
+    if (m_isMenu && TextOf(*first->second, "text") == TextOf(element, "text")) return;
+    Add(Find(element, "tag")->line, Severity::Warning, "duplicate tag",
+        std::to_string(tag) + " of " + Described(element) + " is that of " +
+            Described(*first->second) + " on line " + std::to_string(first->second->line));
+}
+
+void Checker::CheckAction(const UiElement& element) {
+    const UiProperty* action = Find(element, "action");
+    const bool isItem = element.kind == UiElement::Kind::Action;
+    if (!action || action->value.empty() || Has(kItemActions, action->value)) return;
+    if (!isItem && Has(kControlActions, action->value)) return;
+    Add(action->line, Severity::Warning, "unknown action",
+        "'" + action->value + "' of " + Described(element) + " does nothing");
+}
+
+void Checker::CheckDelegate(const UiElement& element) {
+    const UiProperty* delegate = Find(element, "delegate");
+    if (delegate && !Has(kDelegates, delegate->value))
+        Add(delegate->line, Severity::Warning, "unknown delegate",
+            "'" + delegate->value + "' of " + Described(element) + " is left out");
+}
+
+void Checker::CheckDialogButtons() {
+    const std::size_t line = m_file.elements[0].line;
+    if (!m_tags.contains(kOk)) Add(line, Severity::Note, "no tag 1", "the dialog has no OK button");
+    if (!m_tags.contains(kCancel))
+        Add(line, Severity::Note, "no tag 2", "the dialog has no Cancel button");
+}
+
+} // namespace
+
+UiReport CheckUi(std::string_view bytes) {
+    const UiFile file = ReadUi(bytes);
+    if (file.trouble.empty()) return {true, Checker(file).Check()};
+    return {false, {{file.troubleLine, Severity::Error, "no interface file", file.trouble}}};
+}
+
+} // namespace vm::tool
