@@ -67,7 +67,7 @@ private:
     void OnDeleteMessage();
     BOOL MayDropChanges();
     BOOL SaveBank();
-    BOOL FindMessage(const std::string& text, bool next);
+    BOOL FindMessage(const std::string& wanted, bool next);
 
     // Dialogs and pop-up menu
     void MakeFindBar();

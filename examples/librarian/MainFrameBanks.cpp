@@ -184,7 +184,7 @@ BOOL MainFrame::SaveBank() {
 }
 
 // The first message, behind the selected one for `next`, with the text in a cell of its row.
-BOOL MainFrame::FindMessage(const std::string& text, bool next) {
+BOOL MainFrame::FindMessage(const std::string& wanted, bool next) {
     const int count = m_list.GetItemCount();
     int start = 0;
     for (int row = 0; row < count; ++row)
@@ -192,10 +192,10 @@ BOOL MainFrame::FindMessage(const std::string& text, bool next) {
             start = row + (next ? 1 : 0);
     for (int i = 0; i < count; ++i) {
         const auto index = static_cast<int>(m_list.GetItemData((start + i) % count));
-        if (!m_list.Matches(static_cast<std::size_t>(index), text)) continue;
+        if (!m_list.Matches(static_cast<std::size_t>(index), wanted)) continue;
         SelectMessage(index);
         return TRUE;
     }
-    SetStatus("No message with '" + text + "'");
+    SetStatus("No message with '" + wanted + "'");
     return FALSE;
 }

@@ -16,7 +16,9 @@ int IndexOf(const std::vector<std::string>& names, const std::string& name) {
 } // namespace
 
 void MainFrame::MakeFindBar() {
-    m_find.find = [this](const std::string& text, bool next) { return FindMessage(text, next); };
+    m_find.find = [this](const std::string& wanted, bool next) {
+        return FindMessage(wanted, next);
+    };
     m_find.closed = [this] {
         LayOut();
         m_list.SetFocus();
@@ -81,9 +83,9 @@ BOOL MainFrame::OnSaveAs() {
 // Over the bytes: commands for the selected message. The commands arrive afterwards,
 // as from the main menu.
 BOOL MainFrame::OnContextMenu(const CPoint& point) {
-    CMenu menu;
-    if (!menu.LoadMenu(IDR_MESSAGE_MENU)) return FALSE;
+    CMenu commands;
+    if (!commands.LoadMenu(IDR_MESSAGE_MENU)) return FALSE;
     Report("context menu");
-    menu.TrackPopupMenu(0, point.x, point.y, this, nullptr);
+    commands.TrackPopupMenu(0, point.x, point.y, this, nullptr);
     return TRUE;
 }

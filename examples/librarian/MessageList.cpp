@@ -53,9 +53,9 @@ void MessageList::ShowBank(const Bank& bank) {
     SetRedraw(TRUE);
 }
 
-bool MessageList::Matches(std::size_t index, const std::string& text) const {
+bool MessageList::Matches(std::size_t index, const std::string& part) const {
     for (const int column : {kManufacturer, kKind, kPatch, kChecksum})
-        if (Lower(CellText(index, column)).find(Lower(text)) != std::string::npos) return true;
+        if (Lower(CellText(index, column)).find(Lower(part)) != std::string::npos) return true;
     return false;
 }
 

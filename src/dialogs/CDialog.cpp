@@ -9,6 +9,7 @@
 #include "platform/messagebox.h"
 #include "wnd/CWndNSView.h"
 #include "wnd/CWndViewController.h"
+#include "wnd/messageTrace.h"
 #include "wnd/views.h"
 #include "wnd/windowState.h"
 
@@ -104,6 +105,11 @@ void CDialog::DoDataExchange(CDataExchange* pDX) {
 }
 
 LRESULT CDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    return vm::Traced(*this, message, wParam, lParam,
+                      [=, this] { return Answer(message, wParam, lParam); });
+}
+
+LRESULT CDialog::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_INITDIALOG:
         return OnInitDialog();
