@@ -35,3 +35,4 @@
 #include <vmcore/wnd/CWnd.h>
 #include <vmcore/wnd/clipboard.h>
 #include <vmcore/wnd/frames.h>
+#include <vmcore/wnd/input.h>

@@ -18,3 +18,4 @@
 #include <vmcore/gdi/gdiobjects.h>
 #include <vmcore/gdi/printing.h>
 #include <vmcore/wnd/CWnd.h>
+#include <vmcore/wnd/input.h>

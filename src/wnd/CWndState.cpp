@@ -15,6 +15,7 @@
 #include "wnd/CWndNSView.h"
 #include "wnd/CWndNSWindow.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/responder.h"
 #include "wnd/views.h"
 #include "wnd/windowState.h"
 #include "wnd/windowTimers.h"
@@ -167,8 +168,7 @@ CWnd* CWnd::SetFocus() {
 }
 
 CWnd* CWnd::GetFocus() {
-    if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return nullptr;
-    return ObjectOrScratch(QApplication::focusWidget());
+    return ObjectOrScratch(vm::FocusOrResponder());
 }
 
 CWnd* CWnd::SetCapture() {
