@@ -112,8 +112,7 @@ void MainFrame::MakeParts() {
     m_list.AddColumns();
     m_hex.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_HEX);
     m_status.Create(this);
-    m_header.SetAccessibleName("Bank");
-    m_hex.SetAccessibleName("Message bytes");
+
     DragAcceptFiles();
     m_made = true;
 }

@@ -22,8 +22,10 @@ public:
     explicit CWndView(QWidget* parent);
     ~CWndView() override;
 
+    /// The property "tag", which interface files set too.
     int tag() const { return m_tag; }
     void setTag(int tag);
+    CWnd* getCWnd() const { return wnd; }
     bool isFlipped() const { return flipped; }
     void setFlipped(bool flag) { flipped = flag; }
     void setEnabledFlag(bool flag) { enabled = flag; }
@@ -55,13 +57,17 @@ protected:
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    bool focusNextPrevChild(bool next) override;
 
 private:
     void Initialise();
     bool HandleEvent(QEvent* event);
-    void Press(QMouseEvent* event, int clickCount);
+    bool HandleMouse(QEvent* event);
+    void Press(QMouseEvent* event);
     void Release(QMouseEvent* event);
+    void PressKey(const QKeyEvent& event);
+    void TakeInput(const QInputMethodEvent& event);
+    void AskForContextMenu(const QPoint& screen);
+    CWnd* HandlerOf(int command) const;
     void SendPaint(QPaintEvent* event);
     void ReportFrame(const QRect& before);
 

@@ -27,6 +27,7 @@
 #include "wnd/CWndNSWindow.h"
 #include "wnd/NativeWindow.h"
 #include "wnd/deviceContexts.h"
+#include "wnd/responder.h"
 #include "wnd/viewScaling.h"
 #include "wnd/views.h"
 #include "wnd/windowState.h"
@@ -223,8 +224,7 @@ CWnd* CWnd::SetFocus() {
 }
 
 CWnd* CWnd::GetFocus() {
-    if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return nullptr;
-    return ObjectOrScratch(QApplication::focusWidget());
+    return ObjectOrScratch(vm::FocusOrResponder());
 }
 
 CWnd* CWnd::SetCapture() {

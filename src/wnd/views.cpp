@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
+#include <QtCore/QPointer>
 #include <QtCore/QVariant>
 #include <QtWidgets/QApplication>
 
@@ -25,6 +27,8 @@ struct ViewState {
     std::unordered_map<const QObject*, std::vector<CWnd*>> watched;
     std::unordered_map<const CWnd*, std::unordered_set<QWidget*>> viewsOf;
     std::unordered_set<const QObject*> doomed; // hidden, to be freed by the event loop
+    std::vector<QPointer<QWidget>> kept;       // by the KeepView objects
+    std::vector<QPointer<QWidget>> waiting;    // doomed, as soon as nothing in them is kept
 };
 
 ViewState& State() {
@@ -46,8 +50,14 @@ void ViewIsGone(QObject* object) {
     state.doomed.erase(object);
     WindowState& windows = Windows();
     if (windows.CaptureWnd == view) windows.CaptureWnd = nullptr;
-    if (windows.lastResponder == view) windows.lastResponder = nullptr;
     RemoveBindingsOf(view);
+}
+
+bool HoldsKept(const QWidget* view) {
+    const auto& kept = State().kept;
+    return std::any_of(kept.begin(), kept.end(), [view](const QPointer<QWidget>& one) {
+        return one && (one == view || view->isAncestorOf(one));
+    });
 }
 
 bool IsDoomed(const QWidget* view) {
@@ -108,7 +118,25 @@ void DisposeOfView(QWidget* view) {
     WatchView(view);
     State().doomed.insert(view);
     view->hide();
-    view->deleteLater();
+    if (HoldsKept(view))
+        State().waiting.emplace_back(view);
+    else
+        view->deleteLater();
+}
+
+KeepView::KeepView(QWidget* view) {
+    State().kept.emplace_back(view);
+}
+
+KeepView::~KeepView() {
+    State().kept.pop_back();
+    for (const QPointer<QWidget>& view : std::exchange(State().waiting, {})) {
+        if (!view) continue;
+        if (HoldsKept(view))
+            State().waiting.push_back(view);
+        else
+            view->deleteLater();
+    }
 }
 
 void WatchView(QWidget* view, CWnd* owner) {
@@ -129,17 +157,6 @@ void ForgetOwner(CWnd* owner) {
         if (own && own->wnd == owner) own->wnd = nullptr;
     }
     state.viewsOf.erase(found);
-}
-
-CWndView* FirstViewFrom(QWidget* start) {
-    for (QWidget* view = start; view; view = view->parentWidget())
-        if (auto* own = dynamic_cast<CWndView*>(view)) return own;
-    return nullptr;
-}
-
-CWndView* FirstResponderView() {
-    if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return nullptr;
-    return FirstViewFrom(QApplication::focusWidget());
 }
 
 } // namespace vm

@@ -173,6 +173,23 @@ TEST_F(MouseEvents, CaptureTakesMovesAndLeftReleases) {
     EXPECT_THAT(log.TakeErrors(), IsEmpty()) << "its own release is not redirected";
 }
 
+TEST_F(MouseEvents, CaptureTakesNoDragsOfOtherButtons) {
+    top.SetCapture();
+    const struct {
+        unsigned buttons;
+        bool isRedirected;
+    } rows[] = {{0, true},
+                {vm::kLeftDown, true},
+                {vm::kLeftDown | vm::kRightDown, true},
+                {vm::kRightDown, false},
+                {vm::kMiddleDown, false}};
+    for (const auto& row : rows) {
+        vm::MouseMoved(View(), At(1, 2, 0, 0, row.buttons));
+        EXPECT_EQ(top.Take(WM_MOUSEMOVE).size(), row.isRedirected) << row.buttons;
+        EXPECT_EQ(child.Take(WM_MOUSEMOVE).size(), !row.isRedirected) << row.buttons;
+    }
+}
+
 TEST_F(MouseEvents, EveryPressEndsTheCapture) {
     for (const MouseButton button : {MouseButton::Left, MouseButton::Right, MouseButton::Other}) {
         top.SetCapture();
