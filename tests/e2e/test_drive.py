@@ -14,6 +14,7 @@ import subprocess
 import tempfile
 
 from display import Display, Program, wait_for
+from drag import FileDrag
 from trace import Trace
 
 EN_CHANGE, BN_CLICKED, CBN_SELCHANGE = 0x4, 0x66, 0x74
@@ -30,7 +31,7 @@ ITEMS = {
 
 class Drive:
     def __init__(self, bundle, data, out):
-        self.bundle, self.data, self.out = bundle, data, out
+        self.bundle, self.data, self.out = bundle.resolve(), data.resolve(), out
 
     def run(self):
         folder = pathlib.Path(tempfile.mkdtemp(prefix="librarian-"))
@@ -38,7 +39,7 @@ class Drive:
             with Display() as self.display:
                 self.start(folder, self.data / "patches.syx")
                 for step in (self.menus, self.about, self.ports, self.details, self.find,
-                             self.pointer, self.window_manager, self.save, self.delete_and_quit):
+                             self.pointer, self.drop, self.window_manager, self.save, self.delete_and_quit):
                     step()
             self.check_every_item()
         finally:
@@ -103,13 +104,21 @@ class Drive:
             for item, command in items:
                 self.choose(menu, item, command)
         self.program.expect("opened patches.syx 64 messages")
+        left, top, _, _ = self.display.geometry(self.main)
+        for item, name in ((1, "voices"), (2, "patches")):  # the same with the mouse
+            self.display.click(left + 20, top + 9)
+            wait_for("the menu", lambda: self.visible_windows() > self.windows_at_rest)
+            self.display.click(left + 60, top + 10 + 22 * item)
+            self.program.expect(f"opened {name}.syx .*")
+            self.wait_at_rest()
 
     def about(self):
         self.trace.skip()
         self.display.key("alt+h")
         wait_for("the menu", lambda: self.visible_windows() > self.windows_at_rest)
-        self.open_dialog(["a"], "AboutDialog", "About Librarian")
-        self.display.key("Return")
+        window = self.open_dialog(["a"], "AboutDialog", "About Librarian")
+        left, top, width, height = self.display.geometry(window)
+        self.display.click(left + width - 50, top + height - 20)
         self.program.expect("about")
         self.wait_at_rest()
 
@@ -190,6 +199,15 @@ class Drive:
                          "click", "--repeat", "2", "--delay", "40", "1")  # a message of the list
         self.program.expect(r"sending \d+")
         self.program.expect(r"received \d+ identical")
+
+    def drop(self):
+        left, top, width, height = self.display.geometry(self.main)
+        self.trace.skip()
+        for name, count in (("voices", 1), ("patches", 64)):
+            drag = FileDrag(self.display.environment["DISPLAY"], [self.data / f"{name}.syx"])
+            assert drag.drop(self.main, left + width // 2, top + height // 2)
+            self.program.expect(f"opened {name}.syx {count} messages")
+            self.trace.expect("WM_DROPFILES", **{"class": "MainFrame"})
 
     def window_manager(self):
         self.trace.skip()
