@@ -14,6 +14,7 @@
 #include "wnd/CWndNSView.h"
 #include "wnd/NativeWindow.h"
 #include "wnd/boundHandle.h"
+#include "wnd/heldViews.h"
 #include "wnd/windowState.h"
 
 namespace vm {
@@ -108,7 +109,7 @@ void DisposeOfView(QWidget* view) {
     WatchView(view);
     State().doomed.insert(view);
     view->hide();
-    view->deleteLater();
+    HeldViews::WhenReleased(view, [view] { view->deleteLater(); });
 }
 
 void WatchView(QWidget* view, CWnd* owner) {
