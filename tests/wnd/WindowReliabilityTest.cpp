@@ -208,7 +208,9 @@ INSTANTIATE_TEST_SUITE_P(Window, WindowReliability,
                                          End::DestroyedInALoop),
                          NameOf);
 
-TEST_F(WindowFixture, LoopsTenDeepEndFromTheInside) {
+using Loops = WindowFixture;
+
+TEST_F(Loops, TenDeepEndFromTheInside) {
     constexpr int kDepth = 10;
     std::vector<int> order;
     int depth = 0;
@@ -231,18 +233,20 @@ TEST_F(WindowFixture, LoopsTenDeepEndFromTheInside) {
     EXPECT_EQ(vm::RunningLoops(), 0);
 }
 
-TEST_F(WindowFixture, ChildrenLeaveNoMemoryBehind) {
+TEST(ManyWindows, LeaveNoMemoryBehind) {
     const char* const wanted = std::getenv("VMCORE_CHILDREN");
     const int rounds = wanted ? std::atoi(wanted) : 20000;
-    const Watchdog patient(std::chrono::seconds(60 + rounds / 500));
+    const Watchdog watchdog(std::chrono::seconds(60 + rounds / 500));
+    RecordingWindow top;
+    top.Create("", "", WS_VISIBLE, RECT{80, 90, 380, 290}, nullptr, 0);
     constexpr int kTogether = 50;
     const auto makeSome = [&](int count) {
         for (int made = 0; made < count; made += kTogether) {
             std::vector<std::unique_ptr<CWnd>> children;
             for (int i = 0; i < kTogether; ++i) {
                 auto& wnd = children.emplace_back(std::make_unique<CWnd>());
-                wnd->Create("", "", i % 5 ? WS_VISIBLE : WS_VISIBLE | WS_VSCROLL, kChildRect,
-                            &child, 9);
+                wnd->Create("", "", i % 5 ? WS_VISIBLE : WS_VISIBLE | WS_VSCROLL,
+                            RECT{30, 40, 130, 100}, &top, 9);
                 if (i % 7 == 0) wnd->SetTimer(1, 1000);
             }
             for (const auto& wnd : children) wnd->DestroyWindow();
@@ -255,5 +259,6 @@ TEST_F(WindowFixture, ChildrenLeaveNoMemoryBehind) {
     const long growth = ResidentKilobytes() - before;
     RecordProperty("kilobytes", static_cast<int>(growth));
     EXPECT_LT(growth, 2048) << rounds << " children";
-    EXPECT_TRUE(child.view->children().isEmpty());
+    EXPECT_TRUE(top.view->children().isEmpty());
+    top.DestroyWindow();
 }
