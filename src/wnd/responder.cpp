@@ -1,4 +1,5 @@
 #include "wnd/responder.h"
+#include "wnd/heldViews.h"
 
 #include <algorithm>
 #include <vector>
@@ -53,8 +54,7 @@ void Become(QWidget* window, QWidget* view) {
     if (before == view) return;
     responder.view = view;
     const QPointer<QWidget> now = view;
-    const KeepView keepBefore(before); // the toolkit follows both after this
-    const KeepView keepNow(now);
+    const HeldViews held; // the toolkit goes on with both after this
     Tell(before, WM_KILLFOCUS, nullptr);
     // The handler may have moved the focus on, which has been told then.
     if (now && QApplication::focusWidget() == now) Tell(now, WM_SETFOCUS, before);
