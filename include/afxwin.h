@@ -36,3 +36,4 @@
 #include <vmcore/wnd/clipboard.h>
 #include <vmcore/wnd/frames.h>
 #include <vmcore/wnd/input.h>
+#include <vmcore/wnd/screen.h>

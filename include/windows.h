@@ -19,3 +19,4 @@
 #include <vmcore/gdi/printing.h>
 #include <vmcore/wnd/CWnd.h>
 #include <vmcore/wnd/input.h>
+#include <vmcore/wnd/screen.h>

@@ -15,6 +15,8 @@
 #include "wnd/CWndNSWindow.h"
 #include "wnd/NativeWindow.h"
 #include "wnd/creation.h"
+#include "wnd/scrollBars.h"
+#include "wnd/tooltips.h"
 #include "wnd/views.h"
 #include "wnd/windowState.h"
 #include "wnd/windowTimers.h"
@@ -113,6 +115,7 @@ CWnd::~CWnd() {
     CWinApp* app = vm::App().MainApp;
     if (app && app->m_pMainWnd == this) app->m_pMainWnd = nullptr;
     vm::KillAllTimersOf(this);
+    vm::FreeTooltipText(*this);
     // Views and windows may outlive their object; they must not call it any more.
     for (NSWindow* window : vm::NativeApplication::Shared().Windows())
         if (GetWRefCon(window) == this) SetWRefCon(window, nullptr);
@@ -170,6 +173,11 @@ BOOL CWnd::CreateChild(CREATESTRUCT& cs) {
     if (!view) return FALSE; // destroyed while it was told of its creation
     // Outside of a parent a view would be a window of its own.
     view->setVisible((cs.style & WS_VISIBLE) && view->parentWidget());
+    const bool vertical = cs.style & WS_VSCROLL;
+    const bool horizontal = cs.style & WS_HSCROLL;
+    if (vertical) CreateVScroll();
+    if (horizontal) CreateHScroll();
+    if (vertical && horizontal) CreateVHScrollFill();
     return TRUE;
 }
 
@@ -234,10 +242,7 @@ void CWnd::DestroyTopLevel() {
 }
 
 void CWnd::DestroyChild() {
-    for (HWND* bar : {&vScrollView, &hScrollView}) {
-        if (vm::IsLiveView(*bar)) vm::DisposeOfView(*bar);
-        *bar = nullptr;
-    }
+    vm::RemoveScrollBars(*this);
     HWND old = view;
     view = nullptr;
     auto* own = vm::ViewExists(old) ? dynamic_cast<CWndView*>(old) : nullptr;
@@ -286,6 +291,15 @@ HWND CWnd::UnsubclassWindow() {
 BOOL CWnd::isCustomNSView() const {
     return vm::ViewExists(view) && dynamic_cast<CWndView*>(view) != nullptr;
 }
+
+void CWnd::setAutorelease() {
+    if (vm::IsLiveView(view)) view->deleteLater();
+}
+
+void CWnd::setCallOnDealloc(bool notice) {
+    if (isCustomNSView()) static_cast<CWndView*>(view)->callOnDealloc = notice;
+}
+
 CWnd* CWnd::getLastCreatedCWnd() {
     return vm::Windows().lastCreatedCWnd;
 }

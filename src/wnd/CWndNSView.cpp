@@ -21,6 +21,7 @@
 #include "wnd/dropFiles.h"
 #include "wnd/nativeEvents.h"
 #include "wnd/responder.h"
+#include "wnd/scrollBars.h"
 #include "wnd/views.h"
 #include "wnd/windowState.h"
 #include "wnd/windowTimers.h"
@@ -72,7 +73,9 @@ void CWndView::setFrame(const QRect& frame) {
 void CWndView::ReportFrame(const QRect& before) {
     const QPointer<CWndView> self = this;
     m_reported = size();
-    wnd->WindowProc(WM_SIZE, 2, MAKELPARAM(width(), height()));
+    vm::LayOutScrollBars(*wnd); // a hidden view is not told of its new size yet
+    const QSize client = vm::ClientSizeOf(*wnd);
+    wnd->WindowProc(WM_SIZE, 2, MAKELPARAM(client.width(), client.height()));
     if (self && wnd && pos() != before.topLeft()) wnd->WindowProc(WM_MOVE, 0, MAKELPARAM(x(), y()));
 }
 
@@ -81,7 +84,9 @@ void CWndView::ReportFrame(const QRect& before) {
 void CWndView::resizeEvent(QResizeEvent*) {
     if (!wnd || initMode || m_inSetFrame || size() == m_reported) return;
     m_reported = size();
-    vm::AtEventBoundary([this] { wnd->WindowProc(WM_SIZE, 2, MAKELPARAM(width(), height())); });
+    const QSize client = vm::ClientSizeOf(*wnd);
+    vm::AtEventBoundary(
+        [&] { wnd->WindowProc(WM_SIZE, 2, MAKELPARAM(client.width(), client.height())); });
 }
 
 void CWndView::paintEvent(QPaintEvent* event) {
@@ -96,7 +101,7 @@ public:
     PaintInProgress(QPainter& painter, const QRegion& region, CWnd* wnd, QWidget& view)
         : m_target(std::make_shared<vm::PaintTarget>(&painter)),
           m_context(vm::GraphicsContext::ForView(m_target, QPoint(0, 0), region)), m_wnd(wnd),
-          m_current(view, m_target, m_context) {
+          m_current(view, m_target, m_context, region) {
         wnd->paintContext = m_context;
         ++vm::Windows().paints;
     }

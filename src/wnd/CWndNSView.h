@@ -32,6 +32,8 @@ public:
 
     /// Moves and resizes the view; sends WM_SIZE (2) and, when the origin changed, WM_MOVE.
     void setFrame(const QRect& frame);
+    /// Whether files may be dropped on the view: not before this.
+    void dragAcceptFiles(bool accept) { setAcceptDrops(accept); }
 
     /// A chosen menu item while this view has the focus: the first object up the parents with a
     /// handler gets the command. Null stands for a sender that is no menu item.

@@ -92,8 +92,8 @@ GraphicsContext* Kept(GraphicsContext* context) {
 } // namespace
 
 CurrentPaint::CurrentPaint(QWidget& view, std::shared_ptr<PaintTarget> target,
-                           GraphicsContext* context)
-    : m_view(&view), m_target(std::move(target)), m_context(context),
+                           GraphicsContext* context, QRegion region)
+    : m_view(&view), m_target(std::move(target)), m_context(context), m_region(std::move(region)),
       m_outer(std::exchange(s_innermost, this)) {}
 
 CurrentPaint::~CurrentPaint() {
@@ -107,6 +107,12 @@ CurrentPaint* CurrentPaint::Innermost() {
 CurrentPaint* CurrentPaint::Of(const QWidget* window) {
     CurrentPaint* paint = s_innermost;
     while (paint && (!paint->m_view || paint->m_view->window() != window)) paint = paint->m_outer;
+    return paint;
+}
+
+CurrentPaint* CurrentPaint::OfView(const QWidget* view) {
+    CurrentPaint* paint = s_innermost;
+    while (paint && (!view || paint->m_view != view)) paint = paint->m_outer;
     return paint;
 }
 
