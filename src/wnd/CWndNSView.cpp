@@ -2,6 +2,7 @@
 #include "wnd/deviceContexts.h"
 
 #include <memory>
+#include <utility>
 
 #include <QtCore/QPointer>
 #include <QtGui/QAction>
@@ -22,6 +23,7 @@
 #include "wnd/nativeEvents.h"
 #include "wnd/responder.h"
 #include "wnd/scrollBars.h"
+#include "wnd/viewScaling.h"
 #include "wnd/views.h"
 #include "wnd/windowState.h"
 #include "wnd/windowTimers.h"
@@ -102,6 +104,8 @@ public:
         : m_target(std::make_shared<vm::PaintTarget>(&painter)),
           m_context(vm::GraphicsContext::ForView(m_target, QPoint(0, 0), region)), m_wnd(wnd),
           m_current(view, m_target, m_context, region) {
+        const double scale = vm::ScaleOf(*wnd);
+        if (scale != 1.0) m_context->Scale(scale, scale);
         wnd->paintContext = m_context;
         ++vm::Windows().paints;
     }
