@@ -19,6 +19,7 @@
 #include "platform/PaintTarget.h"
 #include "platform/eventboundary.h"
 #include "platform/messagebox.h"
+#include "wnd/accessibleView.h"
 #include "wnd/dropFiles.h"
 #include "wnd/nativeEvents.h"
 #include "wnd/responder.h"
@@ -57,10 +58,15 @@ void CWndView::Initialise() {
     setFocusPolicy(Qt::ClickFocus);
     setAttribute(Qt::WA_InputMethodEnabled); // dead keys, too, come through an input method
     vm::WatchResponders();
+    vm::InstallAccessibleViews();
 }
 
 void CWndView::setTag(int tag) {
     if (tag != m_tag) setProperty(vm::kTagProperty, tag); // read back by HandleEvent
+}
+
+void CWndView::setEnabledFlag(bool flag) {
+    if (std::exchange(enabled, flag) != flag) vm::TellEnabled(*this);
 }
 
 void CWndView::setFrame(const QRect& frame) {

@@ -10,7 +10,9 @@
 
 #include "core/guard.h"
 #include "core/macroman.h"
+#include "wnd/CWndNSView.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/accessibleView.h"
 #include "wnd/controlText.h"
 #include "wnd/views.h"
 
@@ -58,6 +60,7 @@ void CWnd::SetWindowText(const char* newText) {
             nsWindow->setWindowTitle(vm::FromMacRoman(newText));
         } else if (isCustomNSView()) {
             text = newText;
+            vm::TellName(static_cast<CWndView&>(vm::LiveView(view)));
         } else {
             vm::SetControlText(vm::LiveView(view), vm::FromMacRoman(WithoutReturns(newText)));
         }
