@@ -38,6 +38,8 @@ HexPane::HexPane() {
     m_font.CreateFont(kFontHeight, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Courier New");
     m_background.CreateSolidBrush(kBackground);
     m_thumb.CreateSolidBrush(kThumb);
+    SetAccessibleName("Bytes of the message");
+    SetAccessibleRole(ACCESSIBLE_PICTURE);
 }
 
 void HexPane::ShowMessage(const SysexBytes& message) {

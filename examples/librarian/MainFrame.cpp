@@ -110,10 +110,12 @@ void MainFrame::MakeParts() {
     m_header.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_HEADER);
     m_list.Create(WS_CHILD | WS_VISIBLE, anywhere, this, IDC_MESSAGES);
     m_list.AddColumns();
-    m_hex.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_HEX);
+    m_hex.Create("", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, anywhere, this, IDC_HEX);
     m_status.Create(this);
 
     DragAcceptFiles();
+    m_list.SetAccessibleName("Messages"); // for people who use a screen reader
+    m_status.SetAccessibleName("Status");
     m_made = true;
 }
 

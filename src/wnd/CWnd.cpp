@@ -14,6 +14,7 @@
 #include "wnd/CWndNSView.h"
 #include "wnd/CWndNSWindow.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/accessibleView.h"
 #include "wnd/creation.h"
 #include "wnd/scrollBars.h"
 #include "wnd/tooltips.h"
@@ -124,6 +125,7 @@ CWnd::~CWnd() {
     for (NSWindow* window : vm::NativeApplication::Shared().Windows())
         if (GetWRefCon(window) == this) SetWRefCon(window, nullptr);
     if (vm::IsMainThread()) vm::ForgetOwner(this);
+    if (vm::IsMainThread()) vm::ForgetAccessible(this);
     RemoveControlReference(this);
 }
 

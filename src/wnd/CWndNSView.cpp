@@ -2,6 +2,7 @@
 #include "wnd/deviceContexts.h"
 
 #include <memory>
+#include <utility>
 
 #include <QtCore/QPointer>
 #include <QtGui/QAction>
@@ -18,11 +19,13 @@
 #include "platform/PaintTarget.h"
 #include "platform/eventboundary.h"
 #include "platform/messagebox.h"
+#include "wnd/accessibleView.h"
 #include "wnd/dropFiles.h"
 #include "wnd/heldViews.h"
 #include "wnd/nativeEvents.h"
 #include "wnd/responder.h"
 #include "wnd/scrollBars.h"
+#include "wnd/viewScaling.h"
 #include "wnd/views.h"
 #include "wnd/windowState.h"
 #include "wnd/windowTimers.h"
@@ -57,10 +60,15 @@ void CWndView::Initialise() {
     setFocusPolicy(Qt::ClickFocus);
     setAttribute(Qt::WA_InputMethodEnabled); // dead keys, too, come through an input method
     vm::WatchResponders();
+    vm::InstallAccessibleViews();
 }
 
 void CWndView::setTag(int tag) {
     if (tag != m_tag) setProperty(vm::kTagProperty, tag); // read back by HandleEvent
+}
+
+void CWndView::setEnabledFlag(bool flag) {
+    if (std::exchange(enabled, flag) != flag) vm::TellEnabled(*this);
 }
 
 void CWndView::setFrame(const QRect& frame) {
@@ -105,6 +113,8 @@ public:
         : m_target(std::make_shared<vm::PaintTarget>(&painter)),
           m_context(vm::GraphicsContext::ForView(m_target, QPoint(0, 0), region)), m_wnd(wnd),
           m_current(view, m_target, m_context, region) {
+        const double scale = vm::ScaleOf(*wnd);
+        if (scale != 1.0) m_context->Scale(scale, scale);
         wnd->paintContext = m_context;
         ++vm::Windows().paints;
     }

@@ -28,7 +28,7 @@ public:
     CWnd* getCWnd() const { return wnd; }
     bool isFlipped() const { return flipped; }
     void setFlipped(bool flag) { flipped = flag; }
-    void setEnabledFlag(bool flag) { enabled = flag; }
+    void setEnabledFlag(bool flag);
     void TakeSizeAsKnown() { m_reported = size(); } ///< the object needs no WM_SIZE for it
 
     /// Moves and resizes the view; sends WM_SIZE (2) and, when the origin changed, WM_MOVE.

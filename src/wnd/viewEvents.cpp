@@ -9,6 +9,7 @@
 #include "core/log.h"
 #include "wnd/CWndNSView.h"
 #include "wnd/keyCodes.h"
+#include "wnd/viewScaling.h"
 #include "wnd/windowState.h"
 
 namespace vm {
@@ -24,8 +25,13 @@ bool Listens(const View& view) {
     return view && view->wnd && view->enabled;
 }
 
-LPARAM PositionOf(const MouseRecord& mouse) {
-    return MAKELPARAM(mouse.x, mouse.y);
+// In the units of the view's object, which must be there.
+LPARAM PositionIn(const CWndView& view, int x, int y) {
+    const double scale = ScaleOf(*view.wnd);
+    return MAKELPARAM(ToHost(x, scale), ToHost(y, scale));
+}
+LPARAM PositionOf(const CWndView& view, const MouseRecord& mouse) {
+    return PositionIn(view, mouse.x, mouse.y);
 }
 WPARAM StateOf(const MouseRecord& mouse) {
     return KeyStateOf(mouse.modifiers, mouse.pressedButtons);
@@ -74,7 +80,7 @@ Target TargetOf(CWndView& view, const MouseRecord& mouse) {
             return {wnd, MAKELPARAM(point.x, point.y), true};
         }
     }
-    return {view.wnd, PositionOf(mouse), false};
+    return {view.wnd, PositionOf(view, mouse), false};
 }
 
 bool SendKeyDown(CWndView& view, const KeyRecord& key, int code) {
@@ -89,7 +95,8 @@ MSG CharacterMessage(CWndView& view, const KeyRecord& key, int code) {
     record.wParam = static_cast<WPARAM>(code);
     record.lParam = (static_cast<LPARAM>(key.nativeCode) << 16) & 0xFF0000;
     record.time = static_cast<DWORD>(key.seconds / 3.0 * 50.0);
-    record.pt = {key.x, key.y};
+    const double scale = ScaleOf(*view.wnd);
+    record.pt = {ToHost(key.x, scale), ToHost(key.y, scale)};
     return record;
 }
 
@@ -170,8 +177,8 @@ void MousePressed(CWndView& view, MouseButton button, const MouseRecord& mouse) 
         button == MouseButton::Left && (mouse.modifiers & (kControlKey | kRightControlKey));
     if (button == MouseButton::Left) windows.RMBUp = isControlClick;
     if (isControlClick) {
-        if (!ContextMenuTaken(view, PositionOf(mouse)))
-            view.wnd->WindowProc(WM_RBUTTONDOWN, StateOf(mouse), PositionOf(mouse));
+        if (!ContextMenuTaken(view, PositionOf(view, mouse)))
+            view.wnd->WindowProc(WM_RBUTTONDOWN, StateOf(mouse), PositionOf(view, mouse));
         return;
     }
     if (button == MouseButton::Right &&
@@ -179,14 +186,14 @@ void MousePressed(CWndView& view, MouseButton button, const MouseRecord& mouse) 
         return;
     const ButtonMessages messages = MessagesOf(button);
     view.wnd->WindowProc(mouse.clickCount < 2 ? messages.down : messages.doubleClick,
-                         StateOf(mouse), PositionOf(mouse));
+                         StateOf(mouse), PositionOf(view, mouse));
 }
 
 void MouseReleased(CWndView& view, MouseButton button, const MouseRecord& mouse) {
     if (!view.wnd || !view.enabled) return;
     WindowState& windows = Windows();
     if (button != MouseButton::Left) {
-        view.wnd->WindowProc(MessagesOf(button).up, StateOf(mouse), PositionOf(mouse));
+        view.wnd->WindowProc(MessagesOf(button).up, StateOf(mouse), PositionOf(view, mouse));
         return;
     }
     const Target target = TargetOf(view, mouse);
@@ -203,19 +210,20 @@ void MouseReleased(CWndView& view, MouseButton button, const MouseRecord& mouse)
 void MouseMoved(CWndView& view, const MouseRecord& mouse) {
     if (!view.wnd || !view.enabled) return;
     view.dragged = DragOf(mouse.pressedButtons);
-    const Target target = view.dragged == kOtherDrag ? Target{view.wnd, PositionOf(mouse), false}
-                                                     : TargetOf(view, mouse);
+    const Target target = view.dragged == kOtherDrag
+                              ? Target{view.wnd, PositionOf(view, mouse), false}
+                              : TargetOf(view, mouse);
     target.wnd->WindowProc(WM_MOUSEMOVE, StateOf(mouse), target.position);
 }
 
 void MouseEntered(CWndView& view, const MouseRecord& mouse) {
     if (view.wnd && view.enabled)
-        view.wnd->WindowProc(WM_MOUSEENTER, StateOf(mouse), PositionOf(mouse));
+        view.wnd->WindowProc(WM_MOUSEENTER, StateOf(mouse), PositionOf(view, mouse));
 }
 
 void MouseLeft(CWndView& view, const MouseRecord& mouse) {
     if (view.wnd && view.enabled)
-        view.wnd->WindowProc(WM_MOUSELEAVE, StateOf(mouse), PositionOf(mouse));
+        view.wnd->WindowProc(WM_MOUSELEAVE, StateOf(mouse), PositionOf(view, mouse));
 }
 
 void WheelTurned(CWndView& view, const WheelRecord& wheel) {
@@ -225,7 +233,7 @@ void WheelTurned(CWndView& view, const WheelRecord& wheel) {
     if (delta == 0) return;
     view.wnd->WindowProc(WM_MOUSEWHEEL,
                          MAKEWPARAM(KeyStateOf(wheel.modifiers, wheel.pressedButtons), delta),
-                         MAKELPARAM(wheel.x, wheel.y));
+                         PositionIn(view, wheel.x, wheel.y));
 }
 
 bool KeyPressed(CWndView& view, const KeyRecord& key) {

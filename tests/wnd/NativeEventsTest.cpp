@@ -13,6 +13,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 
+#include <vmcore/gdi/CBrush.h>
 #include <vmcore/gdi/CPaintDC.h>
 
 #include "RecordingWindow.h"
@@ -277,6 +278,25 @@ TEST_F(NativeEvents, PaintDCDrawsOnTheView) {
     const QImage picture = child.view->grab().toImage();
     EXPECT_EQ(picture.pixelColor(3, 4), QColor(255, 0, 0));
     EXPECT_NE(picture.pixelColor(4, 4), QColor(255, 0, 0));
+}
+
+TEST_F(NativeEvents, ScaledViewIsPaintedInHostUnits) {
+    child.SetWindowScaling(2.0f);
+    RECT painted{};
+    child.on[WM_PAINT] = [&](WPARAM, LPARAM) {
+        CPaintDC dc(&child);
+        painted = dc.m_ps.rcPaint;
+        CBrush red(RGB(255, 0, 0));
+        dc.FillRect(CRect(3, 4, 5, 6), &red);
+        return 1;
+    };
+    const QImage picture = child.view->grab().toImage();
+    EXPECT_THAT(painted, IsRect(0, 0, 50, 30));
+    const QRect expected(6, 8, 4, 4);
+    for (int y = 4; y < 16; ++y)
+        for (int x = 2; x < 14; ++x)
+            EXPECT_EQ(picture.pixelColor(x, y) == QColor(255, 0, 0), expected.contains(x, y))
+                << x << ", " << y;
 }
 
 TEST_F(NativeEvents, UpdateWindowPaintsWhatIsInvalidAtOnce) {

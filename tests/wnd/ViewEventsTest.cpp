@@ -190,6 +190,33 @@ TEST_F(MouseEvents, CaptureTakesNoDragsOfOtherButtons) {
     }
 }
 
+TEST_F(MouseEvents, PositionsInAScaledViewAreInHostUnits) {
+    child.SetWindowScaling(2.0f);
+    child.Take();
+    const LPARAM position = Position(5, 3);
+    const MouseRecord mouse = At(11, 7);
+    vm::MouseEntered(View(), mouse);
+    vm::MouseMoved(View(), mouse);
+    vm::MousePressed(View(), MouseButton::Left, mouse);
+    vm::MouseReleased(View(), MouseButton::Left, mouse);
+    vm::MousePressed(View(), MouseButton::Right, mouse);
+    vm::WheelTurned(View(), {1.0, 11, 7, 0, 0});
+    EXPECT_THAT(child.Take(),
+                ElementsAre(Message{WM_MOUSEENTER, 0, position}, Message{WM_MOUSEMOVE, 0, position},
+                            Message{WM_LBUTTONDOWN, 0, position},
+                            Message{WM_LBUTTONUP, 0, position},
+                            Message{WM_CONTEXTMENU, AsParameter(&View()), kScreenAt(11, 7)},
+                            Message{WM_RBUTTONDOWN, 0, position},
+                            Message{WM_MOUSEWHEEL, MAKEWPARAM(0, 120), position}));
+    child.translate = [](MSG* msg) {
+        EXPECT_EQ(msg->pt.x, 5);
+        EXPECT_EQ(msg->pt.y, 6);
+        return TRUE;
+    };
+    vm::KeyPressed(View(), Key({'a'}, 0, {'a'}));
+    EXPECT_EQ(NumbersOf(child.Take()), std::vector<int>{WM_KEYDOWN});
+}
+
 TEST_F(MouseEvents, EveryPressEndsTheCapture) {
     for (const MouseButton button : {MouseButton::Left, MouseButton::Right, MouseButton::Other}) {
         top.SetCapture();
