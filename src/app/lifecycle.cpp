@@ -17,6 +17,7 @@
 #include "app/threadstate.h"
 #include "core/log.h"
 #include "files/profile.h"
+#include "midi/midisystem.h"
 #include "platform/NativeApplication.h"
 
 namespace {
@@ -35,7 +36,7 @@ namespace vm {
 int InitLibrary() {
     LogText(LogModule::App, "Initializing VMCore");
     CreateThreadExitQueue();
-    initCoreMIDI();
+    StartMidiWhenUsed();
     return InitProfileManager();
 }
 

@@ -3,6 +3,7 @@
 #include <QtGui/QAction>
 #include <QtGui/QIcon>
 #include <QtGui/QPixmap>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QMenu>
 
 #include <vmcore/gdi/CBitmap.h>
@@ -16,6 +17,7 @@
 #include "core/log.h"
 #include "platform/Image.h"
 #include "platform/eventboundary.h"
+#include "platform/runloop.h"
 
 namespace {
 
@@ -32,6 +34,7 @@ QAction* CommandItem(const char* text, std::uintptr_t id) {
 }
 
 QAction* SubMenuItem(QMenu* sub, const char* text) {
+    if (!sub) return new QAction(MenuText(text)); // does nothing: it is no command
     sub->setTitle(MenuText(text));
     return sub->menuAction();
 }
@@ -66,8 +69,8 @@ QAction* ItemWithTag(const QMenu* menu, UINT id) {
 }
 
 QAction* NewItem(UINT flags, std::uintptr_t idOrMenu, const char* text) {
-    auto* sub = flags & MF_POPUP ? reinterpret_cast<QMenu*>(idOrMenu) : nullptr;
-    QAction* item = sub ? SubMenuItem(sub, text) : CommandItem(text, idOrMenu);
+    QAction* item = flags & MF_POPUP ? SubMenuItem(reinterpret_cast<QMenu*>(idOrMenu), text)
+                                     : CommandItem(text, idOrMenu);
     item->setEnabled((flags & (MF_DISABLED | MF_GRAYED)) == 0);
     SetMark(item, (flags & MF_CHECKED) != 0);
     return item;
@@ -105,9 +108,26 @@ private:
     bool m_isGone = false; // the chosen command may destroy the CMenu
 };
 
+void BringToFront(QWidget* window) {
+    if (window->isMinimized()) window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    if (window->isActiveWindow()) return;
+    window->raise();
+    window->activateWindow();
+}
+
 void MakeFirstResponder(QWidget* view) {
-    view->activateWindow();
+    BringToFront(view->window());
     view->setFocus();
+}
+
+void CloseOpenMenus() {
+    while (QWidget* popup = QApplication::activePopupWidget())
+        if (!popup->close()) return;
+}
+
+// Null while there is no application object: the toolkit cannot make a menu then.
+HMENU NewMenu(const QString& title) {
+    return QApplication::instance() ? new QMenu(title) : nullptr;
 }
 
 } // namespace
@@ -130,7 +150,7 @@ void CMenu::Hold(HMENU menu) {
 
 BOOL CMenu::CreatePopupMenu() {
     Hold(::CreatePopupMenu());
-    return TRUE;
+    return m_hMenu != nullptr;
 }
 
 BOOL CMenu::LoadMenu(UINT id) {
@@ -224,13 +244,14 @@ BOOL CMenu::LoadSubMenus(HMENU menu) {
 void CMenu::DeleteSubMenus() {}
 
 BOOL CMenu::TrackPopupMenu(UINT, int x, int y, CWnd* owner, const RECT*) {
-    if (!owner || !m_hMenu || !IsWindow(owner->view)) return FALSE;
+    if (!owner || !m_hMenu || !IsWindow(owner->view) || vm::LoopsAreEnding()) return FALSE;
     ReleaseCapture();
     MakeFirstResponder(owner->view);
     // The position in the owner, scaled, and back to the screen is the position given.
     QAction* chosen = nullptr;
     {
         const PopupTracking tracking(*m_delegate, owner);
+        const vm::ClosedWithLoops closing(CloseOpenMenus);
         chosen = m_hMenu->exec(QPoint(x, y));
     }
     vm::RethrowKept();
@@ -238,11 +259,11 @@ BOOL CMenu::TrackPopupMenu(UINT, int x, int y, CWnd* owner, const RECT*) {
 }
 
 HMENU CreateMenu() {
-    return new QMenu(QStringLiteral("Popup Menu"));
+    return NewMenu(QStringLiteral("Popup Menu"));
 }
 
 HMENU CreatePopupMenu() {
-    return new QMenu(QStringLiteral("popup"));
+    return NewMenu(QStringLiteral("popup"));
 }
 
 int GetCommandID(HICommand&, bool*) {

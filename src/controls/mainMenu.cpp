@@ -29,6 +29,12 @@ const char* KeptName(const std::string& name) {
     return s_names->insert(name).first->c_str();
 }
 
+// What has the properties of an item in an interface file: of one with a sub-menu, that.
+const QObject* Carrier(const QAction* item) {
+    if (const QMenu* sub = item->menu()) return sub;
+    return item;
+}
+
 void ApplyPresentationOptions() {
     CWnd* main = App().MainApp ? AfxGetMainWnd() : nullptr;
     ShowMenuBarOf(main && MenuBarShown() ? main->nsWindow : nullptr);
@@ -69,13 +75,13 @@ void SetMenuActionTarget(MenuActionTarget target) {
 }
 
 int MenuItemTag(const QAction* item) {
-    return item->property(kTagProperty).toInt();
+    return Carrier(item)->property(kTagProperty).toInt();
 }
 
 const char* MenuActionOf(const QAction* item) {
-    const std::string action = item->property("action").toString().toStdString();
+    const std::string action = Carrier(item)->property("action").toString().toStdString();
     if (!action.empty()) return KeptName(action);
-    return MenuItemTag(item) != 0 ? "winCmd" : "";
+    return !item->menu() && MenuItemTag(item) != 0 ? "winCmd" : "";
 }
 
 bool MenuBarShown() {

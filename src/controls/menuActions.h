@@ -13,9 +13,10 @@ using MenuActionTarget = void (*)(QAction* item);
 void SetMenuActionTarget(MenuActionTarget target);
 
 /// The action of an item: "winCmd" for every item with a command ID that names no other; "" for
-/// none.
+/// none, and for an item with a sub-menu.
 const char* MenuActionOf(const QAction* item);
-/// The command ID of an item, 0 for none.
+/// The command ID of an item, 0 for none. That of an item with a sub-menu sends nothing, but its
+/// state is asked for.
 int MenuItemTag(const QAction* item);
 
 /// The application's main menu, loaded from MainMenu.ui of the bundle on first use; null when there

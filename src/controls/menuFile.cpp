@@ -1,4 +1,5 @@
 // Interface files that hold a menu.
+#include <QtCore/QCoreApplication>
 #include <QtGui/QAction>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
@@ -47,6 +48,10 @@ QMenu* MenuOfBar(QMenuBar* bar) {
 } // namespace
 
 QMenu* LoadMenuFile(const std::string& name) {
+    if (!QCoreApplication::instance()) {
+        LogAboutInterfaceFile(name, "menus cannot be loaded before the application is made");
+        return nullptr;
+    }
     QWidget* root = LoadInterfaceFile(name);
     if (!root) return nullptr;
     auto* bar = qobject_cast<QMenuBar*>(root);

@@ -95,9 +95,14 @@ bool FocusKeepsKey(const QKeyEvent& event) {
     return question.isAccepted();
 }
 
+// A menu, a message box or a dialog keeps all keys while it waits for the user.
+bool SomethingIsOpen() {
+    return QApplication::activePopupWidget() || QApplication::activeModalWidget();
+}
+
 bool MenuShortcuts::Act(const QKeyEvent& event) {
     const Shortcut* match = Find(event);
-    if (!match || QApplication::activePopupWidget() || FocusKeepsKey(event)) return false;
+    if (!match || SomethingIsOpen() || FocusKeepsKey(event)) return false;
     const QPointer<QAction> item = match->item; // the update may change menu and table
     bool wasTriggered = false;
     AtEventBoundary([&] {

@@ -64,6 +64,24 @@ void StartSystem(MidiPlatform* platform) {
     if (!midi.MIDIThruPort) Log(LogModule::Midi, "MIDIOutputPortCreate for MIDI THRU failed");
 }
 
+bool IsUp() {
+    std::lock_guard guard(Midi().lock);
+    return Midi().platform != nullptr;
+}
+
+void Start() {
+    Log(LogModule::Midi, "InitCoreMIDI - enter");
+    InitProfileManager(); // the set-up is read through it, once somebody needs it
+    Setup().Use(SetupFile::OfUser());
+    std::shared_ptr<MidiPlatform> platform = TakeNextPlatform();
+    StartSystem(platform.get());
+    {
+        std::lock_guard guard(Midi().lock);
+        Midi().platform = std::move(platform);
+    }
+    Log(LogModule::Midi, "InitCoreMIDI - finished");
+}
+
 void DisposeOutputPort(MidiPlatform& platform, MidiId port, const char* failure) {
     if (port && platform.DisposePort(port) != kMidiOk) LogText(LogModule::Midi, failure);
 }
@@ -149,12 +167,22 @@ void CopyText(char* target, const char* text) {
 
 } // namespace
 
+void StartMidiWhenUsed() {
+    Midi().startsWhenUsed = true;
+}
+
+void UseMidi() {
+    if (Midi().startsWhenUsed.load(std::memory_order_acquire)) [[unlikely]]
+        initCoreMIDI();
+}
+
 MidiSystem& Midi() {
     static MidiSystem* const s_midi = new MidiSystem; // leaked: MIDI threads may outlive everything
     return *s_midi;
 }
 
 std::shared_ptr<MidiPlatform> CurrentMidiPlatform() {
+    UseMidi();
     static const auto* const s_none = // never started
         new std::shared_ptr<MidiPlatform>(std::make_shared<LoopbackPlatform>(LoopbackSetup{}));
     std::lock_guard guard(Midi().lock);
@@ -171,23 +199,13 @@ void UseMidiPlatform(std::shared_ptr<MidiPlatform> platform) {
 using namespace vm;
 
 void initCoreMIDI() {
-    {
-        std::lock_guard guard(Midi().lock);
-        if (Midi().platform) return;
-    }
-    Log(LogModule::Midi, "InitCoreMIDI - enter");
-    InitProfileManager(); // the set-up is read through it, once somebody needs it
-    Setup().Use(SetupFile::OfUser());
-    std::shared_ptr<MidiPlatform> platform = TakeNextPlatform();
-    StartSystem(platform.get());
-    {
-        std::lock_guard guard(Midi().lock);
-        Midi().platform = std::move(platform);
-    }
-    Log(LogModule::Midi, "InitCoreMIDI - finished");
+    const std::lock_guard starting(Midi().starting);
+    if (!IsUp()) Start();
+    Midi().startsWhenUsed.store(false, std::memory_order_release);
 }
 
 int destroyCoreMIDI() {
+    Midi().startsWhenUsed = false;
     std::shared_ptr<MidiPlatform> platform;
     {
         std::lock_guard guard(Midi().lock);
@@ -233,11 +251,13 @@ MMRESULT midiOutClose(HMIDIOUT) {
 }
 
 MMRESULT midiOutShortMsg(HMIDIOUT handle, DWORD message) {
+    UseMidi();
     const MidiId port = Midi().MIDIOutPort;
     return port ? SendShort(port, handle, message) : kNoOutputPort;
 }
 
 MMRESULT midiThruShortMsg(HMIDIOUT handle, DWORD message) {
+    UseMidi();
     SendShort(Midi().MIDIThruPort, handle, message);
     return MMSYSERR_NOERROR;
 }

@@ -269,6 +269,7 @@ using namespace vm;
 MMRESULT midiInOpen(HMIDIIN* handle, UINT index, DWORD_PTR callback, DWORD_PTR instance, DWORD) {
     if (!handle) return MMSYSERR_ERROR;
     *handle = nullptr;
+    UseMidi();
     if (!Midi().MIDIClient) return OpenFailed("midiInOpen failure - MIDIClient not assigned");
     const std::shared_ptr<MidiPlatform> platform = CurrentMidiPlatform();
     void* const reference = reinterpret_cast<void*>(callback);

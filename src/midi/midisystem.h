@@ -19,6 +19,9 @@ struct MidiSystem {
     std::atomic<MidiId> MIDIOutPort = 0;  ///< midiOutShortMsg
     std::atomic<MidiId> MIDIThruPort = 0; ///< midiThruShortMsg
 
+    std::mutex starting;                     ///< held while the system comes up
+    std::atomic<bool> startsWhenUsed{false}; ///< it is not up yet: see StartMidiWhenUsed
+
     std::mutex lock;
     std::shared_ptr<MidiPlatform> platform; ///< guarded by lock; null when the system is not up
     std::shared_ptr<MidiPlatform> next;     ///< guarded by lock; see UseMidiPlatform
@@ -26,8 +29,14 @@ struct MidiSystem {
 
 MidiSystem& Midi();
 
-/// The back end in use. Never null: without one, a stand-in that has no endpoints and refuses
-/// sends.
+/// The first MIDI function that a program calls does what initCoreMIDI does: many programs never call
+/// one, and opening a back end loads libraries and starts threads.
+void StartMidiWhenUsed();
+/// What each MIDI function does first. Any thread.
+void UseMidi();
+
+/// The back end in use, after UseMidi. Never null: without one, a stand-in that has no endpoints and
+/// refuses sends.
 std::shared_ptr<MidiPlatform> CurrentMidiPlatform();
 
 /// The next initCoreMIDI starts this one instead of what VMCORE_MIDI says. For tests.

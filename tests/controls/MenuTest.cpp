@@ -16,6 +16,8 @@
 #include "controls/menuActions.h"
 #include "controls/menuState.h"
 #include "platform/Image.h"
+#include "platform/runloop.h"
+#include "wnd/messageTrace.h"
 
 using testing::ElementsAre;
 
@@ -144,6 +146,10 @@ TEST_F(Menu, SubMenusAndSeparatorsCarryNoCommand) {
     EXPECT_EQ(vm::MenuItemTag(Item(1)), 0);
     EXPECT_STREQ(vm::MenuActionOf(Item(1)), "");
 
+    EXPECT_TRUE(m_menu.AppendMenu(MF_POPUP, 0, "Nothing"));
+    EXPECT_EQ(Item(2)->text(), "Nothing");
+    EXPECT_STREQ(vm::MenuActionOf(Item(2)), "") << "a null sub-menu does not make it a command";
+
     EXPECT_EQ(m_menu.GetSubMenu(0), nullptr);
     EXPECT_EQ(m_menu.GetSubMenu(2), nullptr);
     CMenu* first = m_menu.GetSubMenu(1);
@@ -237,6 +243,64 @@ TEST_F(Menu, TrackedPopupWithoutAChoiceIsFalse) {
     QTimer::singleShot(0, [] { PressKey(QApplication::activePopupWidget(), Qt::Key_Escape); });
     EXPECT_FALSE(m_menu.TrackPopupMenu(0, 100, 100, &owner));
     EXPECT_TRUE(s_chosen.empty());
+}
+
+TEST_F(Menu, TrackedPopupBringsItsOwnerOutOfItsIcon) {
+    RecordingWnd owner;
+    owner.Open();
+    QWidget* window = owner.view->window();
+    window->showMinimized();
+    AppendThree();
+    bool wasMinimised = true;
+    QTimer::singleShot(0, [&] {
+        wasMinimised = window->isMinimized();
+        PressKey(QApplication::activePopupWidget(), Qt::Key_Escape);
+    });
+    m_menu.TrackPopupMenu(0, 100, 100, &owner);
+    EXPECT_FALSE(wasMinimised);
+}
+
+TEST_F(Menu, EndOfTheApplicationClosesATrackedPopup) {
+    RecordingWnd owner;
+    owner.Open();
+    AppendThree();
+    HMENU sub = CreatePopupMenu();
+    VMMenuItem(sub, 0, 5, "inner");
+    m_menu.AppendMenu(MF_POPUP, reinterpret_cast<std::uintptr_t>(sub), "Sub");
+    BOOL chosen = TRUE;
+    BOOL next = TRUE;
+    QTimer::singleShot(0, [&] { // as the application's loop would
+        chosen = m_menu.TrackPopupMenu(0, 100, 100, &owner);
+        next = m_menu.TrackPopupMenu(0, 100, 100, &owner); // would wait for ever
+    });
+    QTimer::singleShot(1, [&] {
+        PressKey(QApplication::activePopupWidget(), Qt::Key_Up);
+        PressKey(QApplication::activePopupWidget(), Qt::Key_Right);
+        EXPECT_EQ(QApplication::activePopupWidget(), sub);
+        vm::EndAllLoops();
+    });
+    vm::RunLoop();
+    EXPECT_FALSE(chosen || next);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST_F(Menu, TraceNamesMenusAsSenders) {
+    RecordingWnd owner;
+    owner.Open();
+    AppendThree();
+    QTimer::singleShot(0, [] { PressKey(QApplication::activePopupWidget(), Qt::Key_Escape); });
+    vm::StartMessageTrace("");
+    m_menu.TrackPopupMenu(0, 100, 100, &owner);
+    vm::StopMessageTrace();
+    int questions = 0;
+    int ends = 0;
+    for (const std::string& line : m_log.TakeErrors()) {
+        const bool isFromMenu = line.find(R"("sender":"menu")") != std::string::npos;
+        questions += isFromMenu && line.find("WM_UPDATECOMMANDUI") != std::string::npos;
+        ends += isFromMenu && line.find("WM_EXITMENULOOP") != std::string::npos;
+    }
+    EXPECT_EQ(questions, 3);
+    EXPECT_EQ(ends, 1);
 }
 
 TEST(MainMenu, IsNullWithoutAFileWhichIsSaidOnce) {

@@ -6,6 +6,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QMessageBox>
 
 #include <gmock/gmock.h>
 
@@ -182,6 +183,19 @@ TEST_F(MenuUpdate, WholeTreeIsRefreshedBeforeItShows) {
     vm::App().displayDlg = 0;
 }
 
+TEST_F(MenuUpdate, SubMenuIsAskedForByItsTag) {
+    QMenu* sub = m_menu.addMenu("Sub");
+    QAction* item = sub->menuAction();
+    Update(item);
+    EXPECT_TRUE(item->isEnabled()) << "without a tag it stays as it is";
+    sub->setProperty("tag", 5);
+    Update(item);
+    EXPECT_TRUE(item->isEnabled()) << "it is no command: without a handler it stays as it is";
+    m_child.updates[5] = [](CCmdUI& state) { state.Enable(false); };
+    Update(item);
+    EXPECT_FALSE(item->isEnabled());
+}
+
 TEST_F(MenuShortcuts, WorkInEveryWindowWithoutAMenuHavingBeenOpened) {
     QAction* item = Append(1, "Ctrl+S");
     item->setEnabled(false);
@@ -223,6 +237,19 @@ TEST_F(MenuShortcuts, DisabledItemLeavesTheKeyAlone) {
     PressKey(m_window.view, Qt::Key_D, Qt::ControlModifier);
     vm::App().displayDlg = 0;
     EXPECT_TRUE(s_chosen.empty());
+}
+
+TEST_F(MenuShortcuts, DoNothingBehindAModalWidget) {
+    Append(1, "Ctrl+S");
+    vm::SetMainMenu(&m_main);
+    QMessageBox box(m_window.view);
+    box.open();
+    PressKey(&box, Qt::Key_S, Qt::ControlModifier);
+    PressKey(m_window.view, Qt::Key_S, Qt::ControlModifier);
+    EXPECT_TRUE(s_chosen.empty());
+    box.close();
+    PressKey(m_window.view, Qt::Key_S, Qt::ControlModifier);
+    EXPECT_THAT(s_chosen, ElementsAre(1));
 }
 
 TEST_F(MenuShortcuts, TextBeingEditedKeepsItsEditingKeys) {

@@ -1,5 +1,7 @@
 #include <cstring>
+#include <functional>
 #include <future>
+#include <thread>
 
 #include "MidiRecorder.h"
 
@@ -44,6 +46,73 @@ TEST_F(MMSystem, StartUpLogsItsSteps) {
                 ElementsAre("InitCoreMIDI - enter", "Failed to create MIDINetworkSession",
                             "InitCoreMIDI - finished"));
     EXPECT_EQ(destroyCoreMIDI(), 0);
+}
+
+// Counts how often it is started, and takes its time.
+class SlowPlatform : public vm::LoopbackPlatform {
+public:
+    vm::MidiId Start(const char* name) override {
+        ++starts;
+        std::this_thread::yield();
+        return LoopbackPlatform::Start(name);
+    }
+    std::atomic<int> starts = 0;
+};
+
+TEST_F(MMSystem, FirstFunctionThatIsCalledStartsIt) {
+    HMIDIIN in = nullptr;
+    HMIDIOUT out = nullptr;
+    MIDIHDR header{};
+    MIDIOUTCAPS caps;
+    const std::function<void()> functions[] = {
+        [] { midiOutGetNumDevs(); },
+        [] { midiInGetNumDevs(); },
+        [&] { midiOutGetDevCaps(0, &caps, 0); },
+        [&] { midiOutOpen(&out, 0, 0, 0, 0); },
+        [&] { midiInOpen(&in, 99, 0, 0, 0); },
+        [] { midiOutShortMsg(nullptr, 0x00403C90); },
+        [] { midiThruShortMsg(nullptr, 0x00403C90); },
+        [&] { midiOutLongMsg(nullptr, &header, 0); },
+        [] { initCoreMIDI(); },
+    };
+    for (const auto& function : functions) {
+        const auto platform = std::make_shared<SlowPlatform>();
+        vm::UseMidiPlatform(platform);
+        vm::StartMidiWhenUsed();
+        EXPECT_EQ(platform->starts, 0);
+        function();
+        function();
+        EXPECT_EQ(platform->starts, 1) << &function - functions;
+        m_log.Ignore();
+        EXPECT_EQ(destroyCoreMIDI(), 0);
+        EXPECT_EQ(midiOutGetNumDevs(), 0U);
+        EXPECT_EQ(platform->starts, 1) << "it has ended";
+    }
+    m_log.Ignore();
+}
+
+TEST_F(MMSystem, UnusedItIsNeverStarted) {
+    const auto platform = std::make_shared<SlowPlatform>();
+    vm::UseMidiPlatform(platform);
+    vm::StartMidiWhenUsed();
+    EXPECT_EQ(destroyCoreMIDI(), 0);
+    midiOutGetNumDevs();
+    EXPECT_EQ(platform->starts, 0);
+    vm::UseMidiPlatform(nullptr);
+}
+
+TEST_F(MMSystem, ThreadsThatUseItFirstTogetherStartItOnce) {
+    const auto platform = std::make_shared<SlowPlatform>();
+    vm::UseMidiPlatform(platform);
+    vm::StartMidiWhenUsed();
+    std::vector<std::future<UINT>> counts;
+    for (int i = 0; i < 8; ++i) counts.push_back(std::async(std::launch::async, midiOutGetNumDevs));
+    const UINT expected = counts[0].get();
+    EXPECT_GT(expected, 0U);
+    for (std::size_t i = 1; i < counts.size(); ++i) EXPECT_EQ(counts[i].get(), expected);
+    EXPECT_EQ(platform->starts, 1);
+    EXPECT_THAT(m_log.TakeLog(), SizeIs(3));
+    destroyCoreMIDI();
 }
 
 TEST_F(MMSystem, StartUpCarriesOnAfterEveryFailure) {

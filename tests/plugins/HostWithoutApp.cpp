@@ -1,6 +1,7 @@
 // A host that never makes an application object: every call says so and stays neutral.
 #include <vmcore/app/CWinApp.h>
 #include <vmcore/app/lifecycle.h>
+#include <vmcore/controls/CMenu.h>
 #include <vmcore/wnd/CWnd.h>
 
 #include <cstdio>
@@ -10,6 +11,9 @@ int main(int argc, char** argv) {
     if (window.Create("", "too early", WS_OVERLAPPEDWINDOW, RECT{60, 60, 160, 160}, nullptr, 0))
         return 1; // nothing could show it
     if (window.SendMessage(WM_USER) != 0 || window.SetTimer(1, 10) != 0) return 1;
+    CMenu menu;
+    if (CreateMenu() || menu.CreatePopupMenu() || menu.LoadMenu(300)) return 1;
+    if (menu.AppendMenu(MF_STRING, 1, "no menu") || menu.GetMenuItemCount() != 0) return 1;
     if (AfxGetApp() || AfxGetMainWnd()) return 1;
     window.PostMessage(WM_USER);
     MSG msg;

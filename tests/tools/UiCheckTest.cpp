@@ -124,15 +124,18 @@ TEST(UiCheck, FindingsStandInTheOrderOfTheLines) {
                 found[2].starts_with("4 "));
 }
 
-TEST(UiCheck, DepthOfTheLibrarysReaderIsTheLimit) {
+TEST(UiCheck, WhatTheLibraryRefusesIsAnError) {
+    EXPECT_THAT(Found(std::string(4 * 1024 * 1024 + 1, ' ')),
+                ElementsAre(testing::HasSubstr("1 error size")));
+
     const auto nested = [](int depth) {
         std::string text;
         for (int i = 0; i < depth; ++i) text += "<widget class=\"QWidget\" name=\"w\">";
         for (int i = 0; i < depth; ++i) text += "</widget>";
         return File("QMenuBar", {text});
     };
-    EXPECT_THAT(Found(nested(63)), IsEmpty());
-    EXPECT_THAT(Found(nested(64)), ElementsAre(testing::HasSubstr("error depth")));
+    EXPECT_THAT(Found(nested(62)), IsEmpty()); // in <ui> and the root
+    EXPECT_THAT(Found(nested(63)), ElementsAre(testing::HasSubstr("2 error depth")));
     EXPECT_EQ(Found(nested(100000)).size(), 1u) << "the reader of the check does not recurse";
 }
 

@@ -13,7 +13,7 @@
 namespace vm::tool {
 namespace {
 
-constexpr int kDeepest = 64; // as the library's reader has it
+constexpr std::size_t kLargest = 4 * 1024 * 1024; // as the library's loader has it
 constexpr int kOk = 1;
 constexpr int kCancel = 2;
 constexpr int kUnused = -1; // what dialogs number views that nobody asks for
@@ -66,7 +66,7 @@ private:
     void CheckTag(const UiElement& element);
     void CheckAction(const UiElement& element);
     void CheckDelegate(const UiElement& element);
-    void CheckDepth(const UiElement& element);
+    void CheckDepth();
     void CheckNumber(const UiElement& element, int tag);
     void CheckDialogButtons();
     bool NeedsTag(const UiElement& element) const;
@@ -87,22 +87,22 @@ std::vector<Finding> Checker::Check() {
     for (const UiElement& element : m_file.elements) {
         const bool isAction = element.kind == UiElement::Kind::Action;
         if (isAction && !m_isMenu) continue; // nobody uses those of a dialog
-        CheckDepth(element);
         CheckTag(element);
         CheckAction(element);
         CheckDelegate(element);
     }
     if (!m_isMenu) CheckDialogButtons();
+    CheckDepth();
     std::stable_sort(m_findings.begin(), m_findings.end(),
                      [](const Finding& a, const Finding& b) { return a.line < b.line; });
     return std::move(m_findings);
 }
 
-void Checker::CheckDepth(const UiElement& element) {
-    if (element.kind == UiElement::Kind::Widget && element.depth == kDeepest)
-        Add(element.line, Severity::Error, "depth",
-            Described(element) + " is inside more than " + std::to_string(kDeepest - 1) +
-                " others: the library refuses the file");
+void Checker::CheckDepth() {
+    if (m_file.tooDeepLine != 0)
+        Add(m_file.tooDeepLine, Severity::Error, "depth",
+            "more than " + std::to_string(kDeepestUi) +
+                " elements in each other: the library refuses the file");
 }
 
 bool Checker::NeedsTag(const UiElement& element) const {
@@ -165,6 +165,9 @@ void Checker::CheckDialogButtons() {
 } // namespace
 
 UiReport CheckUi(std::string_view bytes) {
+    if (bytes.size() > kLargest)
+        return {true,
+                {{1, Severity::Error, "size", "more than 4 MB: the library refuses the file"}}};
     const UiFile file = ReadUi(bytes);
     if (file.trouble.empty()) return {true, Checker(file).Check()};
     return {false, {{file.troubleLine, Severity::Error, "no interface file", file.trouble}}};

@@ -8,7 +8,8 @@
 //
 // A native menu may be held by several CMenu objects. It is freed when the last one lets go of it,
 // unless another menu shows it as a sub-menu or it is the main menu. Without a native menu every
-// operation does nothing and returns FALSE, 0 or null. Main thread only.
+// operation does nothing and returns FALSE, 0 or null, as does making or loading one before AfxMain
+// has made the application object. Main thread only.
 #pragma once
 
 #include <vmcore/app/msg.h>
@@ -48,7 +49,8 @@ public:
     BOOL DestroyMenu();                  ///< lets go of the menu
     HMENU GetSafeHmenu() const;
 
-    /// Enabled unless MF_DISABLED or MF_GRAYED. With MF_POPUP `idOrMenu` is an HMENU.
+    /// Enabled unless MF_DISABLED or MF_GRAYED. With MF_POPUP `idOrMenu` is an HMENU; a null one
+    /// gives an item that does nothing.
     BOOL AppendMenu(UINT flags, std::uintptr_t idOrMenu = 0, const char* text = nullptr);
     /// Enabled only with MF_ENABLED_INSERT: other than AppendMenu, on purpose.
     BOOL InsertMenu(UINT position, UINT flags, std::uintptr_t id = 0, const char* text = nullptr);
@@ -63,7 +65,8 @@ public:
     BOOL LoadSubMenus(HMENU menu);
     void DeleteSubMenus();
     /// Shows the menu at a screen position and waits until it closes. TRUE when an item was chosen;
-    /// its command arrives on its own.
+    /// its command arrives on its own. The owner's window comes to the front, also out of its icon.
+    /// The end of the application closes the menu.
     BOOL TrackPopupMenu(UINT flags, int x, int y, CWnd* owner, const RECT* rect = nullptr);
 
 private:

@@ -77,7 +77,4 @@ public:
     int result;     ///< what DoModal returns
     CWndWindowController* windowController;
     CWndViewController* viewController;
-
-private:
-    LRESULT Answer(UINT message, WPARAM wParam, LPARAM lParam);
 };

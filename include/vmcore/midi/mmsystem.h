@@ -108,10 +108,11 @@ using LPMIDIINCAPS = tagMIDIINCAPS*;
 using MIDIINPROC = void (*)(HMIDIIN handle, UINT message, DWORD_PTR instance, DWORD_PTR param1,
                             DWORD_PTR param2);
 
-// Life of the MIDI system. The library's own start-up and shutdown call these.
+// Life of the MIDI system. The first MIDI function that a program calls starts it, and the library's
+// own shutdown ends it.
 
 /// Starts the MIDI system of this computer, in the background: the first function that needs it
-/// waits. Logs "InitCoreMIDI - enter", a line for each part that failed ("MIDIClientCreate failed",
+/// waits. A program calls it to have that time pass earlier. Logs "InitCoreMIDI - enter", a line for each part that failed ("MIDIClientCreate failed",
 /// "Failed to create MIDINetworkSession", "MIDIOutputPortCreate for MIDI OUT failed",
 /// "MIDIOutputPortCreate for MIDI THRU failed") and "InitCoreMIDI - finished". The network line
 /// always comes where the system has no MIDI network session, and means nothing else. Does nothing
@@ -124,7 +125,7 @@ VM_API void initCoreMIDI();
 /// not call it while other threads open or close inputs.
 VM_API int destroyCoreMIDI();
 
-/// Does nothing: the library's start-up has done it.
+/// Does nothing: the system starts when it is used.
 VM_API void AfxInitializeMIDISystem(bool enable);
 
 // Devices
