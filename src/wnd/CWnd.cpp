@@ -55,10 +55,14 @@ HWND ReservedHandle(std::uintptr_t value) {
     return reinterpret_cast<HWND>(value);
 }
 
-void SendCreationMessages(CWnd& wnd, CREATESTRUCT& cs) {
+// False when the object was deleted in one of them.
+bool SendCreationMessages(CWnd& wnd, CREATESTRUCT& cs) {
     wnd.WindowProc(WM_CREATE, 0, reinterpret_cast<LPARAM>(&cs));
+    if (!CWndListVerify(&wnd)) return false;
     wnd.WindowProc(WM_SIZE, 2, MAKELPARAM(cs.cx, cs.cy));
+    if (!CWndListVerify(&wnd)) return false;
     wnd.WindowProc(WM_MOVE, 0, MAKELPARAM(cs.x, cs.y));
+    return CWndListVerify(&wnd);
 }
 
 vm::FrameStyle FrameStyleOf(const CREATESTRUCT& cs) {
@@ -171,8 +175,7 @@ BOOL CWnd::CreateChild(CREATESTRUCT& cs) {
     view = new CWndView(cs, this);
     style = cs.style;
     SetControlReference(view, this);
-    SendCreationMessages(*this, cs);
-    if (!view) return FALSE; // destroyed while it was told of its creation
+    if (!SendCreationMessages(*this, cs) || !view) return FALSE;
     // Outside of a parent a view would be a window of its own.
     view->setVisible((cs.style & WS_VISIBLE) && view->parentWidget());
     const bool vertical = cs.style & WS_VSCROLL;
@@ -205,7 +208,7 @@ NSWindow* CreateLWindow(CREATESTRUCT* cs, CWnd* wnd) {
     SetWRefCon(window, wnd);
     wnd->style = cs->style;
     window->OrderFront(true);
-    SendCreationMessages(*wnd, *cs);
+    if (!SendCreationMessages(*wnd, *cs)) return nullptr;
     windows.lastCreatedCWnd = wnd;
     return wnd->nsWindow;
 }

@@ -24,6 +24,11 @@ void PlaceView(QWidget& view, int x, int y, int width, int height) {
         view.setGeometry(x, y, std::max(width, 0), std::max(height, 0));
 }
 
+// Whether the object still has its window after a message, in which it may have been deleted.
+bool HasWindow(const CWnd* wnd) {
+    return CWndListVerify(wnd) && wnd->nsWindow;
+}
+
 // SetWindowPos refuses sizes that leave no window to grab.
 int Corrected(int value, int tooSmall, int instead, const char* text) {
     if (value > tooSmall) return value;
@@ -81,7 +86,7 @@ void CWnd::MoveWindow(int x, int y, int width, int height, BOOL) {
     nsWindow->ResizeFrame({width, height});
     // The content has its new size by now: the host lays out before control returns.
     if (before != QSize(width, height)) WindowProc(WM_SIZE, 0, MAKELPARAM(width, height));
-    if (nsWindow) WindowProc(WM_MOVE, 0, MAKELPARAM(x, y));
+    if (HasWindow(this)) WindowProc(WM_MOVE, 0, MAKELPARAM(x, y));
 }
 
 void CWnd::MoveWindow(const RECT* rect, BOOL repaint) {
@@ -95,22 +100,22 @@ BOOL CWnd::SetWindowPos(const CWnd* insertAfter, int x, int y, int cx, int cy, U
         return ::SetWindowPos(view, insertAfter ? insertAfter->view : nullptr, x, y, cx, cy, flags);
     if (flags & SWP_HIDEWINDOW) ShowWindow(SW_HIDE);
     // Every message below may end the window.
-    if (nsWindow && !(flags & SWP_NOACTIVATE)) nsWindow->OrderFront(true);
-    if (nsWindow && !(flags & SWP_NOMOVE)) {
+    if (HasWindow(this) && !(flags & SWP_NOACTIVATE)) nsWindow->OrderFront(true);
+    if (HasWindow(this) && !(flags & SWP_NOMOVE)) {
         nsWindow->MoveFrame({x, y});
         WindowProc(WM_MOVE, 0, MAKELPARAM(x, y));
     }
-    if (nsWindow && !(flags & SWP_NOSIZE)) {
+    if (HasWindow(this) && !(flags & SWP_NOSIZE)) {
         cx = Corrected(cx, 9, 100, "SetWindowPos width error - correcting");
         cy = Corrected(cy, 21, 50, "SetWindowPos height error - correcting");
     }
-    if (nsWindow && !(flags & SWP_NOSIZE)) {
+    if (HasWindow(this) && !(flags & SWP_NOSIZE)) {
         const QSize before = nsWindow->Frame().size();
         nsWindow->ResizeFrame({cx, cy});
         if (before != QSize(cx, cy)) WindowProc(WM_SIZE, 0, MAKELPARAM(cx, cy));
     }
-    if (flags & SWP_SHOWWINDOW) ShowWindow(SW_SHOW);
-    if (nsWindow && !(flags & SWP_NOZORDER) && insertAfter) OrderAfter(*insertAfter);
+    if (HasWindow(this) && (flags & SWP_SHOWWINDOW)) ShowWindow(SW_SHOW);
+    if (HasWindow(this) && !(flags & SWP_NOZORDER) && insertAfter) OrderAfter(*insertAfter);
     return TRUE;
 }
 
@@ -208,8 +213,8 @@ void CWnd::SetWindowScaling(float scale) {
     scaleY = scale;
     if (!vm::IsLiveView(view) || nsWindow) return;
     const QRect frame = view->geometry();
+    view->update();
     PlaceView(*view, frame.x(), frame.y(), frame.width(), frame.height());
-    if (vm::IsLiveView(view)) view->update();
 }
 
 float CWnd::GetBackingScaleFactor() const {

@@ -21,6 +21,7 @@
 #include "platform/messagebox.h"
 #include "wnd/accessibleView.h"
 #include "wnd/dropFiles.h"
+#include "wnd/heldViews.h"
 #include "wnd/nativeEvents.h"
 #include "wnd/responder.h"
 #include "wnd/scrollBars.h"
@@ -93,6 +94,7 @@ void CWndView::resizeEvent(QResizeEvent*) {
     if (!wnd || initMode || m_inSetFrame || size() == m_reported) return;
     m_reported = size();
     const QSize client = vm::ClientSizeOf(*wnd);
+    const vm::HeldViews held; // a layout goes on with the view
     vm::AtEventBoundary(
         [&] { wnd->WindowProc(WM_SIZE, 2, MAKELPARAM(client.width(), client.height())); });
 }
@@ -126,6 +128,7 @@ public:
     PaintInProgress& operator=(const PaintInProgress&) = delete;
 
 private:
+    vm::HeldViews m_held;
     std::shared_ptr<vm::PaintTarget> m_target;
     vm::GraphicsContext* m_context;
     CWnd* m_wnd; // may go during the paint

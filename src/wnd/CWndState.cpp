@@ -27,6 +27,7 @@
 #include "wnd/CWndNSWindow.h"
 #include "wnd/NativeWindow.h"
 #include "wnd/deviceContexts.h"
+#include "wnd/heldViews.h"
 #include "wnd/responder.h"
 #include "wnd/viewScaling.h"
 #include "wnd/views.h"
@@ -96,6 +97,7 @@ BOOL CWnd::ModifyStyleEx(DWORD, DWORD, UINT) {
 BOOL CWnd::ShowWindow(int show) {
     if (!view) return FALSE;
     vm::Guarded(vm::LogModule::Wnd, "CWnd::ShowWindow()", [&] {
+        const vm::HeldViews held; // hiding may move the focus
         if (nsWindow)
             ShowTopLevel(*nsWindow, show);
         else if (show == SW_HIDE || show == SW_SHOW)
@@ -218,6 +220,7 @@ CWnd* CWnd::SetFocus() {
         return nullptr;
     }
     CWnd* previous = GetFocus();
+    const vm::HeldViews held; // what is told of the focus may destroy both
     view->window()->activateWindow();
     view->setFocus(Qt::OtherFocusReason);
     return previous;

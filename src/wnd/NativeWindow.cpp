@@ -18,7 +18,9 @@
 #include "platform/eventboundary.h"
 #include "platform/mainqueue.h"
 #include "wnd/CWndNSWindow.h"
+#include "wnd/heldViews.h"
 #include "wnd/views.h"
+#include "wnd/windowState.h"
 
 namespace vm {
 namespace {
@@ -41,6 +43,10 @@ Qt::WindowFlags FlagsOf(FrameStyle style, bool floating) {
     if (style == FrameStyle::FixedMinimisable) flags |= Qt::WindowMinimizeButtonHint;
     if (floating) flags |= Qt::WindowStaysOnTopHint;
     return flags;
+}
+
+void AskForPaint(QWidget& window) {
+    QCoreApplication::postEvent(&window, new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
 }
 
 // A program without windows cannot be reached on this desktop: it ends with its last one.
@@ -320,6 +326,10 @@ void NativeWindow::AskLimits(bool resized) {
 // A loop inside a handler may free the window, here and wherever the delegate is told something.
 bool NativeWindow::event(QEvent* event) {
     const QPointer<NativeWindow> self = this;
+    if (event->type() == QEvent::UpdateRequest && Windows().paints > 0) {
+        HeldViews::WhenReleased(this, [this] { AskForPaint(*this); }); // in a loop inside a paint
+        return true;
+    }
     const bool handled = QWidget::event(event);
     if (self) AtEventBoundary([&] { HandleEvent(event); });
     return handled;

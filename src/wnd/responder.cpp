@@ -11,7 +11,7 @@
 
 #include "platform/eventboundary.h"
 #include "wnd/CWndNSView.h"
-#include "wnd/views.h"
+#include "wnd/heldViews.h"
 
 namespace vm {
 namespace {
@@ -53,8 +53,7 @@ void Become(QWidget* window, QWidget* view) {
     if (before == view) return;
     responder.view = view;
     const QPointer<QWidget> now = view;
-    const KeepView keepBefore(before); // the toolkit follows both after this
-    const KeepView keepNow(now);
+    const HeldViews held; // the toolkit follows both after this
     Tell(before, WM_KILLFOCUS, nullptr);
     // The handler may have moved the focus on, which has been told then.
     if (now && QApplication::focusWidget() == now) Tell(now, WM_SETFOCUS, before);

@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
-#include <utility>
 #include <vector>
 
-#include <QtCore/QPointer>
 #include <QtCore/QVariant>
 #include <QtWidgets/QApplication>
 
@@ -16,6 +14,7 @@
 #include "wnd/CWndNSView.h"
 #include "wnd/NativeWindow.h"
 #include "wnd/boundHandle.h"
+#include "wnd/heldViews.h"
 #include "wnd/windowState.h"
 
 namespace vm {
@@ -27,8 +26,6 @@ struct ViewState {
     std::unordered_map<const QObject*, std::vector<CWnd*>> watched;
     std::unordered_map<const CWnd*, std::unordered_set<QWidget*>> viewsOf;
     std::unordered_set<const QObject*> doomed; // hidden, to be freed by the event loop
-    std::vector<QPointer<QWidget>> kept;       // by the KeepView objects
-    std::vector<QPointer<QWidget>> waiting;    // doomed, as soon as nothing in them is kept
 };
 
 ViewState& State() {
@@ -51,13 +48,6 @@ void ViewIsGone(QObject* object) {
     WindowState& windows = Windows();
     if (windows.CaptureWnd == view) windows.CaptureWnd = nullptr;
     RemoveBindingsOf(view);
-}
-
-bool HoldsKept(const QWidget* view) {
-    const auto& kept = State().kept;
-    return std::any_of(kept.begin(), kept.end(), [view](const QPointer<QWidget>& one) {
-        return one && (one == view || view->isAncestorOf(one));
-    });
 }
 
 bool IsDoomed(const QWidget* view) {
@@ -118,25 +108,7 @@ void DisposeOfView(QWidget* view) {
     WatchView(view);
     State().doomed.insert(view);
     view->hide();
-    if (HoldsKept(view))
-        State().waiting.emplace_back(view);
-    else
-        view->deleteLater();
-}
-
-KeepView::KeepView(QWidget* view) {
-    State().kept.emplace_back(view);
-}
-
-KeepView::~KeepView() {
-    State().kept.pop_back();
-    for (const QPointer<QWidget>& view : std::exchange(State().waiting, {})) {
-        if (!view) continue;
-        if (HoldsKept(view))
-            State().waiting.push_back(view);
-        else
-            view->deleteLater();
-    }
+    HeldViews::WhenReleased(view, [view] { view->deleteLater(); });
 }
 
 void WatchView(QWidget* view, CWnd* owner) {

@@ -29,15 +29,6 @@ QWidget& LiveView(HWND view);
 /// Hides the view at once and frees it when control is back in the event loop: it may be asked for
 /// inside its own paint or resize.
 void DisposeOfView(QWidget* view);
-/// While it lives, what holds the view is not freed: for calls of handlers inside a call of the toolkit
-/// that goes on with the view afterwards. Handlers may run loops of their own.
-class KeepView {
-public:
-    explicit KeepView(QWidget* view);
-    ~KeepView();
-    KeepView(const KeepView&) = delete;
-    KeepView& operator=(const KeepView&) = delete;
-};
 /// Has the bindings of the view forgotten when the toolkit frees it, and with them the view in
 /// every `owner` that was ever given for it.
 void WatchView(QWidget* view, CWnd* owner = nullptr);

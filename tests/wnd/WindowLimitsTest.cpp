@@ -5,8 +5,10 @@
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QMenu>
 
 #include "RecordingWindow.h"
+#include "controls/menuState.h"
 #include "core/guard.h"
 #include "wnd/CWndNSWindow.h"
 
@@ -108,6 +110,41 @@ TEST_F(Limits, CountOnlyWithTheAnswerOne) {
     top.on[WM_GETMINMAXINFO] = [&](WPARAM, LPARAM) { return top.DestroyWindow(); };
     top.nsWindow->Delegate()->windowWillStartLiveResize();
     EXPECT_EQ(top.view, nullptr);
+}
+
+TEST_F(Limits, FrameAskedForBeforeItIsKnownIsKeptWithBordersAndMenuBar) {
+    QMenu menu;
+    menu.addMenu("File");
+    for (const bool withMenu : {false, true}) {
+        vm::Menus().mainMenu = withMenu ? &menu : nullptr;
+        RecordingWindow wnd;
+        auto& window =
+            *new vm::NativeWindow(QRect(100, 100, 200, 150), vm::FrameStyle::Decorated, false);
+        window.SetDelegate(new CWndDelegate(&window));
+        wnd.AttachMacWnd(&window);
+        wnd.MoveWindow(110, 120, 400, 300);
+        if (withMenu) window.SetMenuBarShown(true);
+        window.OrderFront(true);
+        const QRect frame(110, 120, 400, 300);
+        EXPECT_EQ(window.MenuBar() != nullptr, withMenu);
+        EXPECT_TRUE(
+            RunUntil([&] { return window.frameGeometry() == frame; }, std::chrono::seconds(2)))
+            << withMenu;
+        EXPECT_EQ(window.Frame(), frame);
+        // Told in the call and, when the content had shrunk, once more.
+        const Message size{WM_SIZE, 0, MAKELPARAM(400, 300)};
+        Messages told;
+        const auto hear = [&] {
+            for (const Message& message : wnd.Take(WM_SIZE)) told.push_back(message);
+            return told.size() >= 2;
+        };
+        EXPECT_TRUE(RunUntil(hear, std::chrono::seconds(2))) << withMenu;
+        RunFor(std::chrono::milliseconds(30));
+        hear();
+        EXPECT_THAT(told, ElementsAre(size, size)) << withMenu;
+        wnd.DestroyWindow();
+    }
+    vm::Menus().mainMenu = nullptr;
 }
 
 TEST_F(Limits, FixedFramesFollowOnlyTheHost) {
