@@ -232,7 +232,7 @@ void CWndView::PressKey(const QKeyEvent& event) {
     if (vm::KeyPressed(*this, vm::RecordOf(event, *this)) || !self || !wnd) return;
     if (vm::AsksForContextMenu(event)) AskForContextMenu(mapToGlobal(rect().center()));
     const vm::FocusStep step = vm::FocusStepOf(event);
-    if (step == vm::FocusStep::None || !self || !wnd || !(wnd->style & WS_TABSTOP)) return;
+    if (step == vm::FocusStep::None || !self || !(focusPolicy() & Qt::TabFocus)) return;
     focusNextPrevChild(step == vm::FocusStep::Next);
 }
 

@@ -1,5 +1,4 @@
 #include "wnd/responder.h"
-#include "wnd/heldViews.h"
 
 #include <algorithm>
 #include <vector>
@@ -12,7 +11,7 @@
 
 #include "platform/eventboundary.h"
 #include "wnd/CWndNSView.h"
-#include "wnd/views.h"
+#include "wnd/heldViews.h"
 
 namespace vm {
 namespace {
@@ -54,7 +53,7 @@ void Become(QWidget* window, QWidget* view) {
     if (before == view) return;
     responder.view = view;
     const QPointer<QWidget> now = view;
-    const HeldViews held; // the toolkit goes on with both after this
+    const HeldViews held; // the toolkit follows both after this
     Tell(before, WM_KILLFOCUS, nullptr);
     // The handler may have moved the focus on, which has been told then.
     if (now && QApplication::focusWidget() == now) Tell(now, WM_SETFOCUS, before);

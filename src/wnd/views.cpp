@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
-#include <utility>
 #include <vector>
 
-#include <QtCore/QPointer>
 #include <QtCore/QVariant>
 #include <QtWidgets/QApplication>
 

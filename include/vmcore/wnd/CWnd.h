@@ -307,7 +307,7 @@ public:
 
     // For people who use a screen reader. Both may be set before the view exists.
     void SetAccessibleName(const char* name); ///< empty: the window text
-    void SetAccessibleRole(UINT role);        ///< AccessibleRole
+    void SetAccessibleRole(UINT role);        ///< AccessibleRole; native controls keep their own
 
     // Timers: repeating, in milliseconds, on the calling thread's loop.
     /// Non-zero on success: the low half of the timer object's address, not the ID. IDs need not be
