@@ -66,7 +66,7 @@ NativeWindow::NativeWindow(const QRect& content, FrameStyle style, bool floating
     : QWidget(nullptr, FlagsOf(style, floating)), m_style(style), m_content(new QWidget(this)),
       m_userResizable(style == FrameStyle::Decorated), m_told(content.size()), m_frame(content) {
     setGeometry(content);
-    if (!m_userResizable) ApplyLimits(content.size());
+    if (!m_userResizable) setFixedSize(content.size());
     m_content->setGeometry(0, 0, content.width(), content.height());
     NativeApplication::Shared().AddWindow(this);
 }
@@ -158,8 +158,9 @@ void NativeWindow::ApplyNativeSize(const QSize& size) {
 
 // What binds the user, but never the size that was asked for.
 void NativeWindow::ApplyLimits(const QSize& size) {
-    QSize smallest = size;
-    QSize largest = size;
+    const bool isFixed = !m_userResizable && minimumSize() == maximumSize();
+    QSize smallest = isFixed ? size : minimumSize().boundedTo(size);
+    QSize largest = isFixed ? size : maximumSize().expandedTo(size);
     if (m_userResizable) {
         const QMargins margins = KnownMargins();
         smallest = m_smallest.shrunkBy(margins).boundedTo(size).expandedTo(QSize(0, 0));
@@ -173,11 +174,6 @@ void NativeWindow::ApplyLimits(const QSize& size) {
 void NativeWindow::SetTrackSizes(const QSize& smallest, const QSize& largest) {
     m_smallest = smallest;
     m_largest = largest;
-    ApplyLimits(size());
-}
-
-void NativeWindow::SetUserResizable(bool resizable) {
-    m_userResizable = resizable;
     ApplyLimits(size());
 }
 
