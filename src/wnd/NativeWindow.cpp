@@ -67,7 +67,7 @@ NativeWindow::NativeWindow(const QRect& content, FrameStyle style, bool floating
       m_userResizable(style == FrameStyle::Decorated), m_told(content.size()), m_frame(content) {
     WatchView(m_content);
     setGeometry(content);
-    if (!m_userResizable) ApplyLimits(content.size());
+    if (!m_userResizable) setFixedSize(content.size());
     m_content->setGeometry(0, 0, content.width(), content.height());
     NativeApplication::Shared().AddWindow(this);
 }
@@ -159,8 +159,9 @@ void NativeWindow::ApplyNativeSize(const QSize& size) {
 
 // What binds the user, but never the size that was asked for.
 void NativeWindow::ApplyLimits(const QSize& size) {
-    QSize smallest = size;
-    QSize largest = size;
+    const bool isFixed = !m_userResizable && minimumSize() == maximumSize();
+    QSize smallest = isFixed ? size : minimumSize().boundedTo(size);
+    QSize largest = isFixed ? size : maximumSize().expandedTo(size);
     if (m_userResizable) {
         const QMargins margins = KnownMargins();
         smallest = m_smallest.shrunkBy(margins).boundedTo(size).expandedTo(QSize(0, 0));
@@ -174,11 +175,6 @@ void NativeWindow::ApplyLimits(const QSize& size) {
 void NativeWindow::SetTrackSizes(const QSize& smallest, const QSize& largest) {
     m_smallest = smallest;
     m_largest = largest;
-    ApplyLimits(size());
-}
-
-void NativeWindow::SetUserResizable(bool resizable) {
-    m_userResizable = resizable;
     ApplyLimits(size());
 }
 

@@ -15,7 +15,8 @@ namespace vm {
 
 /// How the frame of a window looks and what its user may do: Decorated has everything, Fixed a title
 /// and a close button, FixedMinimisable a title and a minimise button, Dialog a title and a close
-/// button. Only a decorated one can be resized by its user.
+/// button. Only a decorated one can be resized by its user, and a dialog that is given a minimum and
+/// a maximum of its own.
 enum class FrameStyle { Decorated, Fixed, FixedMinimisable, Dialog };
 
 class NativeWindow : public QWidget {
@@ -40,7 +41,6 @@ public:
 
     /// How small and large the user may make the frame. MoveFrame and ResizeFrame go beyond.
     void SetTrackSizes(const QSize& smallest, const QSize& largest);
-    void SetUserResizable(bool resizable);
 
     /// Before the first show: the window stays in front of its owner, and a dialog appears over the
     /// middle of it (of the screen without one), unless it was moved before.

@@ -186,8 +186,12 @@ TEST_F(Limits, DialogAppearsOverTheMiddleOfItsOwner) {
     EXPECT_LE(off.manhattanLength(), 4);
     EXPECT_EQ(dialog.windowHandle()->transientParent(), top.nsWindow->windowHandle());
     EXPECT_EQ(dialog.minimumSize(), dialog.maximumSize());
-    dialog.SetUserResizable(true);
-    EXPECT_NE(dialog.minimumSize(), dialog.maximumSize());
+    dialog.setMinimumSize(50, 50); // from a layout
+    dialog.setMaximumSize(500, 500);
+    dialog.ResizeContent({40, 300});
+    EXPECT_EQ(dialog.size(), QSize(40, 300));
+    EXPECT_EQ(dialog.minimumSize(), QSize(40, 50)) << "no smaller than it is";
+    EXPECT_EQ(dialog.maximumSize(), QSize(500, 500));
 
     vm::NativeWindow placed(QRect(0, 0, 100, 80), vm::FrameStyle::Dialog, false);
     placed.SetOwner(top.nsWindow);

@@ -91,10 +91,14 @@ enum : DWORD {
     WS_GROUP = 0x20,
     WS_VSCROLL = 0x80,
     WS_HSCROLL = 0x100,
-    WS_OVERLAPPEDWINDOW = 0x10000, ///< title, close, minimise, resize
+    /// Of a top-level window: title, close, minimise, resize. Without it the user cannot resize the
+    /// window, and its title bar has a minimise button only, with WS_EX_TOPMOST a close button only.
+    WS_OVERLAPPEDWINDOW = 0x10000,
     WS_EX_TOPMOST = 0x8,
 };
 
+/// What ShowWindow does; other values change nothing. There is none to maximise: a window that was
+/// maximised comes back at the place and size that its host stored, not maximised.
 enum : int {
     SW_HIDE = 0,
     SW_SHOWNORMAL = 1,
@@ -241,20 +245,25 @@ public:
     BOOL ModifyStyle(DWORD remove, DWORD add, UINT flags = 0);   ///< TRUE; no native effect
     BOOL ModifyStyleEx(DWORD remove, DWORD add, UINT flags = 0); ///< TRUE; changes nothing
     BOOL ShowWindow(int show); ///< sends WM_SHOWWINDOW whatever `show` is
+    /// A child: neither it nor a view that it is in is hidden, whether its window is shown or not.
     BOOL IsWindowVisible() const;
-    BOOL EnableWindow(BOOL enable = TRUE); ///< returns whether a view exists
-    BOOL IsWindowEnabled() const;
-    BOOL IsIconic() const { return FALSE; }
-    BOOL IsZoomed() const { return FALSE; }
+    /// Controls and views made by Create; others stay as they are. Returns whether a view exists.
+    BOOL EnableWindow(BOOL enable = TRUE);
+    BOOL IsWindowEnabled() const;           ///< the window's own state, whatever it is in
+    BOOL IsIconic() const { return FALSE; } ///< also of a minimised window
+    BOOL IsZoomed() const { return FALSE; } ///< also of a maximised one
     void BringWindowToTop();
     CWnd* SetActiveWindow();                  ///< always null
     void DragAcceptFiles(BOOL accept = TRUE); ///< WM_DROPFILES arrives only after this
 
-    // Geometry: top-down screen or client coordinates, in pixels.
+    // Geometry: top-down screen or client coordinates, in pixels. WM_GETMINMAXINFO asks a top-level
+    // window for its limits, first when its frame is known; they bind its user and not these calls.
     void GetWindowRect(RECT* rect) const;
     void GetClientRect(RECT* rect) const;
     void MoveWindow(int x, int y, int width, int height, BOOL repaint = TRUE);
     void MoveWindow(const RECT* rect, BOOL repaint = TRUE);
+    /// Puts a child below `insertAfter`. A top-level window comes to the front with `insertAfter` in
+    /// front of it: the desktop puts no window below another that stays where it is.
     BOOL SetWindowPos(const CWnd* insertAfter, int x, int y, int cx, int cy, UINT flags);
     void ClientToScreen(POINT* point) const;
     void ClientToScreen(RECT* rect) const;
@@ -266,16 +275,19 @@ public:
     static CWnd* WindowFromPoint(POINT point); ///< the same at a point of the screen, in any window
     void setFlipped(bool flag);                ///< views made by Create; positions stay top-down
     /// Everything in the view is drawn `scale` times as large, and positions and sizes are in the
-    /// units of the host: GetClientRect, mouse messages, painting. Child views are not scaled.
+    /// units of the host: GetClientRect, WM_SIZE, mouse messages, painting. Child views and top-level
+    /// windows are not scaled. Sends WM_SIZE.
     void SetWindowScaling(float scale);
     float GetBackingScaleFactor() const; ///< device pixels in one pixel; 1.0 without a window
     /// The bars of WS_VSCROLL and WS_HSCROLL: 15 pixels at the right and the bottom, taken off the
-    /// client area. Create calls these.
+    /// client area. Create calls these after the creation messages. A drag of the knob moves it and
+    /// sends SB_THUMBTRACK; a click beside it only sends its code: SetScrollPos shows where it led.
     void CreateVScroll();
     void CreateHScroll();
     void CreateVHScrollFill();
     void SetScrollRange(BOOL vertical, int lowest, int highest);
-    void SetScrollPos(BOOL vertical, int position); ///< moves the knob; sends nothing
+    /// Moves the knob, within the range; sends nothing.
+    void SetScrollPos(BOOL vertical, int position);
 
     // Painting. What lasts is painted in WM_PAINT: see CPaintDC.
     void Invalidate(BOOL erase = TRUE);
