@@ -1,17 +1,21 @@
 // Modal dialogs from their files to their results.
 #include "DialogsFixture.h"
 
+#include <QtGui/QAction>
 #include <QtGui/QWindow>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
 
 #include <vmcore/app/CWinApp.h>
 
 #include "app/appState.h"
+#include "controls/menuActions.h"
+#include "controls/menuUpdate.h"
 #include "core/guard.h"
 #include "dialogs/dialogState.h"
 #include "platform/NativeApplication.h"
@@ -382,6 +386,64 @@ TEST_F(ModalDialog, ControlsThatAreBoundAreLetGo) {
         RunFor(std::chrono::milliseconds(1));
         EXPECT_EQ(line.view, nullptr);
     }
+}
+
+// Items of the menu bar cannot be chosen behind a dialog; those of pop-up menus can.
+TEST_F(ModalDialog, MenusKnowThatItIsDisplayed) {
+    CMenu bar;
+    ASSERT_TRUE(bar.CreatePopupMenu());
+    bar.AppendMenu(0, 101, "Save");
+    QAction* item = bar.GetSafeHmenu()->actions().first();
+    const auto enabledUnder = [&](const char* title) {
+        bar.GetSafeHmenu()->setTitle(title);
+        vm::UpdateMenuItem(bar.GetSafeHmenu(), item, nullptr);
+        return item->isEnabled();
+    };
+    TestDialog dialog;
+    Soon([&] {
+        EXPECT_FALSE(enabledUnder("File"));
+        EXPECT_TRUE(enabledUnder("popup:"));
+        EXPECT_TRUE(enabledUnder(""));
+        dialog.EndDialog(1);
+    });
+    dialog.DoModal();
+}
+
+TEST_F(ModalDialog, HidesTheMainMenuOfAForeignProgramUntilTheLastHasGone) {
+    vm::App().isPluginEnvironment = true;
+    TestDialog outer;
+    TestDialog inner;
+    Soon([&] {
+        Soon([&] {
+            EXPECT_EQ(vm::App().displayDlg, 2);
+            EXPECT_FALSE(vm::MenuBarShown());
+            inner.EndDialog(1);
+        });
+        EXPECT_FALSE(vm::MenuBarShown());
+        inner.DoModal();
+        EXPECT_EQ(vm::App().displayDlg, 1);
+        EXPECT_FALSE(vm::MenuBarShown());
+        outer.EndDialog(1);
+    });
+    outer.DoModal();
+    EXPECT_TRUE(vm::MenuBarShown());
+    vm::App().isPluginEnvironment = false;
+}
+
+// A box of the toolkit's runs a loop of the toolkit's own.
+TEST_F(ModalDialog, MessageBoxAboveItIsClosedWithTheApplication) {
+    const vm::MessageBoxHandler recorder = vm::SetMessageBoxHandler({});
+    TestDialog dialog;
+    std::vector<int> answers;
+    Soon([&] {
+        Soon([] { vm::EndAllLoops(); });
+        answers.push_back(vm::ShowMessageBox(nullptr, "Save?", "Bank", MB_YESNOCANCEL));
+        answers.push_back(vm::ShowMessageBox(nullptr, "Really?", "Bank", MB_YESNO));
+    });
+    EXPECT_EQ(dialog.DoModal(), 2);
+    vm::SetMessageBoxHandler(recorder);
+    EXPECT_THAT(answers, ElementsAre(IDCANCEL, IDYES));
+    EXPECT_THAT(log.TakeLog(), ElementsAre("Bank: Really?")) << "no box opens any more";
 }
 
 TEST_F(ModalDialog, EndsWithTheApplication) {
