@@ -134,6 +134,11 @@ std::string OneLine(const QString& text) {
     return text.simplified().toStdString();
 }
 
+// Designer connects the buttons of a new dialog to slots that only the toolkit's own dialogs have.
+bool IsAboutConnections(const std::string& line) {
+    return line.rfind("QObject::connect: ", 0) == 0;
+}
+
 // What the toolkit prints on the main thread while it loads a file is collected in its place.
 class ToolkitWarnings {
 public:
@@ -188,7 +193,8 @@ QWidget* LoadInterfaceFile(const std::string& name, QWidget* parent,
         warnings = collected.Lines();
     }
     if (!root) return LogWhy(path, OneLine(ProcessLoader().errorString())), nullptr;
-    for (const std::string& warning : warnings) LogWhy(path, warning);
+    for (const std::string& warning : warnings)
+        if (!IsAboutConnections(warning)) LogWhy(path, warning);
     KeepTagTable(root);
     return root;
 }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <functional>
+#include <utility>
 
 #include <QtCore/QEvent>
 #include <QtCore/QItemSelectionModel>
@@ -138,10 +139,13 @@ void ConnectLine(ControlWire& wire, QWidget& control) {
     QObject::connect(line, &QLineEdit::editingFinished, &wire, [&wire] { wire.FocusLeft(); });
 }
 
-// A spin box says in one signal that Return was pressed and that the focus has left.
+// A spin box repeats its text at Return, and says in one signal that Return was pressed and that the
+// focus has left.
 void ConnectSpin(ControlWire& wire, QWidget& control) {
     auto* spin = static_cast<QAbstractSpinBox*>(&control);
-    const auto changed = [&wire] { wire.Changed(); };
+    const auto changed = [&wire, spin, last = spin->text()]() mutable {
+        if (std::exchange(last, spin->text()) != spin->text()) wire.Changed();
+    };
     if (auto* whole = qobject_cast<QSpinBox*>(spin))
         QObject::connect(whole, &QSpinBox::textChanged, &wire, changed);
     else if (auto* real = qobject_cast<QDoubleSpinBox*>(spin))

@@ -1,5 +1,7 @@
 #include "controls/interfaceFile.h"
 
+#include <sys/stat.h>
+
 #include <QtGui/QAction>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
@@ -96,6 +98,63 @@ TEST_F(InterfaceFile, MissingAndMalformedFilesAreLogged) {
         m_log.TakeLog(),
         ElementsAre("interface file " + m_bundle.PathOf("DLG_1") + ": No such file or directory",
                     HasSubstr("interface file " + m_bundle.PathOf("DLG_2") + ": ")));
+}
+
+TEST_F(InterfaceFile, HostileFilesAreRefusedAndSaidSo) {
+    const auto nested = [](int depth) {
+        std::string text;
+        for (int i = 0; i < depth; ++i) text += "<widget class=\"QWidget\" name=\"w\">";
+        for (int i = 0; i < depth; ++i) text += "</widget>";
+        return UiFile(text);
+    };
+    const std::string bomb = "<!DOCTYPE ui [<!ENTITY a \"aaaaaaaaaa\"><!ENTITY b "
+                             "\"&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;\"><!ENTITY c "
+                             "\"&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;\"><!ENTITY d "
+                             "\"&c;&c;&c;&c;&c;&c;&c;&c;&c;&c;\">]><ui version=\"4.0\">&d;</ui>";
+    const struct {
+        const char* what;
+        std::string content;
+        const char* why;
+    } rows[] = {
+        {"empty", "", "line 1: "},
+        {"no XML", "MZ\x90\x03 hello", "line 1: "},
+        {"cut off", kPanel.substr(0, kPanel.size() - 20), "line 2: "},
+        {"bytes of another encoding", UiFile("<widget class=\"QWidget\" name=\"\xff\xfe\"/>"),
+         "line 1: "},
+        {"entities", bomb, "line 1: "},
+        {"deep", nested(64), "line 2: nested too deeply"},
+        {"very deep", nested(60000), "line 2: nested too deeply"},
+        {"large", UiFile("<!--" + std::string(5 << 20, ' ') + "-->"), "larger than 4 MB"},
+        {"no interface", "<svg/>", ""},
+        {"no widget", UiFile(""), ""},
+    };
+    auto written = std::filesystem::file_time_type::clock::now();
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        m_bundle.Write("DLG_1", row.content);
+        std::filesystem::last_write_time(m_bundle.PathOf("DLG_1"),
+                                         written += std::chrono::seconds(1));
+        EXPECT_EQ(vm::LoadInterfaceFile("DLG_1"), nullptr);
+        const std::vector<std::string> lines = m_log.TakeLog();
+        ASSERT_EQ(lines.size(), 1u);
+        EXPECT_THAT(lines[0], testing::StartsWith("interface file " + m_bundle.PathOf("DLG_1") +
+                                                  ": " + row.why));
+    }
+    m_bundle.Write("DLG_2", nested(63)); // with <ui> that is 64
+    delete vm::LoadInterfaceFile("DLG_2");
+    EXPECT_THAT(m_log.TakeLog(), testing::IsEmpty());
+}
+
+TEST_F(InterfaceFile, WhatIsNoRegularFileIsNotOpened) {
+    std::filesystem::create_directory(m_bundle.PathOf("DLG_1"));
+    ASSERT_EQ(mkfifo(m_bundle.PathOf("DLG_2").c_str(), 0600), 0); // reading it would wait for ever
+    std::filesystem::create_symlink("/dev/zero", m_bundle.PathOf("DLG_3"));
+    const Watchdog watchdog;
+    for (const char* name : {"DLG_1", "DLG_2", "DLG_3"}) {
+        EXPECT_EQ(vm::LoadInterfaceFile(name), nullptr);
+        EXPECT_THAT(m_log.TakeLog(), ElementsAre("interface file " + m_bundle.PathOf(name) +
+                                                 ": not a regular file"));
+    }
 }
 
 TEST_F(InterfaceFile, MenuBarBecomesAMenuOfItsMenus) {

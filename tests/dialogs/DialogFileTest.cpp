@@ -174,7 +174,12 @@ TEST_F(DialogFile, ButtonBoxHasTheUsualNumbers) {
     const std::string buttons =
         "<property name=\"standardButtons\"><set>QDialogButtonBox::Cancel|QDialogButtonBox::Ok|"
         "QDialogButtonBox::Ignore</set></property>";
-    Look(UiDialog(UiControl("QDialogButtonBox", 0, buttons)), [&](TestDialog& dialog) {
+    std::string file = UiDialog(UiControl("QDialogButtonBox", 0, buttons));
+    // As Designer connects them: no word about it in the log.
+    file.insert(file.rfind("</ui>"),
+                "<connections><connection><sender>item0</sender><signal>accepted()</signal>"
+                "<receiver>Dialog</receiver><slot>accept()</slot></connection></connections>");
+    Look(file, [&](TestDialog& dialog) {
         const auto* box = dialog.view->findChild<QDialogButtonBox*>();
         EXPECT_EQ(dialog.GetDlgItem(IDOK)->view, box->button(QDialogButtonBox::Ok));
         EXPECT_EQ(dialog.GetDlgItem(IDIGNORE)->view, box->button(QDialogButtonBox::Ignore));

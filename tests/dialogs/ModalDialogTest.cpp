@@ -1,21 +1,23 @@
 // Modal dialogs from their files to their results.
 #include "DialogsFixture.h"
 
+#include <QtGui/QAction>
 #include <QtGui/QWindow>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
 
 #include <vmcore/app/CWinApp.h>
 
 #include "app/appState.h"
-#include "core/guard.h"
+#include "controls/menuActions.h"
+#include "controls/menuUpdate.h"
 #include "dialogs/dialogState.h"
 #include "platform/NativeApplication.h"
-#include "platform/runloop.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -209,146 +211,6 @@ TEST_F(ModalDialog, RoutesOKCancelAndContextClicksItself) {
     dialog.DoModal();
 }
 
-// What is wrong in a handler ends the dialog, and is shown.
-TEST_F(ModalDialog, NoExceptionLeavesIt) {
-    const struct {
-        const char* where;
-        std::function<void()> thrower;
-        ShownBox alert;
-    } rows[] = {
-        {"init",
-         [] { throw vm::PlatformError("Range", "index 7 of 3"); },
-         {"Range", "index 7 of 3", 0x10}},
-        {"loop",
-         [] { throw std::runtime_error("no port"); },
-         {"std::runtime_error", "no port", 0x10}},
-        {"exchange", [] { throw 5; }, {"unknown exception", "", 0x10}},
-        {"close", [] { throw vm::PlatformError("DeadView"); }, {"DeadView", "", 0x10}},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.where);
-        const std::string where = row.where;
-        TestDialog dialog;
-        dialog.onInit = [&] {
-            if (where == "init") row.thrower();
-        };
-        dialog.exchange = [&](CDataExchange* pDX) {
-            if (where == "exchange" && pDX->m_bSaveAndValidate) row.thrower();
-        };
-        dialog.on[WM_CLOSE] = [&](WPARAM, LPARAM) {
-            if (where == "close") row.thrower();
-            return 0;
-        };
-        dialog.on[WM_COMMAND] = [&](WPARAM, LPARAM) { return row.thrower(), 1; };
-        Soon([&] {
-            if (!dialog.view) return;
-            if (where == "loop")
-                ClickItem(dialog, 12);
-            else
-                dialog.EndDialog(9);
-        });
-        EXPECT_EQ(dialog.DoModal(), where == "exchange" || where == "close" ? 9 : 2);
-        EXPECT_THAT(boxes.Take(), ElementsAre(row.alert));
-        EXPECT_EQ(dialog.view, nullptr);
-        EXPECT_EQ(vm::App().displayDlg, 0);
-        RunFor(std::chrono::milliseconds(1));
-        EXPECT_THAT(vm::NativeApplication::Shared().Windows(), IsEmpty());
-    }
-}
-
-TEST_F(ModalDialog, EndedWhileToldOfItsCreationItIsNeverSeen) {
-    for (const int number : {WM_CREATE, WM_INITDIALOG}) {
-        TestDialog dialog;
-        const auto end = [&] { dialog.EndDialog(3); };
-        if (number == WM_INITDIALOG) dialog.onInit = end;
-        dialog.on[WM_CREATE] = [&](WPARAM, LPARAM) { return number == WM_CREATE ? end(), 0 : 0; };
-        EXPECT_EQ(dialog.DoModal(), 3) << number;
-        EXPECT_THAT(dialog.Take(WM_SHOWWINDOW), IsEmpty());
-        EXPECT_THAT(dialog.saves, testing::Contains(true));
-    }
-}
-
-TEST_F(ModalDialog, SameObjectRunsAgainButNotInsideItself) {
-    TestDialog dialog;
-    for (const int result : {4, 5}) {
-        Soon([&] {
-            EXPECT_EQ(dialog.DoModal(), IDCANCEL);
-            EXPECT_THAT(log.TakeLog(), ElementsAre("CDialog::DoModal: the dialog is running "
-                                                   "already"));
-            dialog.EndDialog(result);
-        });
-        EXPECT_EQ(dialog.DoModal(), result);
-    }
-}
-
-TEST_F(ModalDialog, TenNestedOnesEndInAnyOrder) {
-    // The dialog `level` opens the next one; the last one ends them from the outside in.
-    std::vector<std::unique_ptr<TestDialog>> dialogs;
-    std::vector<int> results;
-    const std::function<void(int)> open = [&](int level) {
-        dialogs.push_back(std::make_unique<TestDialog>());
-        TestDialog* dialog = dialogs.back().get();
-        Soon([&, level] {
-            EXPECT_EQ(vm::App().displayDlg, level + 1);
-            if (level < 9) return open(level + 1);
-            for (int i = 0; i < 9; ++i) dialogs[static_cast<std::size_t>(i)]->EndDialog(100 + i);
-            Soon([&] {
-                EXPECT_THAT(results, IsEmpty()) << "the inner dialogs are not touched";
-                dialogs[9]->EndDialog(109);
-            });
-        });
-        results.push_back(-dialog->DoModal());
-    };
-    const auto count = [&] { return results.size(); };
-    open(0);
-    EXPECT_EQ(count(), 10u);
-    EXPECT_THAT(results, ElementsAre(-109, -108, -107, -106, -105, -104, -103, -102, -101, -100));
-    EXPECT_EQ(vm::App().displayDlg, 0);
-}
-
-// Any handler may take the dialog away, its window alone or the object with it.
-TEST_F(ModalDialog, MayBeDeletedInEachOfItsHandlers) {
-    for (const int number : {WM_CREATE, WM_INITDIALOG, WM_COMMAND, WM_TIMER, WM_QUERYCLOSE,
-                             WM_CLOSE, WM_DESTROY, WM_SHOWWINDOW}) {
-        for (const bool deleted : {true, false}) {
-            SCOPED_TRACE(vm::Format("%d deleted %d", number, deleted));
-            auto* dialog = new TestDialog;
-            std::unique_ptr<TestDialog> owner(dialog);
-            const auto act = [&] {
-                if (deleted)
-                    owner.reset();
-                else
-                    dialog->DestroyWindow();
-            };
-            if (number == WM_INITDIALOG)
-                dialog->onInit = act;
-            else
-                dialog->on[number] = [act](WPARAM, LPARAM) { return act(), 1; };
-            Soon([&] {
-                if (!owner || !dialog->view) return;
-                switch (number) {
-                case WM_COMMAND:
-                    return ClickItem(*dialog, 12);
-                case WM_TIMER:
-                    dialog->SetTimer(1, 1);
-                    return;
-                case WM_QUERYCLOSE:
-                    dialog->view->window()->close();
-                    return;
-                default:
-                    return dialog->EndDialog(1);
-                }
-            });
-            const int result = dialog->DoModal();
-            const bool wasEnded = number == WM_CLOSE || number == WM_DESTROY;
-            EXPECT_EQ(result, wasEnded ? 1 : 2);
-            RunFor(std::chrono::milliseconds(2));
-            EXPECT_THAT(vm::NativeApplication::Shared().Windows(), IsEmpty());
-            EXPECT_EQ(vm::App().displayDlg, 0);
-        }
-    }
-}
-
 TEST_F(ModalDialog, TimersAndPostedMessagesRunInIt) {
     RecordingWindow top;
     top.Create("", "Top", WS_VISIBLE, RECT{80, 90, 380, 290}, nullptr, 0);
@@ -384,12 +246,44 @@ TEST_F(ModalDialog, ControlsThatAreBoundAreLetGo) {
     }
 }
 
-TEST_F(ModalDialog, EndsWithTheApplication) {
+// Items of the menu bar cannot be chosen behind a dialog; those of pop-up menus can.
+TEST_F(ModalDialog, MenusKnowThatItIsDisplayed) {
+    CMenu bar;
+    ASSERT_TRUE(bar.CreatePopupMenu());
+    bar.AppendMenu(0, 101, "Save");
+    QAction* item = bar.GetSafeHmenu()->actions().first();
+    const auto enabledUnder = [&](const char* title) {
+        bar.GetSafeHmenu()->setTitle(title);
+        vm::UpdateMenuItem(bar.GetSafeHmenu(), item, nullptr);
+        return item->isEnabled();
+    };
+    TestDialog dialog;
+    Soon([&] {
+        EXPECT_FALSE(enabledUnder("File"));
+        EXPECT_TRUE(enabledUnder("popup:"));
+        EXPECT_TRUE(enabledUnder(""));
+        dialog.EndDialog(1);
+    });
+    dialog.DoModal();
+}
+
+TEST_F(ModalDialog, HidesTheMainMenuOfAForeignProgramUntilTheLastHasGone) {
+    vm::App().isPluginEnvironment = true;
     TestDialog outer;
     TestDialog inner;
-    Soon([&] { EXPECT_EQ(inner.DoModal(), 2); });
-    inner.onInit = [&] { Soon([] { vm::EndAllLoops(); }); };
-    EXPECT_EQ(outer.DoModal(), 2);
-    EXPECT_FALSE(vm::LoopsAreEnding());
-    EXPECT_THAT(outer.saves, ElementsAre(false, true));
+    Soon([&] {
+        Soon([&] {
+            EXPECT_EQ(vm::App().displayDlg, 2);
+            EXPECT_FALSE(vm::MenuBarShown());
+            inner.EndDialog(1);
+        });
+        EXPECT_FALSE(vm::MenuBarShown());
+        inner.DoModal();
+        EXPECT_EQ(vm::App().displayDlg, 1);
+        EXPECT_FALSE(vm::MenuBarShown());
+        outer.EndDialog(1);
+    });
+    outer.DoModal();
+    EXPECT_TRUE(vm::MenuBarShown());
+    vm::App().isPluginEnvironment = false;
 }
