@@ -38,3 +38,5 @@
 #include <vmcore/wnd/CWnd.h>
 #include <vmcore/wnd/clipboard.h>
 #include <vmcore/wnd/frames.h>
+#include <vmcore/wnd/input.h>
+#include <vmcore/wnd/screen.h>

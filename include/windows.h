@@ -18,3 +18,5 @@
 #include <vmcore/gdi/gdiobjects.h>
 #include <vmcore/gdi/printing.h>
 #include <vmcore/wnd/CWnd.h>
+#include <vmcore/wnd/input.h>
+#include <vmcore/wnd/screen.h>

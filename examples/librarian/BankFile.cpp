@@ -121,3 +121,27 @@ BOOL ReadBank(const char* path, Bank& bank, std::string& error) {
     bank.name = name;
     return TRUE;
 }
+
+BOOL WriteBank(const std::string& path, const Bank& bank, std::string& error) {
+    error = NameOf(path) + " cannot be written";
+    const std::string fresh = path + ".new"; // a full disk must not cost the old file
+    const HANDLE file =
+        CreateFile(fresh.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    if (!file) return FALSE;
+    BOOL written = TRUE;
+    for (const BankMessage& message : bank.messages) {
+        const auto size = static_cast<DWORD>(message.bytes.size());
+        DWORD done = 0;
+        written =
+            written && WriteFile(file, message.bytes.data(), size, &done, nullptr) && done == size;
+    }
+    CloseHandle(file);
+    if (!written) {
+        DeleteFile(fresh.c_str());
+        return FALSE;
+    }
+    DeleteFile(path.c_str());
+    written = MoveFile(fresh.c_str(), path.c_str());
+    if (written) error.clear();
+    return written;
+}

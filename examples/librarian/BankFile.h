@@ -30,3 +30,7 @@ Bank SplitBank(const SysexBytes& file);
 /// Reads and splits a file. FALSE, and `error` for the user, when it cannot be read or holds no
 /// message; `bank` is then unchanged.
 BOOL ReadBank(const char* path, Bank& bank, std::string& error);
+
+/// Writes the messages, one after the other. FALSE, and `error`, when that fails; the file that was
+/// there is then as before.
+BOOL WriteBank(const std::string& path, const Bank& bank, std::string& error);

@@ -45,6 +45,7 @@ HeaderBand::HeaderBand() : m_title("No bank"), m_summary("Drop a .syx file here"
     MakeFont(m_textFont, 12, "Arial");
     m_background.CreateSolidBrush(kBackground);
     m_rule.CreateSolidBrush(kRule);
+    SetAccessibleRole(ACCESSIBLE_LABEL);
 }
 
 void HeaderBand::ShowBank(const Bank& bank) {
@@ -54,6 +55,7 @@ void HeaderBand::ShowBank(const Bank& bank) {
     if (bank.junkBytes)
         m_summary += ", " + Counted(bank.junkBytes, " byte", " bytes") + " between messages";
     m_warning = WarningFor(bank);
+    SetWindowText((m_title + ", " + m_summary).c_str()); // which a screen reader says
     Invalidate();
 }
 

@@ -38,6 +38,8 @@ HexPane::HexPane() {
     m_font.CreateFont(kFontHeight, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Courier New");
     m_background.CreateSolidBrush(kBackground);
     m_thumb.CreateSolidBrush(kThumb);
+    SetAccessibleName("Bytes of the message");
+    SetAccessibleRole(ACCESSIBLE_PICTURE);
 }
 
 void HexPane::ShowMessage(const SysexBytes& message) {
@@ -61,6 +63,8 @@ int HexPane::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
     case WM_LBUTTONDOWN:
         SetFocus();
         return 1;
+    case WM_CONTEXTMENU: // the window knows the commands
+        return parentWnd->SendMessage(WM_CONTEXTMENU, wParam, lParam) != 0;
     case WM_KEYDOWN:
         return OnKey(wParam) ? 1 : CWnd::MessageMap(message, wParam, lParam);
     case WM_MOUSEWHEEL: {

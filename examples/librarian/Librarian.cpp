@@ -4,6 +4,7 @@
 
 #include <afxwin.h>
 
+#include "Dialogs.h"
 #include "MainFrame.h"
 #include "Report.h"
 
@@ -27,10 +28,7 @@ public:
     int MessageMap(int message, WPARAM wParam, LPARAM lParam) override {
         if (message != WM_COMMAND || LOWORD(wParam) != ID_APP_ABOUT)
             return CWinApp::MessageMap(message, wParam, lParam);
-        ::MessageBox(AfxGetMainWndHandle(),
-                     "Librarian opens banks of System Exclusive messages, sends them "
-                     "and compares what comes back.",
-                     "About Librarian", MB_OK | MB_ICONINFORMATION);
+        AboutDialog(m_frame.get()).DoModal();
         Report("about");
         return 1;
     }

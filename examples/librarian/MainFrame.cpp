@@ -86,6 +86,9 @@ int MainFrame::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
     case WM_DROPFILES:
         OnDrop(reinterpret_cast<NSArray*>(wParam));
         return 1;
+    case WM_CONTEXTMENU:
+        return OnContextMenu(
+            CPoint(static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))));
     case WM_TIMER:
         OnTimerId(static_cast<UINT>(wParam));
         return 1;
@@ -103,11 +106,16 @@ int MainFrame::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
 
 void MainFrame::MakeParts() {
     const CRect anywhere(0, 0, 10, 10); // LayOut places them
+    MakeFindBar();
     m_header.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_HEADER);
     m_list.Create(WS_CHILD | WS_VISIBLE, anywhere, this, IDC_MESSAGES);
     m_list.AddColumns();
-    m_hex.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_HEX);
+    m_hex.Create("", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, anywhere, this, IDC_HEX);
     m_status.Create(this);
+
+    DragAcceptFiles();
+    m_list.SetAccessibleName("Messages"); // for people who use a screen reader
+    m_status.SetAccessibleName("Status");
     m_made = true;
 }
 
@@ -117,9 +125,11 @@ void MainFrame::LayOut() {
     GetClientRect(client);
     const int width = client.right;
     const int bottom = client.bottom - kStatusHeight;
-    const int top = m_header.IsWindowVisible() ? HeaderBand::kHeight : 0;
+    const int bandHeight = m_header.IsWindowVisible() ? HeaderBand::kHeight : 0;
+    const int top = bandHeight + (m_find.IsWindowVisible() ? FindBar::kHeight : 0);
     const int hexHeight = m_hex.IsWindowVisible() ? (bottom - top) * kHexShare / 100 : 0;
-    if (top) m_header.MoveWindow(0, 0, width, top);
+    if (bandHeight) m_header.MoveWindow(0, 0, width, bandHeight);
+    if (top > bandHeight) m_find.MoveWindow(0, bandHeight, width, FindBar::kHeight);
     m_list.MoveWindow(0, top, width, bottom - hexHeight - top);
     if (hexHeight) m_hex.MoveWindow(0, bottom - hexHeight, width, hexHeight);
     m_status.MoveWindow(0, bottom, width, kStatusHeight);
@@ -166,9 +176,13 @@ void MainFrame::SaveSettings() {
 }
 
 BOOL MainFrame::OnQueryClose() {
-    if (!m_midi.IsSending()) return TRUE;
-    SetStatus("Still sending: the window closes when the message is out");
-    Report("refused close");
+    if (m_midi.IsSending()) {
+        SetStatus("Still sending: the window closes when the message is out");
+        Report("refused close");
+        return FALSE;
+    }
+    if (MayDropChanges()) return TRUE;
+    Report("kept open");
     return FALSE;
 }
 

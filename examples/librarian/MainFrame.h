@@ -1,6 +1,6 @@
 // The main window: header band, list of messages, hex pane and status bar, and the commands. Its
-// functions are in four sources: MainFrame.cpp (the window), MainFrameCommands.cpp (the menus),
-// MainFrameBanks.cpp and MainFrameMidi.cpp.
+// functions are in five sources: MainFrame.cpp (the window), MainFrameCommands.cpp (the menus),
+// MainFrameBanks.cpp, MainFrameDialogs.cpp and MainFrameMidi.cpp.
 #pragma once
 
 #include <string>
@@ -10,6 +10,7 @@
 #include <afxwin.h>
 
 #include "BankFile.h"
+#include "FindBar.h"
 #include "HeaderBand.h"
 #include "HexPane.h"
 #include "Instruments.h"
@@ -63,6 +64,17 @@ private:
     void OnDrop(NSArray* paths);
     void OnNotifyList(const NMLISTVIEW& notification);
     void OnSelected(int index);
+    void OnDeleteMessage();
+    BOOL MayDropChanges();
+    BOOL SaveBank();
+    BOOL FindMessage(const std::string& wanted, bool next);
+
+    // Dialogs and pop-up menu
+    void MakeFindBar();
+    void OnPorts();
+    void OnDetails();
+    BOOL OnSaveAs();
+    BOOL OnContextMenu(const CPoint& point);
 
     // MIDI
     BOOL OpenPorts();
@@ -77,7 +89,8 @@ private:
 
     Bank m_bank;
     std::string m_bankPath;
-    int m_selected = -1; // index of a message
+    int m_selected = -1;    // index of a message
+    bool m_changed = false; // since the bank was opened or saved
     Plugins m_plugins;
 
     RecentBanks m_recent;
@@ -99,6 +112,7 @@ private:
     bool m_slow = false;
 
     HeaderBand m_header;
+    FindBar m_find;
     MessageList m_list;
     HexPane m_hex;
     CStatusBar m_status;

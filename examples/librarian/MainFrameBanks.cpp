@@ -1,6 +1,8 @@
 // Opening banks, the plug-ins that describe them, and the message that is selected.
 #include "MainFrame.h"
 
+#include <algorithm>
+
 #include "BankFolder.h"
 #include "Report.h"
 
@@ -20,12 +22,14 @@ void MainFrame::OpenDemoBank(const char* name) {
 BOOL MainFrame::OpenBank(const std::string& path) {
     std::string error;
     if (m_sendPending) error = "Still sending: open the file afterwards";
+    if (error.empty() && !MayDropChanges()) error = "Stays with " + m_bank.name;
     if (!error.empty() || !ReadBank(path.c_str(), m_bank, error)) {
         SetStatus(error);
         Report("failed %s", error.c_str());
         return FALSE;
     }
     m_bankPath = path;
+    m_changed = false;
     m_plugins.Describe(m_bank);
     ShowBank();
     RememberBank(path);
@@ -136,4 +140,62 @@ void MainFrame::OnSelected(int index) {
     Report("selected %d", m_selected + 1);
     if (!message.patch.empty())
         Report("described %s: %s", message.info.kind.c_str(), message.patch.c_str());
+}
+
+// A bank without messages is none: the last one stays.
+void MainFrame::OnDeleteMessage() {
+    if (m_selected < 0 || m_bank.messages.size() < 2) return;
+    const int index = m_selected;
+    m_bank.messages.erase(m_bank.messages.begin() + index);
+    m_changed = true;
+    ShowBank();
+    SetStatus("Message " + std::to_string(index + 1) + " deleted");
+    Report("deleted %d, %zu left", index + 1, m_bank.messages.size());
+    SelectMessage(std::min(index, static_cast<int>(m_bank.messages.size()) - 1));
+}
+
+// Asks what to do with changes, if there are any. FALSE: go on with this bank.
+BOOL MainFrame::MayDropChanges() {
+    if (!m_changed) return TRUE;
+    Report("asks save");
+    const std::string question = "Save the changes to " + m_bank.name + "?";
+    switch (MessageBox(view, question.c_str(), "Librarian", MB_YESNOCANCEL | MB_ICONQUESTION)) {
+    case IDYES:
+        return SaveBank();
+    case IDNO:
+        return TRUE;
+    default:
+        return FALSE;
+    }
+}
+
+// Into the bank's own file, or where the user says when it came with the program.
+BOOL MainFrame::SaveBank() {
+    char resources[MAX_PATH] = {};
+    const bool isDemo = AfxResourcePath(resources, sizeof resources) > 0 &&
+                        FolderOf(m_bankPath) == std::string(resources);
+    if (isDemo) return OnSaveAs();
+    std::string error;
+    const BOOL saved = WriteBank(m_bankPath, m_bank, error);
+    if (saved) m_changed = false;
+    SetStatus(saved ? "Saved " + m_bank.name : error);
+    Report(saved ? "saved bank %s" : "not saved %s", m_bank.name.c_str());
+    return saved;
+}
+
+// The first message, behind the selected one for `next`, with the text in a cell of its row.
+BOOL MainFrame::FindMessage(const std::string& wanted, bool next) {
+    const int count = m_list.GetItemCount();
+    int start = 0;
+    for (int row = 0; row < count; ++row)
+        if (m_list.GetItemData(row) == static_cast<std::uintptr_t>(m_selected))
+            start = row + (next ? 1 : 0);
+    for (int i = 0; i < count; ++i) {
+        const auto index = static_cast<int>(m_list.GetItemData((start + i) % count));
+        if (!m_list.Matches(static_cast<std::size_t>(index), wanted)) continue;
+        SelectMessage(index);
+        return TRUE;
+    }
+    SetStatus("No message with '" + wanted + "'");
+    return FALSE;
 }

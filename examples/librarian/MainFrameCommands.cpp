@@ -42,8 +42,27 @@ BOOL MainFrame::OnCommandId(int id) {
     case ID_FILE_OPEN_PATCHES:
         OpenDemoBank("patches.syx");
         return TRUE;
+    case ID_FILE_SAVE_AS:
+        OnSaveAs();
+        return TRUE;
     case ID_FILE_QUIT:
         PostQuitMessage(0);
+        return TRUE;
+    case ID_EDIT_DELETE:
+        OnDeleteMessage();
+        return TRUE;
+    case ID_EDIT_DETAILS:
+        OnDetails();
+        return TRUE;
+    case ID_EDIT_FIND:
+        m_find.Begin();
+        LayOut();
+        return TRUE;
+    case ID_EDIT_FIND_NEXT:
+        m_find.FindNext();
+        return TRUE;
+    case ID_MIDI_PORTS:
+        OnPorts();
         return TRUE;
     case ID_MIDI_SEND:
         OnSend();
@@ -88,7 +107,13 @@ BOOL MainFrame::OnUpdateCommand(int id, CCmdUI& state) {
     case ID_MIDI_SEND:
         SetState(state, m_selected >= 0 && !m_sendPending && m_midi.CanSend());
         return TRUE;
+    case ID_EDIT_DELETE:
+        SetState(state, m_selected >= 0 && m_bank.messages.size() > 1 && !m_sendPending);
+        return TRUE;
     case ID_MIDI_VERIFY:
+    case ID_FILE_SAVE_AS:
+    case ID_EDIT_DETAILS:
+    case ID_EDIT_FIND_NEXT:
         SetState(state, !m_bank.messages.empty());
         return TRUE;
     case ID_MIDI_SLOW:
@@ -107,6 +132,8 @@ BOOL MainFrame::OnUpdateCommand(int id, CCmdUI& state) {
     case ID_FILE_OPEN_VOICES:
     case ID_FILE_OPEN_PATCHES:
     case ID_FILE_QUIT:
+    case ID_EDIT_FIND:
+    case ID_MIDI_PORTS:
         SetState(state, true);
         return TRUE;
     default:

@@ -26,6 +26,12 @@ std::string Padded(std::size_t number, std::size_t digits, char fill) {
     return std::string(digits - std::min(digits, text.size()), fill) + text;
 }
 
+std::string Lower(std::string text) {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
+
 } // namespace
 
 void MessageList::AddColumns() {
@@ -45,6 +51,12 @@ void MessageList::ShowBank(const Bank& bank) {
     for (std::size_t i = 0; i < bank.messages.size(); ++i)
         InsertItem(LVIF_PARAM | LVIF_TEXT, static_cast<int>(i), "", 0, 0, 0, i);
     SetRedraw(TRUE);
+}
+
+bool MessageList::Matches(std::size_t index, const std::string& part) const {
+    for (const int column : {kManufacturer, kKind, kPatch, kChecksum})
+        if (Lower(CellText(index, column)).find(Lower(part)) != std::string::npos) return true;
+    return false;
 }
 
 int MessageList::MessageMap(int message, WPARAM wParam, LPARAM lParam) {

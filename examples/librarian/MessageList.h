@@ -15,6 +15,9 @@ public:
     /// Lists the messages of `bank`, which must outlive what is shown.
     void ShowBank(const Bank& bank);
 
+    /// Whether a cell of the message's row holds the text, in upper or lower case.
+    bool Matches(std::size_t index, const std::string& part) const;
+
     int MessageMap(int message, WPARAM wParam, LPARAM lParam) override;
 
 private:

@@ -1,14 +1,16 @@
-// Command IDs of the menus (the `tag` of the items in Resources/MainMenu.ui), where the program's
-// own entries stand in them, and IDs of the controls.
+// Command IDs of the menus (the `tag` of the items in Resources/MainMenu.ui and MENU_200.ui), where
+// the program's own entries stand in them, and IDs of dialogs and controls.
 #pragma once
 
 enum CommandId : int {
     ID_FILE_OPEN_VOICES = 1001,
     ID_FILE_OPEN_PATCHES = 1002,
+    ID_FILE_SAVE_AS = 1003,
     ID_FILE_QUIT = 1009,
     ID_MIDI_SEND = 1101,
     ID_MIDI_VERIFY = 1102,
     ID_MIDI_SLOW = 1103,
+    ID_MIDI_PORTS = 1104,
     ID_VIEW_HEX = 1201,
     ID_VIEW_HEADER = 1202,
 
@@ -18,20 +20,49 @@ enum CommandId : int {
     ID_MIDI_OUTPUT = 1400,
     ID_MIDI_INPUT = 1440,
     ID_INSTRUMENT = 1500,
+
+    ID_EDIT_DELETE = 1601,
+    ID_EDIT_DETAILS = 1602,
+    ID_EDIT_FIND = 1603,
+    ID_EDIT_FIND_NEXT = 1604,
 };
 
 // Indices of menus in MainMenu.ui, and of sub-menus in their menus.
 enum MenuIndex : int {
     kFileMenu = 0,
     kFolderMenu = 2,
-    kRecentPosition = 4,
-    kMidiMenu = 1,
+    kRecentPosition = 5,
+    kMidiMenu = 2,
     kOutputMenu = 4,
     kInputMenu = 5,
-    kInstrumentsMenu = 2,
+    kInstrumentsMenu = 3,
+};
+
+/// Dialogs and pop-up menus: DLG_<id>.ui and MENU_<id>.ui.
+enum ResourceId : int {
+    IDD_ABOUT = 100,
+    IDD_PORTS = 110,
+    IDD_DETAILS = 120,
+    IDD_CLEAR = 121,
+    IDD_FIND = 130,
+    IDD_SAVE = 140,
+    IDR_MESSAGE_MENU = 200,
 };
 
 enum ControlId : int {
+    IDC_ABOUT_VERSION = 1001,
+    IDC_PORTS_OUTPUT = 1001,
+    IDC_PORTS_INPUT = 1002,
+    IDC_PORTS_SLOW = 1003,
+    IDC_DETAILS_SUMMARY = 1000,
+    IDC_DETAILS_AUTHOR = 1001,
+    IDC_DETAILS_COMMENT = 1002,
+    IDC_DETAILS_CLEAR = 1003,
+    IDC_FIND_TEXT = 1001,
+    IDC_FIND_NEXT = 1002,
+    IDC_SAVE_FOLDER = 1000,
+    IDC_SAVE_FILE = 1001,
+
     IDC_HEADER = 2001,
     IDC_MESSAGES = 2002,
     IDC_HEX = 2003,

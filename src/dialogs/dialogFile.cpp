@@ -225,6 +225,7 @@ std::unique_ptr<CWndViewController> LoadDialogView(const std::string& name, QWid
     view->move(0, 0);
     const QSize size = view->size().expandedTo(view->minimumSizeHint());
     view->resize(size);
+    view->TakeSizeAsKnown();
     return controller;
 }
 

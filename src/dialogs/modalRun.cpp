@@ -106,12 +106,16 @@ void ModalRun::ForgetDialog() {
     m_lastResult = m_dialog->result;
     m_wasEnded = m_dialog->ended != 0;
     m_dialog = nullptr;
-    if (m_controller) m_controller->setWnd(nullptr);
     End();
+    m_controller.reset(); // its controls have nobody to report to
+}
+
+NSWindow* ModalRun::Window() const {
+    return static_cast<NSWindow*>(m_window.data());
 }
 
 bool ModalRun::IsOpen() const {
-    return m_dialog && m_window && m_dialog->nsWindow == m_window.data();
+    return m_dialog && m_window && m_dialog->nsWindow == Window();
 }
 
 int ModalRun::Result() const {
@@ -187,7 +191,7 @@ void ModalRun::Open() {
     if (IsOpen()) m_dialog->WindowProc(WM_INITDIALOG, 0, 0);
     if (!IsOpen() || m_dialog->ended) return;
     m_controller->FocusFirstControl();
-    m_controller->window()->OrderFront(true); // a modal loop without its window would never end
+    Window()->OrderFront(true); // a modal loop without its window would never end
     if (m_dialog->style & WS_VISIBLE) m_dialog->ShowWindow(SW_SHOW);
 }
 
@@ -197,15 +201,16 @@ void ModalRun::Loop() {
     if (IsOpen() && !m_dialog->ended && m_window->isVisible()) Shielded([this] { m_loop.Run(); });
 }
 
+// From here on nothing that the window and its controls do is reported.
 void ModalRun::Unbind() {
-    m_controller->SetEnded();
-    m_controller->onGone = nullptr;
+    m_controller.reset();
     Dialogs().LimitMouseEventsToDlg = nullptr;
-    if (m_dialog) RemoveControlReference(m_dialog);
-    if (!m_window) return;
-    NSWindow* window = m_controller->window();
-    if (CWndDelegate* delegate = DelegateOf(window)) delegate->killAllTimers();
-    window->SetDelegate(nullptr);
+    if (m_dialog) {
+        m_dialog->windowController = nullptr;
+        RemoveControlReference(m_dialog);
+    }
+    if (CWndDelegate* delegate = DelegateOf(Window())) delegate->killAllTimers();
+    if (m_window) Window()->SetDelegate(nullptr);
 }
 
 void ModalRun::SaveAndSayGoodbye() {
@@ -222,12 +227,10 @@ void ModalRun::Close() {
         m_dialog->nsWindow = nullptr;
         m_dialog->view = nullptr;
     }
-    if (m_dialog) m_dialog->windowController = nullptr;
     if (m_window) {
-        RemoveControlReference(static_cast<void*>(m_controller->window()));
-        m_controller->window()->Dispose();
+        RemoveControlReference(static_cast<void*>(Window()));
+        Window()->Dispose();
     }
-    m_controller.reset();
     if (m_activeBefore && m_activeBefore->isVisible()) m_activeBefore->activateWindow();
 }
 

@@ -43,6 +43,7 @@ private:
     void Unbind();
     void SaveAndSayGoodbye();
     void Close();
+    NSWindow* Window() const; // null once it is gone
     bool IsOpen() const;
     int Result() const;
 

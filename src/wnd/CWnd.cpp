@@ -14,7 +14,10 @@
 #include "wnd/CWndNSView.h"
 #include "wnd/CWndNSWindow.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/accessibleView.h"
 #include "wnd/creation.h"
+#include "wnd/scrollBars.h"
+#include "wnd/tooltips.h"
 #include "wnd/views.h"
 #include "wnd/windowState.h"
 #include "wnd/windowTimers.h"
@@ -52,10 +55,14 @@ HWND ReservedHandle(std::uintptr_t value) {
     return reinterpret_cast<HWND>(value);
 }
 
-void SendCreationMessages(CWnd& wnd, CREATESTRUCT& cs) {
+// False when the object was deleted in one of them.
+bool SendCreationMessages(CWnd& wnd, CREATESTRUCT& cs) {
     wnd.WindowProc(WM_CREATE, 0, reinterpret_cast<LPARAM>(&cs));
+    if (!CWndListVerify(&wnd)) return false;
     wnd.WindowProc(WM_SIZE, 2, MAKELPARAM(cs.cx, cs.cy));
+    if (!CWndListVerify(&wnd)) return false;
     wnd.WindowProc(WM_MOVE, 0, MAKELPARAM(cs.x, cs.y));
+    return CWndListVerify(&wnd);
 }
 
 vm::FrameStyle FrameStyleOf(const CREATESTRUCT& cs) {
@@ -113,10 +120,12 @@ CWnd::~CWnd() {
     CWinApp* app = vm::App().MainApp;
     if (app && app->m_pMainWnd == this) app->m_pMainWnd = nullptr;
     vm::KillAllTimersOf(this);
+    vm::FreeTooltipText(*this);
     // Views and windows may outlive their object; they must not call it any more.
     for (NSWindow* window : vm::NativeApplication::Shared().Windows())
         if (GetWRefCon(window) == this) SetWRefCon(window, nullptr);
     if (vm::IsMainThread()) vm::ForgetOwner(this);
+    if (vm::IsMainThread()) vm::ForgetAccessible(this);
     RemoveControlReference(this);
 }
 
@@ -166,10 +175,14 @@ BOOL CWnd::CreateChild(CREATESTRUCT& cs) {
     view = new CWndView(cs, this);
     style = cs.style;
     SetControlReference(view, this);
-    SendCreationMessages(*this, cs);
-    if (!view) return FALSE; // destroyed while it was told of its creation
+    if (!SendCreationMessages(*this, cs) || !view) return FALSE;
     // Outside of a parent a view would be a window of its own.
     view->setVisible((cs.style & WS_VISIBLE) && view->parentWidget());
+    const bool vertical = cs.style & WS_VSCROLL;
+    const bool horizontal = cs.style & WS_HSCROLL;
+    if (vertical) CreateVScroll();
+    if (horizontal) CreateHScroll();
+    if (vertical && horizontal) CreateVHScrollFill();
     return TRUE;
 }
 
@@ -195,7 +208,7 @@ NSWindow* CreateLWindow(CREATESTRUCT* cs, CWnd* wnd) {
     SetWRefCon(window, wnd);
     wnd->style = cs->style;
     window->OrderFront(true);
-    SendCreationMessages(*wnd, *cs);
+    if (!SendCreationMessages(*wnd, *cs)) return nullptr;
     windows.lastCreatedCWnd = wnd;
     return wnd->nsWindow;
 }
@@ -234,10 +247,7 @@ void CWnd::DestroyTopLevel() {
 }
 
 void CWnd::DestroyChild() {
-    for (HWND* bar : {&vScrollView, &hScrollView}) {
-        if (vm::IsLiveView(*bar)) vm::DisposeOfView(*bar);
-        *bar = nullptr;
-    }
+    vm::RemoveScrollBars(*this);
     HWND old = view;
     view = nullptr;
     auto* own = vm::ViewExists(old) ? dynamic_cast<CWndView*>(old) : nullptr;
@@ -286,6 +296,15 @@ HWND CWnd::UnsubclassWindow() {
 BOOL CWnd::isCustomNSView() const {
     return vm::ViewExists(view) && dynamic_cast<CWndView*>(view) != nullptr;
 }
+
+void CWnd::setAutorelease() {
+    if (vm::IsLiveView(view)) view->deleteLater();
+}
+
+void CWnd::setCallOnDealloc(bool notice) {
+    if (isCustomNSView()) static_cast<CWndView*>(view)->callOnDealloc = notice;
+}
+
 CWnd* CWnd::getLastCreatedCWnd() {
     return vm::Windows().lastCreatedCWnd;
 }

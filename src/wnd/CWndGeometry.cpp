@@ -1,23 +1,17 @@
 // Rectangles and positions: top-down, in pixels, of the screen or of the client area.
 #include <vmcore/wnd/CWnd.h>
 
-#include <QtGui/QGuiApplication>
-#include <QtGui/QScreen>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
 
 #include "wnd/CWndNSView.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/screen.h"
+#include "wnd/scrollBars.h"
+#include "wnd/viewScaling.h"
 #include "wnd/views.h"
 
 namespace {
-
-constexpr int kScrollBarWidth = 15;
-
-// All screens together.
-QRect VirtualScreen() {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen ? screen->virtualGeometry() : QRect();
-}
 
 RECT RectOf(const QRect& rect) {
     return {rect.left(), rect.top(), rect.left() + rect.width(), rect.top() + rect.height()};
@@ -30,8 +24,9 @@ void PlaceView(QWidget& view, int x, int y, int width, int height) {
         view.setGeometry(x, y, std::max(width, 0), std::max(height, 0));
 }
 
-bool IsShown(BYTE flag, HWND bar) {
-    return flag && vm::IsLiveView(bar);
+// Whether the object still has its window after a message, in which it may have been deleted.
+bool HasWindow(const CWnd* wnd) {
+    return CWndListVerify(wnd) && wnd->nsWindow;
 }
 
 // SetWindowPos refuses sizes that leave no window to grab.
@@ -46,14 +41,18 @@ int Corrected(int value, int tooSmall, int instead, const char* text) {
 void CWnd::GetWindowRect(RECT* rect) const {
     if (!rect) return;
     if (!view) {
-        const QRect screen = VirtualScreen();
+        const QRect screen = vm::VirtualScreen();
         *rect = {screen.left(), 0, screen.left() + screen.width(), screen.height()};
     } else if (nsWindow) {
         *rect = RectOf(nsWindow->Frame());
-        if (IsShown(vScrollShown, vScrollView)) rect->right -= kScrollBarWidth;
-        if (IsShown(hScrollShown, hScrollView)) rect->bottom -= kScrollBarWidth;
+        const QSize bars = vm::ScrollBarSpace(*this);
+        rect->right -= bars.width();
+        rect->bottom -= bars.height();
     } else {
+        const double scale = vm::ScaleOf(*this);
         ::GetWindowRect(view, rect);
+        rect->right = rect->left + vm::ToHost(rect->right - rect->left, scale);
+        rect->bottom = rect->top + vm::ToHost(rect->bottom - rect->top, scale);
     }
 }
 
@@ -66,14 +65,14 @@ void GetWindowRect(HWND window, RECT* rect) {
 void CWnd::GetClientRect(RECT* rect) const {
     if (!rect) return;
     if (!vm::IsLiveView(view)) {
-        const QRect screen = VirtualScreen();
+        const QRect screen = vm::VirtualScreen();
         *rect = {0, 0, screen.width(), screen.height()};
         return;
     }
-    *rect = {0, 0, view->width(), view->height()};
-    if (nsWindow) return;
-    if (vm::IsLiveView(vScrollView) && !vScrollView->isHidden()) rect->right -= kScrollBarWidth;
-    if (vm::IsLiveView(hScrollView) && !hScrollView->isHidden()) rect->bottom -= kScrollBarWidth;
+    const double scale = vm::ScaleOf(*this);
+    const QSize bars = nsWindow ? QSize(0, 0) : vm::ScrollBarSpace(*this);
+    *rect = {0, 0, vm::ToHost(view->width(), scale) - bars.width(),
+             vm::ToHost(view->height(), scale) - bars.height()};
 }
 
 void CWnd::MoveWindow(int x, int y, int width, int height, BOOL) {
@@ -87,7 +86,7 @@ void CWnd::MoveWindow(int x, int y, int width, int height, BOOL) {
     nsWindow->ResizeFrame({width, height});
     // The content has its new size by now: the host lays out before control returns.
     if (before != QSize(width, height)) WindowProc(WM_SIZE, 0, MAKELPARAM(width, height));
-    if (nsWindow) WindowProc(WM_MOVE, 0, MAKELPARAM(x, y));
+    if (HasWindow(this)) WindowProc(WM_MOVE, 0, MAKELPARAM(x, y));
 }
 
 void CWnd::MoveWindow(const RECT* rect, BOOL repaint) {
@@ -101,22 +100,22 @@ BOOL CWnd::SetWindowPos(const CWnd* insertAfter, int x, int y, int cx, int cy, U
         return ::SetWindowPos(view, insertAfter ? insertAfter->view : nullptr, x, y, cx, cy, flags);
     if (flags & SWP_HIDEWINDOW) ShowWindow(SW_HIDE);
     // Every message below may end the window.
-    if (nsWindow && !(flags & SWP_NOACTIVATE)) nsWindow->OrderFront(true);
-    if (nsWindow && !(flags & SWP_NOMOVE)) {
+    if (HasWindow(this) && !(flags & SWP_NOACTIVATE)) nsWindow->OrderFront(true);
+    if (HasWindow(this) && !(flags & SWP_NOMOVE)) {
         nsWindow->MoveFrame({x, y});
         WindowProc(WM_MOVE, 0, MAKELPARAM(x, y));
     }
-    if (nsWindow && !(flags & SWP_NOSIZE)) {
+    if (HasWindow(this) && !(flags & SWP_NOSIZE)) {
         cx = Corrected(cx, 9, 100, "SetWindowPos width error - correcting");
         cy = Corrected(cy, 21, 50, "SetWindowPos height error - correcting");
     }
-    if (nsWindow && !(flags & SWP_NOSIZE)) {
+    if (HasWindow(this) && !(flags & SWP_NOSIZE)) {
         const QSize before = nsWindow->Frame().size();
         nsWindow->ResizeFrame({cx, cy});
         if (before != QSize(cx, cy)) WindowProc(WM_SIZE, 0, MAKELPARAM(cx, cy));
     }
-    if (flags & SWP_SHOWWINDOW) ShowWindow(SW_SHOW);
-    if (nsWindow && !(flags & SWP_NOZORDER) && insertAfter) OrderAfter(*insertAfter);
+    if (HasWindow(this) && (flags & SWP_SHOWWINDOW)) ShowWindow(SW_SHOW);
+    if (HasWindow(this) && !(flags & SWP_NOZORDER) && insertAfter) OrderAfter(*insertAfter);
     return TRUE;
 }
 
@@ -125,8 +124,11 @@ void CWnd::OrderAfter(const CWnd& other) {
         nsWindow->raise();
     else if (&other == &wndBottom)
         nsWindow->lower();
-    else if (other.nsWindow)
-        nsWindow->stackUnder(other.nsWindow);
+    else if (other.nsWindow) {
+        // The toolkit cannot put a window below another: both come to the front, the other last.
+        nsWindow->raise();
+        other.nsWindow->raise();
+    }
 }
 
 BOOL SetWindowPos(HWND window, HWND insertAfter, int x, int y, int cx, int cy, UINT flags) {
@@ -149,16 +151,30 @@ BOOL SetWindowPos(HWND window, HWND insertAfter, int x, int y, int cx, int cy, U
     return TRUE;
 }
 
+namespace {
+
+// A view of a window object with a scale counts in larger pixels; one without a window has no place
+// from left to right.
+double ScaleOfView(HWND window) {
+    const CWnd* const wnd = GetControlReference(window);
+    return wnd ? vm::ScaleOf(*wnd) : 1.0;
+}
+
+} // namespace
+
 void ClientToScreen(HWND window, POINT* point) {
     if (!point || !vm::IsLiveView(window)) return;
-    const QPoint onScreen = window->mapToGlobal(QPoint(point->x, point->y));
-    *point = {onScreen.x(), onScreen.y()};
+    const double scale = ScaleOfView(window);
+    const QPoint inView(vm::ToView(point->x, scale), vm::ToView(point->y, scale));
+    const QPoint onScreen = window->mapToGlobal(inView);
+    *point = {vm::WindowOf(window) ? onScreen.x() : 0, onScreen.y()};
 }
 
 void ScreenToClient(HWND window, POINT* point) {
     if (!point || !vm::IsLiveView(window)) return;
+    const double scale = ScaleOfView(window);
     const QPoint inView = window->mapFromGlobal(QPoint(point->x, point->y));
-    *point = {inView.x(), inView.y()};
+    *point = {vm::ToHost(inView.x(), scale), vm::ToHost(inView.y(), scale)};
 }
 
 namespace {
@@ -187,4 +203,57 @@ void CWnd::ClientToScreen(RECT* rect) const {
 }
 void CWnd::ScreenToClient(RECT* rect) const {
     ConvertCorners(view, rect, [](HWND window, POINT* point) { ::ScreenToClient(window, point); });
+}
+
+void CWnd::setFlipped(bool flag) {
+    if (isCustomNSView()) static_cast<CWndView*>(view)->setFlipped(flag);
+}
+
+void CWnd::SetWindowScaling(float scale) {
+    scaleY = scale;
+    if (!vm::IsLiveView(view) || nsWindow) return;
+    const QRect frame = view->geometry();
+    view->update();
+    PlaceView(*view, frame.x(), frame.y(), frame.width(), frame.height());
+}
+
+float CWnd::GetBackingScaleFactor() const {
+    const bool hasWindow = vm::IsLiveView(view) && vm::WindowOf(view);
+    return hasWindow ? static_cast<float>(view->devicePixelRatioF()) : 1.0f;
+}
+
+namespace {
+
+// The deepest view with an object from `found` up to and including `root`.
+CWnd* ObjectFrom(const QWidget* found, QWidget& root) {
+    for (auto* view = const_cast<QWidget*>(found); view && view != &root;
+         view = view->parentWidget())
+        if (CWnd* wnd = GetControlReference(view)) return wnd;
+    return GetControlReference(&root);
+}
+
+CWnd* ObjectAt(QWidget& root, QPoint inView) {
+    if (!root.rect().contains(inView)) return nullptr;
+    return ObjectFrom(root.childAt(inView), root);
+}
+
+} // namespace
+
+CWnd* CWnd::ChildWindowFromPoint(POINT point) const {
+    if (!vm::IsLiveView(view)) return nullptr;
+    const double scale = vm::ScaleOf(*this);
+    return ObjectAt(*view, {vm::ToView(point.x, scale), vm::ToView(point.y, scale)});
+}
+
+CWnd* CWnd::ChildWindowFromPoint(POINT point, UINT) const {
+    return ChildWindowFromPoint(point);
+}
+
+CWnd* CWnd::WindowFromPoint(POINT point) {
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return nullptr;
+    const QPoint onScreen(point.x, point.y);
+    NSWindow* const window = vm::WindowOf(QApplication::topLevelAt(onScreen));
+    if (!window) return nullptr;
+    QWidget& content = *window->ContentView();
+    return ObjectAt(content, content.mapFromGlobal(onScreen));
 }

@@ -2,6 +2,7 @@
 #include "wnd/deviceContexts.h"
 
 #include <memory>
+#include <utility>
 
 #include <QtCore/QPointer>
 #include <QtGui/QAction>
@@ -18,15 +19,21 @@
 #include "platform/PaintTarget.h"
 #include "platform/eventboundary.h"
 #include "platform/messagebox.h"
+#include "wnd/accessibleView.h"
 #include "wnd/dropFiles.h"
+#include "wnd/heldViews.h"
 #include "wnd/nativeEvents.h"
+#include "wnd/responder.h"
+#include "wnd/scrollBars.h"
+#include "wnd/viewScaling.h"
 #include "wnd/views.h"
 #include "wnd/windowState.h"
 #include "wnd/windowTimers.h"
 
-CWndView::CWndView(const CREATESTRUCT& cs, CWnd* owner)
-    : QWidget(cs.hwndParent), wnd(owner), m_tag(static_cast<int>(cs.hMenu)) {
+CWndView::CWndView(const CREATESTRUCT& cs, CWnd* owner) : QWidget(cs.hwndParent), wnd(owner) {
     Initialise();
+    setTag(static_cast<int>(cs.hMenu));
+    if (cs.style & WS_TABSTOP) setFocusPolicy(Qt::StrongFocus);
     setGeometry(cs.x, cs.y, std::max(cs.cx, 0), std::max(cs.cy, 0));
     m_reported = size();
     initMode = false;
@@ -48,12 +55,20 @@ CWndView::~CWndView() {
 }
 
 void CWndView::Initialise() {
+    vm::WatchView(this); // so that nobody has to look for it among all views
     setMouseTracking(true);
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::ClickFocus);
+    setAttribute(Qt::WA_InputMethodEnabled); // dead keys, too, come through an input method
+    vm::WatchResponders();
+    vm::InstallAccessibleViews();
 }
 
 void CWndView::setTag(int tag) {
-    m_tag = tag;
+    if (tag != m_tag) setProperty(vm::kTagProperty, tag); // read back by HandleEvent
+}
+
+void CWndView::setEnabledFlag(bool flag) {
+    if (std::exchange(enabled, flag) != flag) vm::TellEnabled(*this);
 }
 
 void CWndView::setFrame(const QRect& frame) {
@@ -68,7 +83,9 @@ void CWndView::setFrame(const QRect& frame) {
 void CWndView::ReportFrame(const QRect& before) {
     const QPointer<CWndView> self = this;
     m_reported = size();
-    wnd->WindowProc(WM_SIZE, 2, MAKELPARAM(width(), height()));
+    vm::LayOutScrollBars(*wnd); // a hidden view is not told of its new size yet
+    const QSize client = vm::ClientSizeOf(*wnd);
+    wnd->WindowProc(WM_SIZE, 2, MAKELPARAM(client.width(), client.height()));
     if (self && wnd && pos() != before.topLeft()) wnd->WindowProc(WM_MOVE, 0, MAKELPARAM(x(), y()));
 }
 
@@ -77,12 +94,10 @@ void CWndView::ReportFrame(const QRect& before) {
 void CWndView::resizeEvent(QResizeEvent*) {
     if (!wnd || initMode || m_inSetFrame || size() == m_reported) return;
     m_reported = size();
-    vm::AtEventBoundary([this] { wnd->WindowProc(WM_SIZE, 2, MAKELPARAM(width(), height())); });
-}
-
-// Tab is a key like any other for a view of the host.
-bool CWndView::focusNextPrevChild(bool) {
-    return false;
+    const QSize client = vm::ClientSizeOf(*wnd);
+    const vm::HeldViews held; // a layout goes on with the view
+    vm::AtEventBoundary(
+        [&] { wnd->WindowProc(WM_SIZE, 2, MAKELPARAM(client.width(), client.height())); });
 }
 
 void CWndView::paintEvent(QPaintEvent* event) {
@@ -97,7 +112,9 @@ public:
     PaintInProgress(QPainter& painter, const QRegion& region, CWnd* wnd, QWidget& view)
         : m_target(std::make_shared<vm::PaintTarget>(&painter)),
           m_context(vm::GraphicsContext::ForView(m_target, QPoint(0, 0), region)), m_wnd(wnd),
-          m_current(view, m_target, m_context) {
+          m_current(view, m_target, m_context, region) {
+        const double scale = vm::ScaleOf(*wnd);
+        if (scale != 1.0) m_context->Scale(scale, scale);
         wnd->paintContext = m_context;
         ++vm::Windows().paints;
     }
@@ -112,6 +129,7 @@ public:
     PaintInProgress& operator=(const PaintInProgress&) = delete;
 
 private:
+    vm::HeldViews m_held;
     std::shared_ptr<vm::PaintTarget> m_target;
     vm::GraphicsContext* m_context;
     CWnd* m_wnd; // may go during the paint
@@ -135,19 +153,46 @@ bool CWndView::event(QEvent* event) {
     return handled || !self || QWidget::event(event);
 }
 
-// A menu that opens or closes leaves the focus where it is; the toolkit only says otherwise.
-static bool OfPopup(const QEvent& event) {
-    return static_cast<const QFocusEvent&>(event).reason() == Qt::PopupFocusReason;
-}
-
 // True ends the event here: a view's mouse and keys never climb to its parent.
 bool CWndView::HandleEvent(QEvent* event) {
     switch (event->type()) {
-    case QEvent::MouseButtonPress:
-        Press(static_cast<QMouseEvent*>(event), 1);
+    case QEvent::KeyPress:
+        PressKey(*static_cast<QKeyEvent*>(event));
         return true;
+    case QEvent::KeyRelease: {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if (!vm::IsSilentKey(key)) vm::KeyReleased(*this, vm::RecordOf(key, *this));
+        return true;
+    }
+    case QEvent::InputMethod:
+        event->accept();
+        TakeInput(*static_cast<QInputMethodEvent*>(event));
+        return true;
+    case QEvent::ContextMenu: {
+        const auto& menu = *static_cast<QContextMenuEvent*>(event);
+        // The press of a button has asked already.
+        if (menu.reason() == QContextMenuEvent::Keyboard) AskForContextMenu(menu.globalPos());
+        event->accept();
+        return true;
+    }
+    case QEvent::DragEnter:
+        return vm::AcceptFileDrag(static_cast<QDropEvent*>(event));
+    case QEvent::Drop:
+        if (wnd) vm::SendDroppedFiles(*wnd, static_cast<QDropEvent*>(event));
+        return true;
+    case QEvent::DynamicPropertyChange:
+        m_tag = property(vm::kTagProperty).toInt();
+        return false;
+    default:
+        return HandleMouse(event);
+    }
+}
+
+bool CWndView::HandleMouse(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-        Press(static_cast<QMouseEvent*>(event), 2);
+        Press(static_cast<QMouseEvent*>(event));
         return true;
     case QEvent::MouseButtonRelease:
         Release(static_cast<QMouseEvent*>(event));
@@ -165,46 +210,42 @@ bool CWndView::HandleEvent(QEvent* event) {
         vm::WheelTurned(*this, vm::RecordOf(*static_cast<QWheelEvent*>(event)));
         event->accept();
         return true;
-    case QEvent::KeyPress: {
-        const auto& key = *static_cast<QKeyEvent*>(event);
-        if (!vm::IsSilentKey(key)) vm::KeyPressed(*this, vm::RecordOf(key, *this));
-        return true;
-    }
-    case QEvent::KeyRelease: {
-        const auto& key = *static_cast<QKeyEvent*>(event);
-        if (!vm::IsSilentKey(key)) vm::KeyReleased(*this, vm::RecordOf(key, *this));
-        return true;
-    }
-    case QEvent::FocusIn:
-        if (wnd && !OfPopup(*event))
-            wnd->WindowProc(WM_SETFOCUS, reinterpret_cast<WPARAM>(vm::Windows().lastResponder), 0);
-        return false;
-    case QEvent::FocusOut:
-        if (OfPopup(*event)) return false;
-        vm::Windows().lastResponder = this;
-        if (wnd) wnd->WindowProc(WM_KILLFOCUS, 0, 0);
-        return false;
-    case QEvent::ContextMenu:
-        event->accept();
-        return true; // the press has asked already
-    case QEvent::DragEnter:
-        return vm::AcceptFileDrag(static_cast<QDropEvent*>(event));
-    case QEvent::Drop:
-        if (wnd) vm::SendDroppedFiles(*wnd, static_cast<QDropEvent*>(event));
-        return true;
     default:
         return false;
     }
 }
 
-void CWndView::Press(QMouseEvent* event, int clickCount) {
+void CWndView::Press(QMouseEvent* event) {
     event->accept();
-    vm::MousePressed(*this, vm::ButtonOf(*event), vm::RecordOf(*event, clickCount));
+    vm::MousePressed(*this, vm::ButtonOf(*event), vm::RecordOf(*event, vm::ClickCountOf(*event)));
 }
 
 void CWndView::Release(QMouseEvent* event) {
     event->accept();
     vm::MouseReleased(*this, vm::ButtonOf(*event), vm::RecordOf(*event, 1));
+}
+
+// What the object leaves alone is worked as in any dialog.
+void CWndView::PressKey(const QKeyEvent& event) {
+    if (vm::IsSilentKey(event)) return;
+    const QPointer<CWndView> self = this;
+    if (vm::KeyPressed(*this, vm::RecordOf(event, *this)) || !self || !wnd) return;
+    if (vm::AsksForContextMenu(event)) AskForContextMenu(mapToGlobal(rect().center()));
+    const vm::FocusStep step = vm::FocusStepOf(event);
+    if (step == vm::FocusStep::None || !self || !wnd || !(wnd->style & WS_TABSTOP)) return;
+    focusNextPrevChild(step == vm::FocusStep::Next);
+}
+
+void CWndView::TakeInput(const QInputMethodEvent& event) {
+    const QPointer<CWndView> self = this;
+    for (const vm::KeyRecord& record : vm::RecordsOf(event, *this))
+        if (self) vm::KeyPressed(*this, record);
+}
+
+void CWndView::AskForContextMenu(const QPoint& screen) {
+    if (wnd && enabled)
+        wnd->WindowProc(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(this),
+                        MAKELPARAM(screen.x(), screen.y()));
 }
 
 void CWndView::winCmd(QAction* sender) {
@@ -218,20 +259,30 @@ void CWndView::winCmd(QAction* sender) {
         return;
     }
     const int id = vm::MenuItemTag(sender);
-    for (CWnd* target = wnd; target; target = target->parentWnd) {
+    CWnd* const target = HandlerOf(id);
+    if (!target) return;
+    LRESULT extra = 0;
+    if (!target->OnCmdMsg(WM_COMMAND, id, &extra, nullptr) && CWndListVerify(target))
+        target->WindowProc(WM_COMMAND, static_cast<WPARAM>(id), 0);
+}
+
+// The first object from this view's up the parents that says it handles the command. A handler that
+// is asked may be the last that its object hears.
+CWnd* CWndView::HandlerOf(int command) const {
+    for (CWnd* target = wnd; target && CWndListVerify(target); target = target->parentWnd) {
         BYTE itemEnabled = 0;
         BYTE second = 0;
         SHORT mark = 0;
         char text[256] = "";
-        MacCmdUI state(id, itemEnabled, second, mark, text);
+        MacCmdUI state(command, itemEnabled, second, mark, text);
         LRESULT extra = 0;
-        if (!target->OnCmdMsg(static_cast<UINT>(id), 0, &extra,
-                              reinterpret_cast<AFX_CMDHANDLERINFO*>(static_cast<CCmdUI*>(&state))))
-            continue;
-        if (!target->OnCmdMsg(WM_COMMAND, id, &extra, nullptr))
-            target->WindowProc(WM_COMMAND, static_cast<WPARAM>(id), 0);
-        return;
+        const bool handles =
+            target->OnCmdMsg(static_cast<UINT>(command), 0, &extra,
+                             reinterpret_cast<AFX_CMDHANDLERINFO*>(static_cast<CCmdUI*>(&state)));
+        if (!CWndListVerify(target)) return nullptr;
+        if (handles) return target;
     }
+    return nullptr;
 }
 
 UINT CWndView::setTimer(UINT id, UINT elapse, void* procedure) {

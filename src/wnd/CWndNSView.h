@@ -22,14 +22,19 @@ public:
     explicit CWndView(QWidget* parent);
     ~CWndView() override;
 
+    /// The property "tag", which interface files set too.
     int tag() const { return m_tag; }
     void setTag(int tag);
+    CWnd* getCWnd() const { return wnd; }
     bool isFlipped() const { return flipped; }
     void setFlipped(bool flag) { flipped = flag; }
-    void setEnabledFlag(bool flag) { enabled = flag; }
+    void setEnabledFlag(bool flag);
+    void TakeSizeAsKnown() { m_reported = size(); } ///< the object needs no WM_SIZE for it
 
     /// Moves and resizes the view; sends WM_SIZE (2) and, when the origin changed, WM_MOVE.
     void setFrame(const QRect& frame);
+    /// Whether files may be dropped on the view: not before this.
+    void dragAcceptFiles(bool accept) { setAcceptDrops(accept); }
 
     /// A chosen menu item while this view has the focus: the first object up the parents with a
     /// handler gets the command. Null stands for a sender that is no menu item.
@@ -53,13 +58,17 @@ protected:
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    bool focusNextPrevChild(bool next) override;
 
 private:
     void Initialise();
     bool HandleEvent(QEvent* event);
-    void Press(QMouseEvent* event, int clickCount);
+    bool HandleMouse(QEvent* event);
+    void Press(QMouseEvent* event);
     void Release(QMouseEvent* event);
+    void PressKey(const QKeyEvent& event);
+    void TakeInput(const QInputMethodEvent& event);
+    void AskForContextMenu(const QPoint& screen);
+    CWnd* HandlerOf(int command) const;
     void SendPaint(QPaintEvent* event);
     void ReportFrame(const QRect& before);
 

@@ -7,6 +7,8 @@
 #include "core/guard.h"
 #include "wnd/NativeWindow.h"
 #include "wnd/dropFiles.h"
+#include "wnd/screen.h"
+#include "wnd/views.h"
 #include "wnd/windowState.h"
 #include "wnd/windowTimers.h"
 
@@ -23,7 +25,18 @@ LPARAM HandleOf(const CWnd* wnd) {
     return reinterpret_cast<LPARAM>(wnd ? wnd->view : nullptr);
 }
 
+constexpr int kMaximisedTop = 40; // below a menu bar of the desktop
+
+QSize SizeOf(const POINT& point) {
+    return {point.x, point.y};
+}
+
 } // namespace
+
+MINMAXINFO vm::MinMaxInfoFor(int screensWidth, int screensHeight) {
+    const POINT screens{screensWidth, screensHeight};
+    return {{0, 0}, screens, {0, kMaximisedTop}, {0, 0}, screens};
+}
 
 CWndDelegate::~CWndDelegate() {
     killAllTimers();
@@ -67,6 +80,8 @@ void CWndDelegate::windowDidDeminiaturize() {
     Notification("windowDidDeminiaturize", [this] { SendMove(0); });
 }
 
+// The "Edit" menu is part of the main menu, which stays the application's whatever window is in front:
+// nothing has to be attached or renamed here.
 void CWndDelegate::windowDidResignMain() {
     Notification("windowDidResignMain", [this] {
         if (!m_wnd) return;
@@ -99,6 +114,32 @@ void CWndDelegate::windowDidBecomeKey() {
 
 void CWndDelegate::windowDidResignKey() {
     if (m_wnd) m_wnd->SendMessage(WM_KILLFOCUS, static_cast<WPARAM>(HandleOf(m_wnd)), 0);
+}
+
+void CWndDelegate::windowWillStartLiveResize() {
+    Notification("windowWillStartLiveResize", [this] {
+        if (!m_wnd) return;
+        const QPointer<QWidget> window = m_window;
+        const QSize screens = vm::VirtualScreen().size();
+        MINMAXINFO limits = vm::MinMaxInfoFor(screens.width(), screens.height());
+        const LRESULT taken =
+            m_wnd->WindowProc(WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
+        if (taken == 1 && window)
+            m_window->SetTrackSizes(SizeOf(limits.ptMinTrackSize), SizeOf(limits.ptMaxTrackSize));
+    });
+}
+
+void CWndDelegate::windowDidShow() {
+    if (m_wnd) m_wnd->closedByPlatform = 0;
+}
+
+void CWndDelegate::dragAcceptFiles(BOOL accept) {
+    Notification("dragAcceptFiles", [&] { vm::LiveView(m_window).setAcceptDrops(accept != 0); });
+}
+
+bool CWndDelegate::draggingEntered(QDropEvent* drag) {
+    return vm::Guarded(vm::LogModule::Wnd, "CWndDelegate::draggingEntered()", false,
+                       [&] { return vm::AcceptFileDrag(drag); });
 }
 
 void CWndDelegate::performDragOperation(QDropEvent* drop) {

@@ -5,6 +5,12 @@
 
 class CWnd;
 class QDropEvent;
+struct tagMINMAXINFO;
+
+namespace vm {
+/// The limits as a window is asked for them, on screens of this size together.
+tagMINMAXINFO MinMaxInfoFor(int screensWidth, int screensHeight);
+} // namespace vm
 
 class CWndDelegate {
 public:
@@ -24,6 +30,12 @@ public:
     void windowDidResignMain();
     void windowDidBecomeKey();
     void windowDidResignKey();
+    /// Asks the object for its limits with WM_GETMINMAXINFO; they bind the user only.
+    void windowWillStartLiveResize();
+    /// Shown again, the window is no longer one that the platform is closing.
+    void windowDidShow();
+    void dragAcceptFiles(BOOL accept);
+    bool draggingEntered(QDropEvent* drag); ///< whether its files are taken
     void performDragOperation(QDropEvent* drop);
 
     // The timers of a top-level window: see CWnd::SetTimer.

@@ -14,6 +14,7 @@
 #include "wnd/CWndNSWindow.h"
 #include "wnd/NativeWindow.h"
 #include "wnd/RecoverPane.h"
+#include "wnd/accessibleView.h"
 #include "wnd/boundHandle.h"
 #include "wnd/views.h"
 
@@ -68,6 +69,7 @@ void SetControlReference(HWND view, CWnd* wnd) {
     const bool isLive = vm::IsMainThread() && vm::IsLiveView(view);
     if (isLive) vm::WatchView(view, wnd);
     references.Bind(view, wnd, isLive ? vm::WindowOf(view) : nullptr);
+    if (isLive && wnd->view == view) vm::ApplyAccessible(*wnd);
 }
 
 CWnd* GetControlReference(HWND view) {

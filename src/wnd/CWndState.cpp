@@ -3,8 +3,19 @@
 
 #include <cstring>
 
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QAbstractSlider>
+#include <QtWidgets/QAbstractSpinBox>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QWidget>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QProgressBar>
+#include <QtWidgets/QTabBar>
+#include <QtWidgets/QTabWidget>
+#include <QtWidgets/QTextEdit>
 
 #include <vmcore/wnd/frames.h>
 
@@ -15,6 +26,10 @@
 #include "wnd/CWndNSView.h"
 #include "wnd/CWndNSWindow.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/deviceContexts.h"
+#include "wnd/heldViews.h"
+#include "wnd/responder.h"
+#include "wnd/viewScaling.h"
 #include "wnd/views.h"
 #include "wnd/windowState.h"
 #include "wnd/windowTimers.h"
@@ -28,6 +43,24 @@ CWnd* ObjectOrScratch(HWND view) {
     CWnd* scratch = getTempWnd(false);
     scratch->view = view;
     return scratch;
+}
+
+// A view that was never shown or hidden by anybody appears with its window.
+bool IsHidden(const QWidget& view) {
+    return view.testAttribute(Qt::WA_WState_Hidden) &&
+           view.testAttribute(Qt::WA_WState_ExplicitShowHide);
+}
+
+template <class... Classes>
+bool IsOneOf(const QWidget& view) {
+    return (... || (qobject_cast<const Classes*>(&view) != nullptr));
+}
+
+// What a person works or reads, other than the views that only hold such.
+bool IsControl(const QWidget& view) {
+    return IsOneOf<QAbstractButton, QLineEdit, QComboBox, QAbstractSpinBox, QAbstractSlider, QLabel,
+                   QAbstractItemView, QTextEdit, QPlainTextEdit, QTabBar, QTabWidget, QProgressBar>(
+        view);
 }
 
 void ShowTopLevel(NSWindow& window, int show) {
@@ -64,6 +97,7 @@ BOOL CWnd::ModifyStyleEx(DWORD, DWORD, UINT) {
 BOOL CWnd::ShowWindow(int show) {
     if (!view) return FALSE;
     vm::Guarded(vm::LogModule::Wnd, "CWnd::ShowWindow()", [&] {
+        const vm::HeldViews held; // hiding may move the focus
         if (nsWindow)
             ShowTopLevel(*nsWindow, show);
         else if (show == SW_HIDE || show == SW_SHOW)
@@ -77,17 +111,22 @@ BOOL CWnd::ShowWindow(int show) {
 
 BOOL CWnd::IsWindowVisible() const {
     if (nsWindow) return nsWindow->isVisible();
-    return vm::IsLiveView(view) && view->isVisible();
+    if (!vm::IsLiveView(view)) return FALSE;
+    const QWidget* const window = vm::WindowOf(view); // shown or not, it is not asked
+    for (const QWidget* step = view; step && step != window; step = step->parentWidget())
+        if (IsHidden(*step)) return FALSE;
+    return TRUE;
 }
 
 BOOL CWnd::EnableWindow(BOOL enable) {
     if (!view) return FALSE;
     return vm::Guarded(vm::LogModule::Wnd, "CWnd::EnableWindow()", BOOL{TRUE}, [&] {
         if (!nsWindow) {
-            if (auto* own = dynamic_cast<CWndView*>(&vm::LiveView(view)))
+            QWidget& live = vm::LiveView(view);
+            if (auto* own = dynamic_cast<CWndView*>(&live))
                 own->setEnabledFlag(enable != 0);
-            else
-                view->setEnabled(enable != 0);
+            else if (IsControl(live))
+                live.setEnabled(enable != 0);
         }
         vm::WindowState& windows = vm::Windows();
         if (!enable && windows.ActiveWnd == this) windows.ActiveWnd = nullptr;
@@ -98,7 +137,8 @@ BOOL CWnd::EnableWindow(BOOL enable) {
 BOOL CWnd::IsWindowEnabled() const {
     if (nsWindow || !vm::IsLiveView(view)) return TRUE;
     if (const auto* own = dynamic_cast<const CWndView*>(view)) return own->enabled;
-    return view->isEnabled();
+    // A control in a disabled group is not disabled itself.
+    return !IsControl(*view) || !view->testAttribute(Qt::WA_ForceDisabled);
 }
 
 void CWnd::BringWindowToTop() {
@@ -127,9 +167,28 @@ void CWnd::InvalidateRect(const RECT* rect, BOOL erase) {
     if (!rect) return Invalidate(erase);
     if (!view) return;
     vm::Guarded(vm::LogModule::Wnd, "CWnd::InvalidateRect()", [&] {
-        vm::LiveView(view).update(rect->left, rect->top, rect->right - rect->left,
-                                  rect->bottom - rect->top);
+        const double scale = vm::ScaleOf(*this);
+        const QRectF area(rect->left * scale, rect->top * scale, (rect->right - rect->left) * scale,
+                          (rect->bottom - rect->top) * scale);
+        vm::LiveView(view).update(area.toAlignedRect());
     });
+}
+
+BOOL CWnd::NeedsToDrawRect(CGRect rect) const {
+    const vm::CurrentPaint* const paint = vm::CurrentPaint::OfView(view);
+    if (!paint) return FALSE;
+    const double scale = vm::ScaleOf(*this);
+    const QRectF area(rect.origin.x * scale, rect.origin.y * scale, rect.size.width * scale,
+                      rect.size.height * scale);
+    return paint->Region().intersects(area.toAlignedRect());
+}
+
+void CWnd::DragAcceptFiles(BOOL accept) {
+    if (nsWindow) {
+        if (CWndDelegate* delegate = vm::DelegateOf(nsWindow)) delegate->dragAcceptFiles(accept);
+    } else if (isCustomNSView()) {
+        static_cast<CWndView*>(view)->dragAcceptFiles(accept != 0);
+    }
 }
 
 BOOL CWnd::UpdateWindow() {
@@ -161,14 +220,14 @@ CWnd* CWnd::SetFocus() {
         return nullptr;
     }
     CWnd* previous = GetFocus();
+    const vm::HeldViews held; // what is told of the focus may destroy both
     view->window()->activateWindow();
     view->setFocus(Qt::OtherFocusReason);
     return previous;
 }
 
 CWnd* CWnd::GetFocus() {
-    if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return nullptr;
-    return ObjectOrScratch(QApplication::focusWidget());
+    return ObjectOrScratch(vm::FocusOrResponder());
 }
 
 CWnd* CWnd::SetCapture() {

@@ -12,7 +12,9 @@
 #include "core/guard.h"
 #include "core/macroman.h"
 #include "platform/messagebox.h"
+#include "wnd/CWndNSView.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/accessibleView.h"
 #include "wnd/controlText.h"
 #include "wnd/views.h"
 
@@ -64,6 +66,7 @@ void CWnd::SetWindowText(const char* newText) {
             nsWindow->setWindowTitle(vm::FromMacRoman(newText));
         } else if (isCustomNSView()) {
             text = newText;
+            vm::TellName(static_cast<CWndView&>(vm::LiveView(view)));
         } else {
             vm::SetControlText(vm::LiveView(view), vm::FromMacRoman(WithoutReturns(newText)));
         }

@@ -5,6 +5,8 @@
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QCloseEvent>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
 #include <QtGui/QWindow>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
@@ -16,8 +18,9 @@
 #include "platform/eventboundary.h"
 #include "platform/mainqueue.h"
 #include "wnd/CWndNSWindow.h"
-#include "wnd/dropFiles.h"
+#include "wnd/heldViews.h"
 #include "wnd/views.h"
+#include "wnd/windowState.h"
 
 namespace vm {
 namespace {
@@ -34,11 +37,16 @@ constexpr int kSettleStepsAgain = 6;
 Qt::WindowFlags FlagsOf(FrameStyle style, bool floating) {
     Qt::WindowFlags flags = (style == FrameStyle::Dialog ? Qt::Dialog : Qt::Window) |
                             Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                            Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+                            Qt::WindowSystemMenuHint;
+    if (style != FrameStyle::FixedMinimisable) flags |= Qt::WindowCloseButtonHint;
     if (style == FrameStyle::Decorated) flags |= Qt::WindowMinMaxButtonsHint;
     if (style == FrameStyle::FixedMinimisable) flags |= Qt::WindowMinimizeButtonHint;
     if (floating) flags |= Qt::WindowStaysOnTopHint;
     return flags;
+}
+
+void AskForPaint(QWidget& window) {
+    QCoreApplication::postEvent(&window, new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
 }
 
 // A program without windows cannot be reached on this desktop: it ends with its last one.
@@ -55,8 +63,11 @@ void EndWithLastWindow() {
 } // namespace
 
 NativeWindow::NativeWindow(const QRect& content, FrameStyle style, bool floating)
-    : QWidget(nullptr, FlagsOf(style, floating)), m_content(new QWidget(this)), m_frame(content) {
+    : QWidget(nullptr, FlagsOf(style, floating)), m_style(style), m_content(new QWidget(this)),
+      m_userResizable(style == FrameStyle::Decorated), m_told(content.size()), m_frame(content) {
+    WatchView(m_content);
     setGeometry(content);
+    if (!m_userResizable) ApplyLimits(content.size());
     m_content->setGeometry(0, 0, content.width(), content.height());
     NativeApplication::Shared().AddWindow(this);
 }
@@ -117,13 +128,14 @@ void NativeWindow::ResizeFrame(const QSize& size) {
     m_frame.setSize(size);
     m_sizeAsked = KnownMargins().isNull();
     ApplySize();
+    m_told = m_content->size(); // by the caller
     if (isVisible()) Expect();
 }
 
 void NativeWindow::ResizeContent(const QSize& size) {
     m_sizeAsked = false;
     m_silent = true;
-    resize(size.width(), size.height() + MenuBarHeight());
+    ApplyNativeSize({size.width(), size.height() + MenuBarHeight()});
     PlaceContent();
     m_silent = false;
     m_frame.setSize(NativeFrame().size());
@@ -134,10 +146,62 @@ void NativeWindow::ApplySize() {
     const QMargins margins = KnownMargins();
     m_margins = margins;
     m_silent = true;
-    resize(std::max(m_frame.width() - margins.left() - margins.right(), 1),
-           std::max(m_frame.height() - margins.top() - margins.bottom(), 1));
+    ApplyNativeSize(m_frame.size().shrunkBy(margins));
     PlaceContent();
     m_silent = false;
+}
+
+void NativeWindow::ApplyNativeSize(const QSize& size) {
+    const QSize possible = size.expandedTo(QSize(1, 1));
+    ApplyLimits(possible);
+    resize(possible);
+}
+
+// What binds the user, but never the size that was asked for.
+void NativeWindow::ApplyLimits(const QSize& size) {
+    QSize smallest = size;
+    QSize largest = size;
+    if (m_userResizable) {
+        const QMargins margins = KnownMargins();
+        smallest = m_smallest.shrunkBy(margins).boundedTo(size).expandedTo(QSize(0, 0));
+        largest = QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        if (m_largest.isValid()) largest = m_largest.shrunkBy(margins).expandedTo(size);
+    }
+    setMinimumSize(smallest);
+    setMaximumSize(largest);
+}
+
+void NativeWindow::SetTrackSizes(const QSize& smallest, const QSize& largest) {
+    m_smallest = smallest;
+    m_largest = largest;
+    ApplyLimits(size());
+}
+
+void NativeWindow::SetUserResizable(bool resizable) {
+    m_userResizable = resizable;
+    ApplyLimits(size());
+}
+
+void NativeWindow::SetOwner(NativeWindow* owner) {
+    m_owner = owner;
+}
+
+// Where a frame like the owner's would be in the middle, on the screen that the owner is on.
+void NativeWindow::PlaceOverOwner() {
+    const bool hasOwner = m_owner && m_owner->isVisible() && !m_owner->isMinimized();
+    winId(); // the toolkit's window
+    if (hasOwner) windowHandle()->setTransientParent(m_owner->windowHandle());
+    const QScreen* const screen = hasOwner ? m_owner->screen() : QGuiApplication::primaryScreen();
+    if (m_style != FrameStyle::Dialog || m_placeAsked || !screen) return;
+    const QRect area = screen->availableGeometry();
+    const QMargins margins = hasOwner ? m_owner->KnownMargins() : QMargins();
+    QRect place(QPoint(), size().grownBy(margins));
+    place.moveCenter(hasOwner ? m_owner->Frame().center() : area.center());
+    place.moveRight(std::min(place.right(), area.right()));
+    place.moveBottom(std::min(place.bottom(), area.bottom()));
+    place.moveLeft(std::max(place.left(), area.left()));
+    place.moveTop(std::max(place.top(), area.top()));
+    MoveFrame(place.topLeft());
 }
 
 void NativeWindow::SetMenuBarShown(bool shown) {
@@ -156,10 +220,15 @@ void NativeWindow::SetMenuBarShown(bool shown) {
         m_menuBar->deleteLater();
         m_menuBar = nullptr;
     }
-    ResizeContent(content);
+    // A frame that was asked for before its margins are known includes the menu bar as well.
+    if (m_sizeAsked)
+        ApplySize();
+    else
+        ResizeContent(content);
 }
 
 void NativeWindow::OrderFront(bool activate) {
+    if (!windowHandle()) PlaceOverOwner();
     setAttribute(Qt::WA_ShowWithoutActivating, !activate);
     show();
     raise();
@@ -238,13 +307,30 @@ void NativeWindow::ReportChanges() {
     const QRect before = m_frame;
     m_frame = now;
     const QPointer<NativeWindow> self = this;
-    if (m_delegate && now.size() != before.size()) m_delegate->windowDidResize();
+    const bool resized = now.size() != before.size();
+    AskLimits(resized);
+    if (!self) return;
+    // The content may have another size in the frame that was asked for.
+    const bool isNews = std::exchange(m_told, m_content->size()) != m_content->size();
+    if (m_delegate && (resized || isNews)) m_delegate->windowDidResize();
     if (self && m_delegate && now.topLeft() != before.topLeft()) m_delegate->windowDidMove();
+}
+
+// Nothing tells that the user is about to resize the frame: the object is asked before it can have
+// happened, and again with every step of it.
+void NativeWindow::AskLimits(bool resized) {
+    if (!m_userResizable || !m_delegate || (m_limitsAsked && !resized)) return;
+    m_limitsAsked = true;
+    m_delegate->windowWillStartLiveResize();
 }
 
 // A loop inside a handler may free the window, here and wherever the delegate is told something.
 bool NativeWindow::event(QEvent* event) {
     const QPointer<NativeWindow> self = this;
+    if (event->type() == QEvent::UpdateRequest && Windows().paints > 0) {
+        HeldViews::WhenReleased(this, [this] { AskForPaint(*this); }); // in a loop inside a paint
+        return true;
+    }
     const bool handled = QWidget::event(event);
     if (self) AtEventBoundary([&] { HandleEvent(event); });
     return handled;
@@ -267,12 +353,13 @@ void NativeWindow::HandleEvent(QEvent* event) {
         break;
     case QEvent::Show:
         if (!event->spontaneous()) StartSettling();
+        if (m_delegate) m_delegate->windowDidShow();
         break;
     case QEvent::UpdateRequest:
         if (KnownMargins() != m_margins) ScheduleReport();
         break;
     case QEvent::DragEnter:
-        AcceptFileDrag(static_cast<QDropEvent*>(event));
+        if (m_delegate) m_delegate->draggingEntered(static_cast<QDropEvent*>(event));
         break;
     case QEvent::Drop:
         if (m_delegate) m_delegate->performDragOperation(static_cast<QDropEvent*>(event));

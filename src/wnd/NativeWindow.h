@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QPointer>
 #include <QtWidgets/QWidget>
 
 #include <vmcore/core/types.h>
@@ -12,7 +13,9 @@ class QMenuBar;
 
 namespace vm {
 
-/// How the frame of a window looks and what its user may do.
+/// How the frame of a window looks and what its user may do: Decorated has everything, Fixed a title
+/// and a close button, FixedMinimisable a title and a minimise button, Dialog a title and a close
+/// button. Only a decorated one can be resized by its user.
 enum class FrameStyle { Decorated, Fixed, FixedMinimisable, Dialog };
 
 class NativeWindow : public QWidget {
@@ -34,6 +37,14 @@ public:
     void ResizeFrame(const QSize& size);
     /// The same with the size of the content, whatever the margins of the frame turn out to be.
     void ResizeContent(const QSize& size);
+
+    /// How small and large the user may make the frame. MoveFrame and ResizeFrame go beyond.
+    void SetTrackSizes(const QSize& smallest, const QSize& largest);
+    void SetUserResizable(bool resizable);
+
+    /// Before the first show: the window stays in front of its owner, and a dialog appears over the
+    /// middle of it (of the screen without one), unless it was moved before.
+    void SetOwner(NativeWindow* owner);
 
     /// Whether the program ends when this was its last window, as it does at first: a dialog's end
     /// is not the program's.
@@ -65,6 +76,10 @@ private:
     void TakeMargins();
     QRect NativeFrame() const;
     void ApplySize();
+    void ApplyNativeSize(const QSize& size);
+    void ApplyLimits(const QSize& size);
+    void AskLimits(bool resized);
+    void PlaceOverOwner();
     void ScheduleReport();
     void ReportChanges();
     void Expect();
@@ -72,7 +87,14 @@ private:
     void ResignKey();
     void WindowStateChanged(Qt::WindowStates before);
 
+    const FrameStyle m_style;
     QWidget* m_content;
+    QPointer<NativeWindow> m_owner;
+    bool m_userResizable;
+    bool m_limitsAsked = false;
+    QSize m_smallest{0, 0}; // of the frame, for the user
+    QSize m_largest;        // invalid without a limit
+    QSize m_told;           // the content's size that the object knows
     QMenuBar* m_menuBar = nullptr;
     CWndDelegate* m_delegate = nullptr;
     QRect m_frame;             // last asked for or reported

@@ -12,6 +12,7 @@
 #include <vmcore/wnd/CWnd.h>
 
 #include "platform/GraphicsContext.h"
+#include "wnd/viewScaling.h"
 #include "wnd/views.h"
 
 namespace vm {
@@ -83,7 +84,10 @@ QPaintDevice* ImageBehind(const QWidget& window) {
     return store && !store->size().isEmpty() ? store->paintDevice() : nullptr;
 }
 
-GraphicsContext* Kept(GraphicsContext* context) {
+GraphicsContext* Kept(GraphicsContext* context, QWidget& view) {
+    const CWnd* const wnd = GetControlReference(&view);
+    const double scale = wnd ? ScaleOf(*wnd) : 1.0;
+    if (scale != 1.0) context->Scale(scale, scale);
     State().contexts.push_back(context);
     EndWhenLoopRuns();
     return context;
@@ -92,8 +96,8 @@ GraphicsContext* Kept(GraphicsContext* context) {
 } // namespace
 
 CurrentPaint::CurrentPaint(QWidget& view, std::shared_ptr<PaintTarget> target,
-                           GraphicsContext* context)
-    : m_view(&view), m_target(std::move(target)), m_context(context),
+                           GraphicsContext* context, QRegion region)
+    : m_view(&view), m_target(std::move(target)), m_context(context), m_region(std::move(region)),
       m_outer(std::exchange(s_innermost, this)) {}
 
 CurrentPaint::~CurrentPaint() {
@@ -110,6 +114,12 @@ CurrentPaint* CurrentPaint::Of(const QWidget* window) {
     return paint;
 }
 
+CurrentPaint* CurrentPaint::OfView(const QWidget* view) {
+    CurrentPaint* paint = s_innermost;
+    while (paint && (!view || paint->m_view != view)) paint = paint->m_outer;
+    return paint;
+}
+
 GraphicsContext* ContextOutsidePaint(QWidget& view) {
     QWidget& window = *view.window();
     const QRegion visible = view.visibleRegion();
@@ -117,13 +127,14 @@ GraphicsContext* ContextOutsidePaint(QWidget& view) {
     const QPoint origin = view.mapTo(&window, QPoint());
     if (const CurrentPaint* paint = CurrentPaint::Of(&window)) {
         const QPoint shift = origin - paint->View()->mapTo(&window, QPoint());
-        return Kept(GraphicsContext::ForView(paint->Target(), shift, visible.translated(shift)));
+        return Kept(GraphicsContext::ForView(paint->Target(), shift, visible.translated(shift)),
+                    view);
     }
     QPaintDevice* const device = ImageBehind(window);
     if (!device) return nullptr;
     Outside& outside = Begin(window, device);
     outside.drawn += visible.translated(origin);
-    return Kept(GraphicsContext::ForView(outside.target, origin, visible.translated(origin)));
+    return Kept(GraphicsContext::ForView(outside.target, origin, visible.translated(origin)), view);
 }
 
 void EndDrawingOutside() {

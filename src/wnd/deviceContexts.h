@@ -5,6 +5,7 @@
 #include <memory>
 
 #include <QtCore/QPointer>
+#include <QtGui/QRegion>
 #include <QtWidgets/QWidget>
 
 namespace vm {
@@ -22,7 +23,9 @@ void EndDrawingOutside();
 /// While it lives, contexts for views of the same window go over the painter of this paint.
 class CurrentPaint {
 public:
-    CurrentPaint(QWidget& view, std::shared_ptr<PaintTarget> target, GraphicsContext* context);
+    /// `region` is what is being painted, in the view's pixels.
+    CurrentPaint(QWidget& view, std::shared_ptr<PaintTarget> target, GraphicsContext* context,
+                 QRegion region);
     ~CurrentPaint();
     CurrentPaint(const CurrentPaint&) = delete;
     CurrentPaint& operator=(const CurrentPaint&) = delete;
@@ -30,15 +33,18 @@ public:
     /// The innermost; null when nothing is being painted.
     static CurrentPaint* Innermost();
     static CurrentPaint* Of(const QWidget* window);
+    static CurrentPaint* OfView(const QWidget* view);
 
     const QWidget* View() const { return m_view; }
     const std::shared_ptr<PaintTarget>& Target() const { return m_target; }
     GraphicsContext* Context() const { return m_context; }
+    const QRegion& Region() const { return m_region; }
 
 private:
     QPointer<QWidget> m_view;
     std::shared_ptr<PaintTarget> m_target;
     GraphicsContext* m_context;
+    QRegion m_region;
     CurrentPaint* m_outer;
 };
 

@@ -133,6 +133,7 @@ BOOL CStatusBar::Create(CWnd* parent, DWORD barStyle, UINT id) {
     RECT rect;
     parent->GetClientRect(&rect);
     rect.top = rect.bottom - kBarHeight;
+    SetAccessibleRole(ACCESSIBLE_STATUSBAR);
     return CWnd::Create(nullptr, "", barStyle, rect, parent, id);
 }
 

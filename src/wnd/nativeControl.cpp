@@ -13,6 +13,7 @@ bool AdoptControl(CWnd& wnd, QWidget* control, CWnd* parent, const RECT& rect, D
         delete control;
         return false;
     }
+    WatchView(control, &wnd);
     CREATESTRUCT cs = CreationRecord(nullptr, nullptr, style, rect, parent, id);
     wnd.PreCreateWindow(cs);
     control->setParent(parent->view);

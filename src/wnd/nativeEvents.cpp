@@ -1,9 +1,12 @@
 #include "wnd/nativeEvents.h"
 
+#include <chrono>
+
 #include <QtGui/QCursor>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
+#include <QtGui/QStyleHints>
 #include <QtGui/QWheelEvent>
 #include <QtWidgets/QWidget>
 
@@ -14,6 +17,7 @@ namespace {
 
 constexpr int kX11KeyOffset = 8; // X key codes are the kernel's plus 8
 constexpr double kWheelUnits = 120.0;
+constexpr double kMilliseconds = 1000.0;
 
 unsigned ModifiersOf(Qt::KeyboardModifiers modifiers) {
     unsigned bits = 0;
@@ -24,14 +28,20 @@ unsigned ModifiersOf(Qt::KeyboardModifiers modifiers) {
     return bits;
 }
 
-// The buttons that are down now, whatever the event says.
-unsigned PressedNow() {
-    const Qt::MouseButtons buttons = QGuiApplication::mouseButtons();
+unsigned BitsOf(Qt::MouseButtons buttons) {
     unsigned bits = 0;
     if (buttons & Qt::LeftButton) bits |= kLeftDown;
     if (buttons & Qt::RightButton) bits |= kRightDown;
     if (buttons & Qt::MiddleButton) bits |= kMiddleDown;
     return bits;
+}
+
+std::optional<unsigned> s_replayedButtons; // until the next record is made
+
+// For a record of a native event.
+unsigned PressedNow() {
+    s_replayedButtons.reset();
+    return CurrentButtons();
 }
 
 MouseRecord MakeRecord(QPointF position, QPointF screen, int clickCount,
@@ -69,6 +79,33 @@ int PlainCharacterOf(const QKeyEvent& event) {
     return kUnknownKey;
 }
 
+KeyRecord EmptyRecord(const QWidget& view) {
+    s_replayedButtons.reset();
+    const QPoint mouse = view.mapFromGlobal(QCursor::pos());
+    KeyRecord record{};
+    record.x = mouse.x();
+    record.y = mouse.y();
+    return record;
+}
+
+struct Click {
+    Qt::MouseButton button;
+    quint64 milliseconds;
+    QPoint screen;
+    int count;
+};
+
+// The toolkit counts to two and then starts over.
+bool Follows(const QMouseEvent& press, const Click& last) {
+    if (press.button() != last.button) return false;
+    if (press.type() == QEvent::MouseButtonDblClick) return true;
+    const QStyleHints& hints = *QGuiApplication::styleHints();
+    const QPoint way = press.globalPosition().toPoint() - last.screen;
+    return last.count > 1 && way.manhattanLength() <= hints.mouseDoubleClickDistance() &&
+           press.timestamp() - last.milliseconds <
+               static_cast<quint64>(hints.mouseDoubleClickInterval());
+}
+
 } // namespace
 
 MouseRecord RecordOf(const QMouseEvent& event, int clickCount) {
@@ -94,21 +131,42 @@ WheelRecord RecordOf(const QWheelEvent& event) {
 }
 
 KeyRecord RecordOf(const QKeyEvent& event, const QWidget& view) {
-    const QPoint mouse = view.mapFromGlobal(QCursor::pos());
-    KeyRecord record;
-    record.characters.push_back(PlainCharacterOf(event));
-    if (!event.text().isEmpty()) record.typed.push_back(event.text().at(0).unicode());
+    KeyRecord record = EmptyRecord(view);
+    for (const char32_t character : event.text().toUcs4())
+        record.typed.push_back(static_cast<int>(character));
+    record.characters = record.typed; // of a key that types several
+    if (record.characters.size() < 2) record.characters = {PlainCharacterOf(event)};
     record.nativeCode = NativeCodeOf(event);
     record.modifiers = ModifiersOf(event.modifiers());
-    record.seconds = static_cast<double>(event.timestamp()) / 1000.0;
-    record.x = mouse.x();
-    record.y = mouse.y();
+    record.seconds = static_cast<double>(event.timestamp()) / kMilliseconds;
     return record;
+}
+
+std::vector<KeyRecord> RecordsOf(const QInputMethodEvent& event, const QWidget& view) {
+    const std::chrono::duration<double> now = std::chrono::steady_clock::now().time_since_epoch();
+    std::vector<KeyRecord> records;
+    for (const char32_t character : event.commitString().toUcs4()) {
+        if (character > 0xFF) continue; // hosts' text is 8-bit: they would get another character
+        KeyRecord record = EmptyRecord(view);
+        record.characters = record.typed = {static_cast<int>(character)};
+        record.nativeCode = NativeKeyFromQtKey(static_cast<int>(QChar::toUpper(character)), false);
+        record.seconds = now.count();
+        records.push_back(record);
+    }
+    return records;
 }
 
 MouseButton ButtonOf(const QMouseEvent& event) {
     if (event.button() == Qt::LeftButton) return MouseButton::Left;
     return event.button() == Qt::RightButton ? MouseButton::Right : MouseButton::Other;
+}
+
+int ClickCountOf(const QMouseEvent& press) {
+    static Click s_last{};
+    const bool isDouble = press.type() == QEvent::MouseButtonDblClick;
+    const int count = Follows(press, s_last) ? s_last.count + 1 : isDouble ? 2 : 1;
+    s_last = {press.button(), press.timestamp(), press.globalPosition().toPoint(), count};
+    return count;
 }
 
 bool IsSilentKey(const QKeyEvent& event) {
@@ -125,8 +183,37 @@ bool IsSilentKey(const QKeyEvent& event) {
     }
 }
 
+bool AsksForContextMenu(const QKeyEvent& event) {
+    return event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier;
+}
+
+FocusStep FocusStepOf(const QKeyEvent& event) {
+    if (event.modifiers() & ~Qt::KeyboardModifiers(Qt::ShiftModifier)) return FocusStep::None;
+    if (event.key() == Qt::Key_Backtab) return FocusStep::Previous;
+    if (event.key() != Qt::Key_Tab) return FocusStep::None;
+    return event.modifiers() ? FocusStep::Previous : FocusStep::Next;
+}
+
 unsigned CurrentModifiers() {
-    return ModifiersOf(QGuiApplication::queryKeyboardModifiers());
+    return ModifiersInHand().value_or(ModifiersOf(QGuiApplication::keyboardModifiers()));
+}
+
+unsigned HeldModifiers() {
+    return qGuiApp ? ModifiersOf(QGuiApplication::queryKeyboardModifiers()) : 0;
+}
+
+unsigned ModifiersOfEvent(const QEvent* event) {
+    const auto* input =
+        event && event->isInputEvent() ? static_cast<const QInputEvent*>(event) : nullptr;
+    return input ? ModifiersOf(input->modifiers()) : CurrentModifiers();
+}
+
+unsigned CurrentButtons() {
+    return s_replayedButtons.value_or(BitsOf(QGuiApplication::mouseButtons()));
+}
+
+void ReplayButtons(unsigned pressed) {
+    s_replayedButtons = pressed;
 }
 
 } // namespace vm

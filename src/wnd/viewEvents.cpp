@@ -1,5 +1,7 @@
 #include "wnd/viewEvents.h"
 
+#include <utility>
+
 #include <QtCore/QPointer>
 
 #include <vmcore/wnd/CWnd.h>
@@ -7,6 +9,7 @@
 #include "core/log.h"
 #include "wnd/CWndNSView.h"
 #include "wnd/keyCodes.h"
+#include "wnd/viewScaling.h"
 #include "wnd/windowState.h"
 
 namespace vm {
@@ -22,8 +25,13 @@ bool Listens(const View& view) {
     return view && view->wnd && view->enabled;
 }
 
-LPARAM PositionOf(const MouseRecord& mouse) {
-    return MAKELPARAM(mouse.x, mouse.y);
+// In the units of the view's object, which must be there.
+LPARAM PositionIn(const CWndView& view, int x, int y) {
+    const double scale = ScaleOf(*view.wnd);
+    return MAKELPARAM(ToHost(x, scale), ToHost(y, scale));
+}
+LPARAM PositionOf(const CWndView& view, const MouseRecord& mouse) {
+    return PositionIn(view, mouse.x, mouse.y);
 }
 WPARAM StateOf(const MouseRecord& mouse) {
     return KeyStateOf(mouse.modifiers, mouse.pressedButtons);
@@ -72,12 +80,12 @@ Target TargetOf(CWndView& view, const MouseRecord& mouse) {
             return {wnd, MAKELPARAM(point.x, point.y), true};
         }
     }
-    return {view.wnd, PositionOf(mouse), false};
+    return {view.wnd, PositionOf(view, mouse), false};
 }
 
-void SendKeyDown(CWndView& view, const KeyRecord& key, int code) {
-    view.wnd->WindowProc(WM_KEYDOWN, static_cast<WPARAM>(code & 0xFFFF),
-                         static_cast<LPARAM>(key.nativeCode) << 16);
+bool SendKeyDown(CWndView& view, const KeyRecord& key, int code) {
+    return view.wnd->WindowProc(WM_KEYDOWN, static_cast<WPARAM>(code & 0xFFFF),
+                                static_cast<LPARAM>(key.nativeCode) << 16) != 0;
 }
 
 MSG CharacterMessage(CWndView& view, const KeyRecord& key, int code) {
@@ -87,7 +95,8 @@ MSG CharacterMessage(CWndView& view, const KeyRecord& key, int code) {
     record.wParam = static_cast<WPARAM>(code);
     record.lParam = (static_cast<LPARAM>(key.nativeCode) << 16) & 0xFF0000;
     record.time = static_cast<DWORD>(key.seconds / 3.0 * 50.0);
-    record.pt = {key.x, key.y};
+    const double scale = ScaleOf(*view.wnd);
+    record.pt = {ToHost(key.x, scale), ToHost(key.y, scale)};
     return record;
 }
 
@@ -104,18 +113,45 @@ bool Translated(CWndView& view, MSG& record) {
     return false;
 }
 
-void PressCharacter(CWndView& view, const KeyRecord& key, std::size_t index) {
+bool SendTyped(CWndView& view, const KeyRecord& key, std::size_t index) {
+    if (key.modifiers & kModifiersWithoutCharacter) return false;
+    if (index >= key.typed.size()) return false;
+    // Four bits of the key code are what hosts' character handlers get here.
+    return view.wnd->WindowProc(WM_CHAR, static_cast<WPARAM>(key.typed[index] & 0xFF),
+                                (static_cast<LPARAM>(key.nativeCode) << 16) & 0xF0000) != 0;
+}
+
+// Whether something took it.
+bool PressCharacter(CWndView& view, const KeyRecord& key, std::size_t index) {
     const View self = &view;
     const int code = VirtualKeyOf(key.nativeCode, key.characters[index]);
-    SendKeyDown(view, key, code);
-    if (!self || !view.wnd) return;
+    const bool taken = SendKeyDown(view, key, code);
+    if (!self || !view.wnd) return true;
     MSG record = CharacterMessage(view, key, code);
-    if (Translated(view, record) || !self || !view.wnd) return;
-    if (key.modifiers & kModifiersWithoutCharacter) return;
-    if (index >= key.typed.size()) return;
-    // Four bits of the key code are what hosts' character handlers get here.
-    view.wnd->WindowProc(WM_CHAR, static_cast<WPARAM>(key.typed[index] & 0xFF),
-                         (static_cast<LPARAM>(key.nativeCode) << 16) & 0xF0000);
+    if (Translated(view, record) || !self || !view.wnd) return true;
+    return SendTyped(view, key, index) || taken;
+}
+
+const KeyRecord* s_keyInHand = nullptr;
+
+// A handler may run a loop of its own, with keys of its own.
+class KeyInHand {
+public:
+    explicit KeyInHand(const KeyRecord& key) : m_outer(std::exchange(s_keyInHand, &key)) {}
+    ~KeyInHand() { s_keyInHand = m_outer; }
+    KeyInHand(const KeyInHand&) = delete;
+    KeyInHand& operator=(const KeyInHand&) = delete;
+
+private:
+    const KeyRecord* m_outer;
+};
+
+// What the mouse drags: the values of CWndView::dragged.
+enum Drag { kPlainMove = 0, kLeftDrag = 1, kOtherDrag = 2 };
+
+Drag DragOf(unsigned pressedButtons) {
+    if (pressedButtons == 0) return kPlainMove;
+    return pressedButtons & kLeftDown ? kLeftDrag : kOtherDrag;
 }
 
 } // namespace
@@ -141,8 +177,8 @@ void MousePressed(CWndView& view, MouseButton button, const MouseRecord& mouse) 
         button == MouseButton::Left && (mouse.modifiers & (kControlKey | kRightControlKey));
     if (button == MouseButton::Left) windows.RMBUp = isControlClick;
     if (isControlClick) {
-        if (!ContextMenuTaken(view, PositionOf(mouse)))
-            view.wnd->WindowProc(WM_RBUTTONDOWN, StateOf(mouse), PositionOf(mouse));
+        if (!ContextMenuTaken(view, PositionOf(view, mouse)))
+            view.wnd->WindowProc(WM_RBUTTONDOWN, StateOf(mouse), PositionOf(view, mouse));
         return;
     }
     if (button == MouseButton::Right &&
@@ -150,14 +186,14 @@ void MousePressed(CWndView& view, MouseButton button, const MouseRecord& mouse) 
         return;
     const ButtonMessages messages = MessagesOf(button);
     view.wnd->WindowProc(mouse.clickCount < 2 ? messages.down : messages.doubleClick,
-                         StateOf(mouse), PositionOf(mouse));
+                         StateOf(mouse), PositionOf(view, mouse));
 }
 
 void MouseReleased(CWndView& view, MouseButton button, const MouseRecord& mouse) {
     if (!view.wnd || !view.enabled) return;
     WindowState& windows = Windows();
     if (button != MouseButton::Left) {
-        view.wnd->WindowProc(MessagesOf(button).up, StateOf(mouse), PositionOf(mouse));
+        view.wnd->WindowProc(MessagesOf(button).up, StateOf(mouse), PositionOf(view, mouse));
         return;
     }
     const Target target = TargetOf(view, mouse);
@@ -170,21 +206,24 @@ void MouseReleased(CWndView& view, MouseButton button, const MouseRecord& mouse)
     target.wnd->WindowProc(message, StateOf(mouse), target.position);
 }
 
+// A drag with another button stays with its view whoever has the capture.
 void MouseMoved(CWndView& view, const MouseRecord& mouse) {
     if (!view.wnd || !view.enabled) return;
-    view.dragged = mouse.pressedButtons == 0 ? 0 : (mouse.pressedButtons & kLeftDown) ? 1 : 2;
-    const Target target = TargetOf(view, mouse);
+    view.dragged = DragOf(mouse.pressedButtons);
+    const Target target = view.dragged == kOtherDrag
+                              ? Target{view.wnd, PositionOf(view, mouse), false}
+                              : TargetOf(view, mouse);
     target.wnd->WindowProc(WM_MOUSEMOVE, StateOf(mouse), target.position);
 }
 
 void MouseEntered(CWndView& view, const MouseRecord& mouse) {
     if (view.wnd && view.enabled)
-        view.wnd->WindowProc(WM_MOUSEENTER, StateOf(mouse), PositionOf(mouse));
+        view.wnd->WindowProc(WM_MOUSEENTER, StateOf(mouse), PositionOf(view, mouse));
 }
 
 void MouseLeft(CWndView& view, const MouseRecord& mouse) {
     if (view.wnd && view.enabled)
-        view.wnd->WindowProc(WM_MOUSELEAVE, StateOf(mouse), PositionOf(mouse));
+        view.wnd->WindowProc(WM_MOUSELEAVE, StateOf(mouse), PositionOf(view, mouse));
 }
 
 void WheelTurned(CWndView& view, const WheelRecord& wheel) {
@@ -194,13 +233,21 @@ void WheelTurned(CWndView& view, const WheelRecord& wheel) {
     if (delta == 0) return;
     view.wnd->WindowProc(WM_MOUSEWHEEL,
                          MAKEWPARAM(KeyStateOf(wheel.modifiers, wheel.pressedButtons), delta),
-                         MAKELPARAM(wheel.x, wheel.y));
+                         PositionIn(view, wheel.x, wheel.y));
 }
 
-void KeyPressed(CWndView& view, const KeyRecord& key) {
+bool KeyPressed(CWndView& view, const KeyRecord& key) {
+    const KeyInHand inHand(key);
     const View self = &view;
+    bool taken = false;
     for (std::size_t i = 0; i < key.characters.size() && Listens(self); ++i)
-        PressCharacter(view, key, i);
+        taken = PressCharacter(view, key, i) || taken;
+    return taken || !self;
+}
+
+std::optional<unsigned> ModifiersInHand() {
+    if (!s_keyInHand) return std::nullopt;
+    return s_keyInHand->modifiers;
 }
 
 void KeyReleased(CWndView& view, const KeyRecord& key) {

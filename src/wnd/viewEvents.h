@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include <vmcore/core/types.h>
@@ -26,6 +27,9 @@ enum Modifier : unsigned {
     kRightOptionKey = 0x4000,
     kRightControlKey = 0x8000,
 };
+
+/// The modifiers of the key press that is being handled, if one is. The keyboard may be ahead of it.
+std::optional<unsigned> ModifiersInHand();
 
 /// The buttons that are down, as bits of the platform's set.
 enum PressedButton : unsigned { kLeftDown = 1, kRightDown = 2, kMiddleDown = 4 };
@@ -68,7 +72,8 @@ void MouseMoved(CWndView& view, const MouseRecord& mouse);
 void MouseEntered(CWndView& view, const MouseRecord& mouse);
 void MouseLeft(CWndView& view, const MouseRecord& mouse);
 void WheelTurned(CWndView& view, const WheelRecord& wheel);
-void KeyPressed(CWndView& view, const KeyRecord& key);
+/// Whether a handler, a translation or an accelerator took a part of it, or the view is gone.
+bool KeyPressed(CWndView& view, const KeyRecord& key);
 void KeyReleased(CWndView& view, const KeyRecord& key);
 
 } // namespace vm

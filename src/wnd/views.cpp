@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
+#include <QtCore/QPointer>
 #include <QtCore/QVariant>
 #include <QtWidgets/QApplication>
 
@@ -14,6 +16,7 @@
 #include "wnd/CWndNSView.h"
 #include "wnd/NativeWindow.h"
 #include "wnd/boundHandle.h"
+#include "wnd/heldViews.h"
 #include "wnd/windowState.h"
 
 namespace vm {
@@ -46,7 +49,6 @@ void ViewIsGone(QObject* object) {
     state.doomed.erase(object);
     WindowState& windows = Windows();
     if (windows.CaptureWnd == view) windows.CaptureWnd = nullptr;
-    if (windows.lastResponder == view) windows.lastResponder = nullptr;
     RemoveBindingsOf(view);
 }
 
@@ -108,7 +110,7 @@ void DisposeOfView(QWidget* view) {
     WatchView(view);
     State().doomed.insert(view);
     view->hide();
-    view->deleteLater();
+    HeldViews::WhenReleased(view, [view] { view->deleteLater(); });
 }
 
 void WatchView(QWidget* view, CWnd* owner) {
@@ -129,17 +131,6 @@ void ForgetOwner(CWnd* owner) {
         if (own && own->wnd == owner) own->wnd = nullptr;
     }
     state.viewsOf.erase(found);
-}
-
-CWndView* FirstViewFrom(QWidget* start) {
-    for (QWidget* view = start; view; view = view->parentWidget())
-        if (auto* own = dynamic_cast<CWndView*>(view)) return own;
-    return nullptr;
-}
-
-CWndView* FirstResponderView() {
-    if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return nullptr;
-    return FirstViewFrom(QApplication::focusWidget());
 }
 
 } // namespace vm

@@ -87,5 +87,6 @@ void DialogsFixture::Write(int id, const std::string& content) const {
 }
 
 void DialogsFixture::ClickItem(CWnd& dialog, int id) {
-    if (auto* button = Item<QAbstractButton>(dialog, id)) QTest::mouseClick(button, Qt::LeftButton);
+    auto* button = Item<QAbstractButton>(dialog, id);
+    if (button) QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
 }

@@ -89,6 +89,9 @@ class Banks(LibrarianTest):
         display.menu("alt+f", "v")
         program.expect("opened voices.syx 1 messages")
         display.menu("alt+h", "a")
+        program.expect("dialog about")
+        display.window("About Librarian")
+        display.key("Return")
         program.expect("about")
         self.quit(program)
 

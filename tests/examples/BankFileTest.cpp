@@ -104,3 +104,26 @@ TEST(BankRead, FailureSaysWhyAndLeavesTheBank) {
     EXPECT_EQ(error, "text.syx holds no System Exclusive message");
     EXPECT_EQ(bank.name, "before");
 }
+
+TEST(BankWrite, FileIsReadBackAndReplacesTheOneBefore) {
+    TemporaryHome home;
+    const std::string path = home.Write("bank.syx", "an older and longer file than the new one");
+    Bank bank = SplitBank({0xF0, 0x7D, 1, 0xF7, 0xF0, 0x7D, 2, 0xF7});
+    std::string error;
+    ASSERT_TRUE(WriteBank(path, bank, error)) << error;
+    Bank again;
+    ASSERT_TRUE(ReadBank(path.c_str(), again, error)) << error;
+    ASSERT_EQ(again.messages.size(), 2u);
+    EXPECT_EQ(again.messages[1].bytes, bank.messages[1].bytes);
+    EXPECT_EQ(again.junkBytes, 0u);
+}
+
+TEST(BankWrite, FailureSaysWhyAndLeavesNothing) {
+    TemporaryHome home;
+    LogCapture log;
+    std::string error;
+    const std::string path = (home.Path() / "none" / "bank.syx").string();
+    EXPECT_FALSE(WriteBank(path, SplitBank({0xF0, 0xF7}), error));
+    EXPECT_EQ(error, "bank.syx cannot be written");
+    log.Ignore();
+}

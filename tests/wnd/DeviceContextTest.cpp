@@ -65,6 +65,21 @@ protected:
 
 } // namespace
 
+TEST_F(DeviceContext, CountsInTheUnitsOfAScaledView) {
+    Open();
+    m_child.SetWindowScaling(2.0f);
+    const int before = m_child.paints;
+    while (m_child.paints == before) QCoreApplication::processEvents();
+    CDC* const dc = m_child.GetDC();
+    CBrush mark(kMark);
+    dc->FillRect(CRect(3, 4, 5, 6), &mark);
+    m_child.ReleaseDC(dc);
+    EXPECT_EQ(Shown(6, 8), QRgb(0xFFC80000));
+    EXPECT_EQ(Shown(9, 11), QRgb(0xFFC80000));
+    EXPECT_EQ(Shown(5, 8), QRgb(0xFF0000C8));
+    EXPECT_EQ(Shown(10, 11), QRgb(0xFF0000C8));
+}
+
 TEST_F(DeviceContext, DrawsIntoTheViewUntilItIsPaintedNext) {
     EXPECT_EQ(m_child.GetDC(), nullptr); // not there yet
     Open();

@@ -13,6 +13,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 
+#include <vmcore/gdi/CBrush.h>
 #include <vmcore/gdi/CPaintDC.h>
 
 #include "RecordingWindow.h"
@@ -76,12 +77,37 @@ TEST_F(NativeEvents, ClickCarriesButtonModifiersAndPosition) {
     EXPECT_THAT(messages, Contains(Message{WM_LBUTTONUP, 0, MAKELPARAM(11, 21)}));
 }
 
-TEST_F(NativeEvents, SecondClickIsADoubleClick) {
-    QTest::mouseDClick(NativeTop(), Qt::LeftButton, {}, InTop(10, 20));
-    std::vector<int> buttons;
-    for (const int number : NumbersOf(child.Take()))
-        if (number != WM_MOUSEMOVE && number != WM_MOUSEENTER) buttons.push_back(number);
-    EXPECT_THAT(buttons, ElementsAre(WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP));
+TEST_F(NativeEvents, ClicksAfterTheFirstAreDoubleClicks) {
+    const auto press = [&](QEvent::Type type, Qt::MouseButton button, int x, quint64 time) {
+        const QPointF at(x, 20);
+        QMouseEvent event(type, at, child.view->mapToGlobal(at), button, button, {});
+        event.setTimestamp(time);
+        QCoreApplication::sendEvent(child.view, &event);
+        Messages messages = child.Take();
+        return messages.empty() ? 0 : messages.back().number;
+    };
+    const struct {
+        const char* what;
+        QEvent::Type type; // the toolkit's, which counts to two
+        Qt::MouseButton button;
+        int x;
+        quint64 time;
+        int message;
+    } rows[] = {
+        {"first", QEvent::MouseButtonPress, Qt::LeftButton, 10, 10000, WM_LBUTTONDOWN},
+        {"second", QEvent::MouseButtonDblClick, Qt::LeftButton, 10, 10100, WM_LBUTTONDBLCLK},
+        {"third", QEvent::MouseButtonPress, Qt::LeftButton, 11, 10200, WM_LBUTTONDBLCLK},
+        {"fourth", QEvent::MouseButtonDblClick, Qt::LeftButton, 11, 10300, WM_LBUTTONDBLCLK},
+        {"later", QEvent::MouseButtonPress, Qt::LeftButton, 11, 90000, WM_LBUTTONDOWN},
+        {"second", QEvent::MouseButtonDblClick, Qt::LeftButton, 11, 90100, WM_LBUTTONDBLCLK},
+        {"elsewhere", QEvent::MouseButtonPress, Qt::LeftButton, 60, 90200, WM_LBUTTONDOWN},
+        {"second", QEvent::MouseButtonDblClick, Qt::LeftButton, 60, 90300, WM_LBUTTONDBLCLK},
+        {"another button", QEvent::MouseButtonPress, Qt::MiddleButton, 60, 90400, WM_MBUTTONDOWN},
+        {"the first again", QEvent::MouseButtonPress, Qt::LeftButton, 60, 90500, WM_LBUTTONDOWN},
+    };
+    child.Take();
+    for (const auto& row : rows)
+        EXPECT_EQ(press(row.type, row.button, row.x, row.time), row.message) << row.what;
 }
 
 TEST_F(NativeEvents, ControlKeyOfTheInterfacesIsTheKeyboardsSuper) {
@@ -252,6 +278,25 @@ TEST_F(NativeEvents, PaintDCDrawsOnTheView) {
     const QImage picture = child.view->grab().toImage();
     EXPECT_EQ(picture.pixelColor(3, 4), QColor(255, 0, 0));
     EXPECT_NE(picture.pixelColor(4, 4), QColor(255, 0, 0));
+}
+
+TEST_F(NativeEvents, ScaledViewIsPaintedInHostUnits) {
+    child.SetWindowScaling(2.0f);
+    RECT painted{};
+    child.on[WM_PAINT] = [&](WPARAM, LPARAM) {
+        CPaintDC dc(&child);
+        painted = dc.m_ps.rcPaint;
+        CBrush red(RGB(255, 0, 0));
+        dc.FillRect(CRect(3, 4, 5, 6), &red);
+        return 1;
+    };
+    const QImage picture = child.view->grab().toImage();
+    EXPECT_THAT(painted, IsRect(0, 0, 50, 30));
+    const QRect expected(6, 8, 4, 4);
+    for (int y = 4; y < 16; ++y)
+        for (int x = 2; x < 14; ++x)
+            EXPECT_EQ(picture.pixelColor(x, y) == QColor(255, 0, 0), expected.contains(x, y))
+                << x << ", " << y;
 }
 
 TEST_F(NativeEvents, UpdateWindowPaintsWhatIsInvalidAtOnce) {

@@ -12,7 +12,6 @@
 #include <QtCore/QEventLoop>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
-#include <QtGui/QFocusEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
 
@@ -227,11 +226,6 @@ TEST_F(ReviewedWindows, AViewMayGoInALoopInsideItsOwnHandler) {
         {"key down", WM_KEYDOWN, [&](CWndView& view) { vm::KeyPressed(view, key); }},
         {"character", WM_CHAR, [&](CWndView& view) { vm::KeyPressed(view, key); }},
         {"key up", WM_KEYUP, [&](CWndView& view) { vm::KeyReleased(view, key); }},
-        {"focus", WM_SETFOCUS,
-         [&](CWndView& view) {
-             QFocusEvent event(QEvent::FocusIn);
-             QCoreApplication::sendEvent(&view, &event);
-         }},
         {"frame", WM_SIZE,
          [&](CWndView& view) {
              view.setFrame({1, 2, 30, 40});
@@ -357,26 +351,6 @@ TEST_F(ReviewedWindows, AWindowMayGoInsideSetWindowPos) {
     };
     EXPECT_TRUE(frame.SetWindowPos(nullptr, 60, 60, 100, 100, SWP_HIDEWINDOW));
     EXPECT_EQ(frame.nsWindow, nullptr);
-}
-
-TEST_F(ReviewedWindows, AnOpenMenuLeavesTheFocus) {
-    Window frame;
-    ASSERT_TRUE(frame.Open());
-    Window pane;
-    std::vector<UINT> told;
-    ASSERT_TRUE(pane.Open(&frame));
-    pane.handler = [&](UINT message, WPARAM) {
-        if (message == WM_SETFOCUS || message == WM_KILLFOCUS) told.push_back(message);
-        return 0;
-    };
-    for (const Qt::FocusReason reason : {Qt::PopupFocusReason, Qt::OtherFocusReason}) {
-        for (const QEvent::Type type : {QEvent::FocusOut, QEvent::FocusIn}) {
-            QFocusEvent event(type, reason);
-            QCoreApplication::sendEvent(pane.view, &event);
-        }
-    }
-    EXPECT_THAT(told, ElementsAre(WM_KILLFOCUS, WM_SETFOCUS));
-    frame.DestroyWindow();
 }
 
 TEST_F(ReviewedWindows, TitlesGivenAtCreationAreRoman) {

@@ -173,6 +173,50 @@ TEST_F(MouseEvents, CaptureTakesMovesAndLeftReleases) {
     EXPECT_THAT(log.TakeErrors(), IsEmpty()) << "its own release is not redirected";
 }
 
+TEST_F(MouseEvents, CaptureTakesNoDragsOfOtherButtons) {
+    top.SetCapture();
+    const struct {
+        unsigned buttons;
+        bool isRedirected;
+    } rows[] = {{0, true},
+                {vm::kLeftDown, true},
+                {vm::kLeftDown | vm::kRightDown, true},
+                {vm::kRightDown, false},
+                {vm::kMiddleDown, false}};
+    for (const auto& row : rows) {
+        vm::MouseMoved(View(), At(1, 2, 0, 0, row.buttons));
+        EXPECT_EQ(top.Take(WM_MOUSEMOVE).size(), row.isRedirected) << row.buttons;
+        EXPECT_EQ(child.Take(WM_MOUSEMOVE).size(), !row.isRedirected) << row.buttons;
+    }
+}
+
+TEST_F(MouseEvents, PositionsInAScaledViewAreInHostUnits) {
+    child.SetWindowScaling(2.0f);
+    child.Take();
+    const LPARAM position = Position(5, 3);
+    const MouseRecord mouse = At(11, 7);
+    vm::MouseEntered(View(), mouse);
+    vm::MouseMoved(View(), mouse);
+    vm::MousePressed(View(), MouseButton::Left, mouse);
+    vm::MouseReleased(View(), MouseButton::Left, mouse);
+    vm::MousePressed(View(), MouseButton::Right, mouse);
+    vm::WheelTurned(View(), {1.0, 11, 7, 0, 0});
+    EXPECT_THAT(child.Take(),
+                ElementsAre(Message{WM_MOUSEENTER, 0, position}, Message{WM_MOUSEMOVE, 0, position},
+                            Message{WM_LBUTTONDOWN, 0, position},
+                            Message{WM_LBUTTONUP, 0, position},
+                            Message{WM_CONTEXTMENU, AsParameter(&View()), kScreenAt(11, 7)},
+                            Message{WM_RBUTTONDOWN, 0, position},
+                            Message{WM_MOUSEWHEEL, MAKEWPARAM(0, 120), position}));
+    child.translate = [](MSG* msg) {
+        EXPECT_EQ(msg->pt.x, 5);
+        EXPECT_EQ(msg->pt.y, 6);
+        return TRUE;
+    };
+    vm::KeyPressed(View(), Key({'a'}, 0, {'a'}));
+    EXPECT_EQ(NumbersOf(child.Take()), std::vector<int>{WM_KEYDOWN});
+}
+
 TEST_F(MouseEvents, EveryPressEndsTheCapture) {
     for (const MouseButton button : {MouseButton::Left, MouseButton::Right, MouseButton::Other}) {
         top.SetCapture();

@@ -1,5 +1,6 @@
 #include <vmcore/app/CWinApp.h>
 
+#include <QtTest/QTest>
 #include <QtWidgets/QLabel>
 
 #include "RecordingWindow.h"
@@ -173,22 +174,69 @@ TEST_F(Geometry, ClientCoordinatesGoToTheScreenAndBack) {
     EXPECT_EQ(rect.bottom - rect.top, 20);
     child.ScreenToClient(&rect);
     EXPECT_THAT(rect, IsRect(1, 2, 11, 22));
+    QWidget alone;
+    alone.move(200, 200);
+    POINT withoutWindow{7, 8};
+    ClientToScreen(&alone, &withoutWindow);
+    EXPECT_EQ(withoutWindow.x, 0);
     POINT unchanged{7, 8};
     ClientToScreen(nullptr, &unchanged);
     EXPECT_EQ(unchanged.x, 7);
 }
 
-TEST_F(Geometry, ClientRectanglesLeaveRoomForTheScrollBarsOfAChild) {
+TEST_F(Geometry, FlippedViewsKeepPositionsTopDown) {
+    child.MoveWindow(30, 40, 100, 100);
+    child.setFlipped(false);
+    EXPECT_FALSE(View().isFlipped());
+    child.Take();
+    QTest::mouseClick(child.view, Qt::LeftButton, {}, QPoint(12, 70));
+    EXPECT_EQ(child.Take(WM_LBUTTONDOWN)[0].lParam, MAKELPARAM(12, 70));
+    top.setFlipped(false); // no view of its own
+    CWnd().setFlipped(true);
+}
+
+TEST_F(Geometry, DeepestObjectIsFoundUnderAPoint) {
+    RecordingWindow inner;
+    inner.Create("", "", WS_VISIBLE, RECT{10, 10, 30, 30}, &child, 8);
+    QLabel label(child.view);
+    label.setGeometry(50, 10, 20, 20);
+    label.show();
+    const struct {
+        const char* what;
+        POINT point;
+        CWnd* found;
+    } rows[] = {{"child of a child", {45, 55}, &inner},
+                {"child", {31, 41}, &child},
+                {"view without an object", {85, 55}, &child},
+                {"between the children", {5, 5}, &top},
+                {"outside", {-1, 5}, nullptr}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(top.ChildWindowFromPoint(row.point), row.found) << row.what;
+        EXPECT_EQ(top.ChildWindowFromPoint(row.point, 7), row.found) << row.what;
+        const auto isFoundOnScreen = [&] {
+            POINT onScreen = row.point;
+            top.ClientToScreen(&onScreen);
+            return CWnd::WindowFromPoint(onScreen) == row.found;
+        };
+        if (row.found) {
+            EXPECT_TRUE(RunUntil(isFoundOnScreen)) << row.what;
+        }
+    }
+    inner.ShowWindow(SW_HIDE);
+    EXPECT_EQ(top.ChildWindowFromPoint({45, 55}), &child);
+    EXPECT_EQ(CWnd().ChildWindowFromPoint({0, 0}), nullptr);
+    EXPECT_EQ(CWnd::WindowFromPoint({-500, -500}), nullptr);
+}
+
+TEST_F(Geometry, BackingScaleIsThatOfTheWindow) {
+    EXPECT_EQ(child.GetBackingScaleFactor(), float(child.view->devicePixelRatioF()));
+    EXPECT_EQ(CWnd().GetBackingScaleFactor(), 1.0f);
+}
+
+TEST_F(Geometry, ClientRectangles) {
     RECT rect{};
     child.GetClientRect(&rect);
     EXPECT_THAT(rect, IsRect(0, 0, 100, 60));
-    QLabel vertical, horizontal;
-    vertical.setHidden(false);
-    child.vScrollView = &vertical;
-    child.hScrollView = &horizontal; // still hidden
-    child.GetClientRect(&rect);
-    EXPECT_THAT(rect, IsRect(0, 0, 85, 60));
-    child.vScrollView = child.hScrollView = nullptr;
     top.GetClientRect(&rect);
     EXPECT_EQ(rect.right, 300);
     EXPECT_EQ(rect.bottom, 200);

@@ -176,6 +176,19 @@ TEST_F(DialogItems, KnownOneIsItsObjectWhereverItLies) {
     EXPECT_EQ(CWnd().GetDlgCtrlID(), 0xFFFFFFFF);
 }
 
+TEST_F(DialogItems, TagOfAnInterfaceFileIsTheTagOfAView) {
+    CWndView view(child.view);
+    view.setProperty("tag", 44);
+    CWnd wnd;
+    wnd.Attach(&view);
+    EXPECT_EQ(wnd.GetDlgCtrlID(), 44u);
+    EXPECT_EQ(child.GetDlgItem(44), &wnd);
+    wnd.SetCommandID(45);
+    EXPECT_EQ(view.property("tag").toInt(), 45);
+    EXPECT_EQ(view.getCWnd(), nullptr);
+    wnd.Detach();
+}
+
 TEST_F(DialogItems, IdentifierCountsAmongTheChildrenWhenNoTagDoes) {
     auto* named = Add<QLabel>(0);
     named->setObjectName("33");

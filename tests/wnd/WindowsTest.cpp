@@ -118,16 +118,17 @@ TEST_F(Creation, StylesSelectTheFrame) {
         Qt::WindowFlags has;
         Qt::WindowFlags hasNot;
     } rows[] = {
-        {"decorated", WS_OVERLAPPEDWINDOW, 0, Qt::WindowMinMaxButtonsHint,
-         Qt::WindowStaysOnTopHint},
+        {"decorated", WS_OVERLAPPEDWINDOW, 0,
+         Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint, Qt::WindowStaysOnTopHint},
         {"decorated and topmost",
          WS_OVERLAPPEDWINDOW,
          WS_EX_TOPMOST,
          Qt::WindowMinMaxButtonsHint | Qt::WindowStaysOnTopHint,
          {}},
         {"plain", 0, 0, Qt::WindowMinimizeButtonHint,
-         Qt::WindowMaximizeButtonHint | Qt::WindowStaysOnTopHint},
-        {"topmost", 0, WS_EX_TOPMOST, Qt::WindowStaysOnTopHint, Qt::WindowMinMaxButtonsHint},
+         Qt::WindowMaximizeButtonHint | Qt::WindowStaysOnTopHint | Qt::WindowCloseButtonHint},
+        {"topmost", 0, WS_EX_TOPMOST, Qt::WindowStaysOnTopHint | Qt::WindowCloseButtonHint,
+         Qt::WindowMinMaxButtonsHint},
     };
     for (const auto& row : rows) {
         CreationRecorder wnd;
@@ -136,7 +137,9 @@ TEST_F(Creation, StylesSelectTheFrame) {
         const Qt::WindowFlags flags = wnd.nsWindow->windowFlags();
         EXPECT_EQ(flags & row.has, row.has) << row.what;
         EXPECT_FALSE(flags & row.hasNot) << row.what;
-        EXPECT_TRUE(flags & Qt::WindowCloseButtonHint) << row.what;
+        const bool resizable = row.style & WS_OVERLAPPEDWINDOW;
+        EXPECT_EQ(wnd.nsWindow->minimumSize() != wnd.nsWindow->maximumSize(), resizable)
+            << row.what;
         EXPECT_EQ(wnd.GetStyle(), row.style) << row.what;
         wnd.DestroyWindow();
     }
@@ -318,7 +321,16 @@ TEST_F(Visibility, FollowsTheStyle) {
     EXPECT_FALSE(without.IsWindowVisible());
     EXPECT_FALSE(without.ShowWindow(SW_SHOW));
     top.ShowWindow(SW_HIDE);
-    EXPECT_FALSE(child.IsWindowVisible()) << "an ancestor is hidden";
+    EXPECT_TRUE(child.IsWindowVisible()) << "the window is not asked";
+    RecordingWindow inner;
+    bool inCreate = false;
+    inner.on[WM_CREATE] = [&](WPARAM, LPARAM) { return inCreate = inner.IsWindowVisible(); };
+    inner.Create("", "", 0, RECT{0, 0, 5, 5}, &child, 9);
+    EXPECT_TRUE(inCreate) << "hidden after its creation";
+    inner.ShowWindow(SW_SHOW);
+    EXPECT_TRUE(inner.IsWindowVisible());
+    child.ShowWindow(SW_HIDE);
+    EXPECT_FALSE(inner.IsWindowVisible()) << "an ancestor is hidden";
 }
 
 TEST_F(Visibility, OnlyHideAndShowTouchAChild) {

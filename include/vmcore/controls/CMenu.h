@@ -97,6 +97,6 @@ VM_API void HideMainMenu();
 VM_API void ShowMainMenu();
 /// Null: tables are arrays of AccelEntry that the host sets as CWnd::accelTable.
 VM_API HACCEL LoadAccelerators(HINSTANCE instance, const char* name);
-/// Sends WM_COMMAND for the first entry that matches the key and the modifiers held now, and
-/// returns TRUE; FALSE without a match or for a handle that belongs to no window object.
+/// Sends WM_COMMAND for the first entry that matches the key and its modifiers, and returns TRUE; FALSE
+/// without a match or for a handle that belongs to no window object.
 VM_API BOOL TranslateAccelerator(HWND window, const AccelEntry* table, MSG* msg);

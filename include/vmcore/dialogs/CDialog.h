@@ -77,4 +77,7 @@ public:
     int result;     ///< what DoModal returns
     CWndWindowController* windowController;
     CWndViewController* viewController;
+
+private:
+    LRESULT Answer(UINT message, WPARAM wParam, LPARAM lParam);
 };

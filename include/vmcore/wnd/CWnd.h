@@ -85,6 +85,8 @@ enum : DWORD {
     WS_VISIBLE = 0x2,
     WS_CHILD = 0x4,
     WS_BORDER = 0x8,
+    /// A view made by Create is reached with the Tab key, and a Tab that it does not handle goes on to
+    /// the next. Without it the view gets the focus by SetFocus or a click, and keeps Tab for itself.
     WS_TABSTOP = 0x10,
     WS_GROUP = 0x20,
     WS_VSCROLL = 0x80,
@@ -131,7 +133,7 @@ enum AccessibleRole : UINT {
     ACCESSIBLE_TABLE = 55,
     ACCESSIBLE_LIST = 31,
     ACCESSIBLE_SLIDER = 51,
-    ACCESSIBLE_PICTURE = 26, ///< what is drawn and has no better name
+    ACCESSIBLE_PICTURE = 27, ///< what is drawn and has no better name
     ACCESSIBLE_TOOLBAR = 63,
     ACCESSIBLE_STATUSBAR = 54,
 };
