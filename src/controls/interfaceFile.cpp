@@ -10,11 +10,11 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QPointer>
-#include <QtCore/QXmlStreamReader>
 #include <QtUiTools/QUiLoader>
 #include <QtWidgets/QWidget>
 
 #include "app/appState.h"
+#include "controls/interfaceLimits.h"
 #include "core/log.h"
 #include "platform/bundle.h"
 #include "platform/mainqueue.h"
@@ -26,7 +26,6 @@ namespace vm {
 namespace {
 
 constexpr std::uintmax_t kLargestFile = 4 * 1024 * 1024;
-constexpr int kDeepestNesting = 64; // the toolkit's loader recurses
 
 struct CachedFile {
     fs::file_time_type modified;
@@ -92,20 +91,6 @@ void LogWhy(const std::string& path, const std::string& why) {
     Log(LogModule::Controls, "interface file %s: %s", path.c_str(), why.c_str());
 }
 
-std::string ProblemOf(const QByteArray& bytes) {
-    QXmlStreamReader reader(bytes);
-    int depth = 0;
-    while (!reader.atEnd()) {
-        reader.readNext();
-        if (reader.isStartElement() && ++depth > kDeepestNesting)
-            return Format("line %d: nested too deeply", static_cast<int>(reader.lineNumber()));
-        if (reader.isEndElement()) --depth;
-    }
-    if (!reader.hasError()) return {};
-    return Format("line %d: %s", static_cast<int>(reader.lineNumber()),
-                  qPrintable(reader.errorString()));
-}
-
 CachedFile ReadFile(const std::string& path, fs::file_time_type modified) {
     std::error_code error;
     if (!fs::is_regular_file(path, error)) return {modified, "not a regular file", {}};
@@ -114,8 +99,9 @@ CachedFile ReadFile(const std::string& path, fs::file_time_type modified) {
     const std::string bytes(std::istreambuf_iterator<char>(file), {});
     if (!file) return {modified, "it cannot be read", {}};
     QByteArray content = QByteArray::fromStdString(bytes);
-    std::string problem = ProblemOf(content);
-    return {modified, std::move(problem), std::move(content)};
+    const InterfaceProblem problem = ProblemOfInterface(content);
+    if (problem.why.empty()) return {modified, {}, std::move(content)};
+    return {modified, Format("line %d: %s", problem.line, problem.why.c_str()), {}};
 }
 
 // The file's bytes, read and looked over again only when the file has changed; null, with a log

@@ -4,7 +4,7 @@
 //
 // A file comes with the program or a plug-in, but a damaged or hostile one must do no more harm than
 // not being loaded: only regular files of at most 4 MB are read, and only when they are well-formed
-// and not nested beyond 64 elements. Whatever the toolkit says about a file goes to the log.
+// and within the limits of interfaceLimits.h. Whatever the toolkit says about a file goes to the log.
 #pragma once
 
 #include <functional>

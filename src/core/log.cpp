@@ -37,7 +37,7 @@ LogState& State() {
     return *s_state;
 }
 
-std::string FormatList(const char* format, va_list arguments) {
+[[gnu::format(printf, 1, 0)]] std::string FormatList(const char* format, va_list arguments) {
     va_list copy;
     va_copy(copy, arguments);
     const int length = std::vsnprintf(nullptr, 0, format, copy);

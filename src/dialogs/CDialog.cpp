@@ -105,22 +105,25 @@ void CDialog::DoDataExchange(CDataExchange* pDX) {
 }
 
 LRESULT CDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    return vm::Traced(*this, message, wParam, lParam, [=, this]() -> LRESULT {
-        switch (message) {
-        case WM_INITDIALOG:
-            return OnInitDialog();
-        case WM_CONTEXTMENU:
-            if (reinterpret_cast<HWND>(wParam) != view) return 1; // a click on a control
-            break;
-        case WM_COMMAND:
-            if (LOWORD(wParam) == IDOK) return OnOK(), 1;
-            if (LOWORD(wParam) == IDCANCEL) return OnCancel(), 1;
-            break;
-        default:
-            break;
-        }
-        return CWnd::WindowProc(message, wParam, lParam);
-    });
+    return vm::Traced(*this, message, wParam, lParam,
+                      [=, this] { return Answer(message, wParam, lParam); });
+}
+
+LRESULT CDialog::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_INITDIALOG:
+        return OnInitDialog();
+    case WM_CONTEXTMENU:
+        if (reinterpret_cast<HWND>(wParam) != view) return 1; // a click on a control
+        break;
+    case WM_COMMAND:
+        if (LOWORD(wParam) == IDOK) return OnOK(), 1;
+        if (LOWORD(wParam) == IDCANCEL) return OnCancel(), 1;
+        break;
+    default:
+        break;
+    }
+    return CWnd::WindowProc(message, wParam, lParam);
 }
 
 CRuntimeClass* CDialog::GetRuntimeClass() const {

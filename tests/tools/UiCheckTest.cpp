@@ -126,7 +126,7 @@ TEST(UiCheck, FindingsStandInTheOrderOfTheLines) {
 
 TEST(UiCheck, WhatTheLibraryRefusesIsAnError) {
     EXPECT_THAT(Found(std::string(4 * 1024 * 1024 + 1, ' ')),
-                ElementsAre(testing::HasSubstr("1 error size")));
+                ElementsAre(testing::HasSubstr("1 error refused")));
 
     const auto nested = [](int depth) {
         std::string text;
@@ -135,8 +135,28 @@ TEST(UiCheck, WhatTheLibraryRefusesIsAnError) {
         return File("QMenuBar", {text});
     };
     EXPECT_THAT(Found(nested(62)), IsEmpty()); // in <ui> and the root
-    EXPECT_THAT(Found(nested(63)), ElementsAre(testing::HasSubstr("2 error depth")));
+    EXPECT_THAT(Found(nested(63)),
+                ElementsAre(testing::HasSubstr("2 error refused: nested too deeply")));
     EXPECT_EQ(Found(nested(100000)).size(), 1u) << "the reader of the check does not recurse";
+
+    const struct {
+        std::string part;
+        bool isRefused;
+    } rows[] = {
+        {Widget("QTableWidget", Tag("4") + Property("rowCount", "number", "1000")), false},
+        {Widget("QTableWidget", Tag("4") + Property("rowCount", "number", "2000000000")), true},
+        {Widget("QTreeWidget", Tag("4") + Property("columnCount", "double", "2e9")), true},
+        {Widget("QTreeWidget", Tag("4") + Property("columnCount", "double", "nan")), true},
+        {"<layout class=\"QGridLayout\"><item row=\"2000000000\" column=\"1\"/></layout>", true},
+        {"<layout class=\"QGridLayout\"><item row=\"0\" colspan=\"1001\"/></layout>", true},
+    };
+    for (const auto& row : rows) {
+        const Lines found = Found(File("QDialog", {kOkAndCancel, row.part}));
+        EXPECT_EQ(found.size(), row.isRefused ? 1u : 0u) << row.part;
+        if (row.isRefused && !found.empty()) {
+            EXPECT_TRUE(found[0].starts_with("3 error refused")) << found[0];
+        }
+    }
 }
 
 TEST(UiCheck, OtherFilesAreNamedWithTheirLine) {

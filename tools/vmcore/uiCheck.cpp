@@ -8,6 +8,9 @@
 #include <string>
 #include <utility>
 
+#include <QtCore/QByteArray>
+
+#include "controls/interfaceLimits.h"
 #include "uiReader.h"
 
 namespace vm::tool {
@@ -66,7 +69,6 @@ private:
     void CheckTag(const UiElement& element);
     void CheckAction(const UiElement& element);
     void CheckDelegate(const UiElement& element);
-    void CheckDepth();
     void CheckNumber(const UiElement& element, int tag);
     void CheckDialogButtons();
     bool NeedsTag(const UiElement& element) const;
@@ -92,17 +94,9 @@ std::vector<Finding> Checker::Check() {
         CheckDelegate(element);
     }
     if (!m_isMenu) CheckDialogButtons();
-    CheckDepth();
     std::stable_sort(m_findings.begin(), m_findings.end(),
                      [](const Finding& a, const Finding& b) { return a.line < b.line; });
     return std::move(m_findings);
-}
-
-void Checker::CheckDepth() {
-    if (m_file.tooDeepLine != 0)
-        Add(m_file.tooDeepLine, Severity::Error, "depth",
-            "more than " + std::to_string(kDeepestUi) +
-                " elements in each other: the library refuses the file");
 }
 
 bool Checker::NeedsTag(const UiElement& element) const {
@@ -167,9 +161,17 @@ void Checker::CheckDialogButtons() {
 UiReport CheckUi(std::string_view bytes) {
     if (bytes.size() > kLargest)
         return {true,
-                {{1, Severity::Error, "size", "more than 4 MB: the library refuses the file"}}};
+                {{1, Severity::Error, "refused",
+                  "more than 4 MB: the library does not load the file"}}};
     const UiFile file = ReadUi(bytes);
-    if (file.trouble.empty()) return {true, Checker(file).Check()};
+    if (file.trouble.empty()) {
+        const InterfaceProblem problem = ProblemOfInterface(
+            QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size())));
+        if (problem.why.empty()) return {true, Checker(file).Check()};
+        return {true,
+                {{static_cast<std::size_t>(problem.line), Severity::Error, "refused",
+                  problem.why + ": the library does not load the file"}}};
+    }
     return {false, {{file.troubleLine, Severity::Error, "no interface file", file.trouble}}};
 }
 

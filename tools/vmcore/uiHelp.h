@@ -12,8 +12,8 @@ MENU_<id>.ui and DLG_<id>.ui. They are read as text: no display is needed.
 constexpr const char* kUiCheckHelp =
     R"(Prints 'FILE:LINE: SEVERITY: KIND: TEXT' for each finding, in the order of the
 lines. A file whose root is a QMenuBar or a QMenu is a menu, any other a dialog.
-  error    tag (no number), depth (more than 64 elements in each other), size (more
-           than 4 MB)
+  error    tag (no number), refused (by the library: more than 4 MB, 64 elements in
+           each other, or 1,000 rows or columns of a table or grid)
   warning  no tag (a control's commands have the number 0, nothing finds it; a
            menu item does nothing), duplicate tag (the first view is found; two
            menu items with different texts send the same command), unknown

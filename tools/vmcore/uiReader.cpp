@@ -65,7 +65,6 @@ void Reader::Begin() {
     const auto tag = m_xml.name();
     if (m_owners.empty() && tag != QLatin1String("ui"))
         return Fail("the root element is <" + tag.toString().toStdString() + ">, not <ui>");
-    if (m_owners.size() == kDeepestUi && m_file.tooDeepLine == 0) m_file.tooDeepLine = Line();
     if (!m_property.empty()) return Value();
     const bool isProperty = tag == QLatin1String("property");
     m_owners.push_back(isProperty ? m_owners.back() : kNobody);

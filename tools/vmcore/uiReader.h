@@ -10,8 +10,6 @@
 
 namespace vm::tool {
 
-constexpr std::size_t kDeepestUi = 64; // elements in each other, as the library's loader has it
-
 struct UiProperty {
     std::size_t line; ///< from 1
     std::string value;
@@ -29,7 +27,6 @@ struct UiElement {
 
 struct UiFile {
     std::vector<UiElement> elements; ///< in the order of the file: the root widget is the first
-    std::size_t tooDeepLine = 0;     ///< of the first element that is too deep for the library
     std::string trouble;             ///< why this is no interface file; empty when it is one
     std::size_t troubleLine = 0;
 };
