@@ -104,26 +104,26 @@ void CDialog::DoDataExchange(CDataExchange* pDX) {
     CWnd::DoDataExchange(pDX);
 }
 
-LRESULT CDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    return vm::Traced(*this, message, wParam, lParam,
-                      [=, this] { return Answer(message, wParam, lParam); });
-}
-
-LRESULT CDialog::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
+static LRESULT Answer(CDialog& dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_INITDIALOG:
-        return OnInitDialog();
+        return dialog.OnInitDialog();
     case WM_CONTEXTMENU:
-        if (reinterpret_cast<HWND>(wParam) != view) return 1; // a click on a control
+        if (reinterpret_cast<HWND>(wParam) != dialog.view) return 1; // a click on a control
         break;
     case WM_COMMAND:
-        if (LOWORD(wParam) == IDOK) return OnOK(), 1;
-        if (LOWORD(wParam) == IDCANCEL) return OnCancel(), 1;
+        if (LOWORD(wParam) == IDOK) return dialog.OnOK(), 1;
+        if (LOWORD(wParam) == IDCANCEL) return dialog.OnCancel(), 1;
         break;
     default:
         break;
     }
-    return CWnd::WindowProc(message, wParam, lParam);
+    return dialog.CWnd::WindowProc(message, wParam, lParam);
+}
+
+LRESULT CDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    return vm::Traced(*this, message, wParam, lParam,
+                      [=, this] { return Answer(*this, message, wParam, lParam); });
 }
 
 CRuntimeClass* CDialog::GetRuntimeClass() const {
