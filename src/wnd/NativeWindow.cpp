@@ -5,8 +5,6 @@
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QCloseEvent>
-#include <QtGui/QGuiApplication>
-#include <QtGui/QScreen>
 #include <QtGui/QWindow>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
@@ -151,55 +149,6 @@ void NativeWindow::ApplySize() {
     m_silent = false;
 }
 
-void NativeWindow::ApplyNativeSize(const QSize& size) {
-    const QSize possible = size.expandedTo(QSize(1, 1));
-    ApplyLimits(possible);
-    resize(possible);
-}
-
-// What binds the user, but never the size that was asked for.
-void NativeWindow::ApplyLimits(const QSize& size) {
-    const bool isFixed = !m_userResizable && minimumSize() == maximumSize();
-    QSize smallest = isFixed ? size : minimumSize().boundedTo(size);
-    QSize largest = isFixed ? size : maximumSize().expandedTo(size);
-    if (m_userResizable) {
-        const QMargins margins = KnownMargins();
-        smallest = m_smallest.shrunkBy(margins).boundedTo(size).expandedTo(QSize(0, 0));
-        largest = QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-        if (m_largest.isValid()) largest = m_largest.shrunkBy(margins).expandedTo(size);
-    }
-    setMinimumSize(smallest);
-    setMaximumSize(largest);
-}
-
-void NativeWindow::SetTrackSizes(const QSize& smallest, const QSize& largest) {
-    m_smallest = smallest;
-    m_largest = largest;
-    ApplyLimits(size());
-}
-
-void NativeWindow::SetOwner(NativeWindow* owner) {
-    m_owner = owner;
-}
-
-// Where a frame like the owner's would be in the middle, on the screen that the owner is on.
-void NativeWindow::PlaceOverOwner() {
-    const bool hasOwner = m_owner && m_owner->isVisible() && !m_owner->isMinimized();
-    winId(); // the toolkit's window
-    if (hasOwner) windowHandle()->setTransientParent(m_owner->windowHandle());
-    const QScreen* const screen = hasOwner ? m_owner->screen() : QGuiApplication::primaryScreen();
-    if (m_style != FrameStyle::Dialog || m_placeAsked || !screen) return;
-    const QRect area = screen->availableGeometry();
-    const QMargins margins = hasOwner ? m_owner->KnownMargins() : QMargins();
-    QRect place(QPoint(), size().grownBy(margins));
-    place.moveCenter(hasOwner ? m_owner->Frame().center() : area.center());
-    place.moveRight(std::min(place.right(), area.right()));
-    place.moveBottom(std::min(place.bottom(), area.bottom()));
-    place.moveLeft(std::max(place.left(), area.left()));
-    place.moveTop(std::max(place.top(), area.top()));
-    MoveFrame(place.topLeft());
-}
-
 void NativeWindow::SetMenuBarShown(bool shown) {
     shown = shown && MenuBarShown(); // a host may have hidden the menu bar of the application
     if (shown == (m_menuBar != nullptr)) return;
@@ -310,14 +259,6 @@ void NativeWindow::ReportChanges() {
     const bool isNews = std::exchange(m_told, m_content->size()) != m_content->size();
     if (m_delegate && (resized || isNews)) m_delegate->windowDidResize();
     if (self && m_delegate && now.topLeft() != before.topLeft()) m_delegate->windowDidMove();
-}
-
-// Nothing tells that the user is about to resize the frame: the object is asked before it can have
-// happened, and again with every step of it.
-void NativeWindow::AskLimits(bool resized) {
-    if (!m_userResizable || !m_delegate || (m_limitsAsked && !resized)) return;
-    m_limitsAsked = true;
-    m_delegate->windowWillStartLiveResize();
 }
 
 // A loop inside a handler may free the window, here and wherever the delegate is told something.

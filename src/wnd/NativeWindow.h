@@ -90,7 +90,7 @@ private:
     const FrameStyle m_style;
     QWidget* m_content;
     QPointer<NativeWindow> m_owner;
-    bool m_userResizable;
+    const bool m_userResizable;
     bool m_limitsAsked = false;
     QSize m_smallest{0, 0}; // of the frame, for the user
     QSize m_largest;        // invalid without a limit
