@@ -11,9 +11,8 @@ constexpr UINT kSaveDelay = 5000; // milliseconds from a change of the settings 
 constexpr int kStatusHeight = 20;
 constexpr int kHexShare = 45; // per cent of the space of list and hex pane
 
-// The frame of the first run, and what title bar and menu bar usually add to the content.
+// The frame of the first run.
 const CRect kStandardPlace(120, 90, 120 + 762, 90 + 604);
-constexpr SIZE kUsualFrame = {2, 44};
 
 // Ctrl+S sends from the panes too. A key is the character, and its native key code shifted by 8.
 constexpr AccelEntry kAccelerators[] = {
@@ -35,12 +34,10 @@ bool IsSame(const CRect& a, const CRect& b) {
 } // namespace
 
 BOOL MainFrame::Open() {
-    m_restorePending = LoadPlace(m_place);
-    m_place = FitOnScreen(m_restorePending ? m_place : kStandardPlace, ScreenRect());
-    CRect content = m_place;
-    content.right -= kUsualFrame.cx;
-    content.bottom -= kUsualFrame.cy;
-    if (!Create("", "Librarian", WS_OVERLAPPEDWINDOW | WS_VISIBLE, content)) return FALSE;
+    m_place = LoadPlace(m_place) ? m_place : kStandardPlace;
+    m_place = FitOnScreen(m_place, ScreenRect());
+    if (!Create("", "Librarian", WS_OVERLAPPEDWINDOW | WS_VISIBLE, m_place)) return FALSE;
+    MoveWindow(m_place); // Create was given the place of the content
     accelTable = kAccelerators;
     MakeParts();
     LayOut();
@@ -136,15 +133,8 @@ void MainFrame::LayOut() {
     Report("sized %d %d", client.right, client.bottom);
 }
 
-// The first report comes when the window manager has put its frame around the window. Before that,
-// MoveWindow cannot know how much of the size is frame.
 void MainFrame::NotePlace() {
     if (!m_made) return;
-    if (m_restorePending) {
-        m_restorePending = false;
-        MoveWindow(m_place);
-        return;
-    }
     CRect place;
     GetWindowRect(place);
     if (IsSame(place, m_place)) return;

@@ -97,8 +97,7 @@ private:
     std::string m_folder;                   // of the last opened bank
     std::vector<std::string> m_folderBanks; // as its menu shows them
     std::vector<Instrument> m_instruments;
-    CRect m_place;                 // of the frame on the screen
-    bool m_restorePending = false; // until the window is where it was in the last run
+    CRect m_place; // of the frame on the screen
     bool m_placeChanged = false;
     bool m_saveScheduled = false;
 

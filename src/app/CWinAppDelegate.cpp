@@ -8,6 +8,7 @@
 #include "app/appState.h"
 #include "app/userDefaults.h"
 #include "controls/menuActions.h"
+#include "core/log.h"
 #include "platform/pathList.h"
 #include "wnd/CWndNSView.h"
 #include "wnd/responder.h"
@@ -56,7 +57,10 @@ bool CWinAppDelegate::openFile(const std::string& name) {
 }
 
 vm::ApplicationDelegate::Reply CWinAppDelegate::applicationShouldTerminate() {
-    if (vm::App().displayDlg) return Reply::Cancel;
+    if (vm::App().displayDlg) {
+        vm::LogText(vm::LogModule::App, "the application does not end while a dialog is open");
+        return Reply::Cancel;
+    }
     CWnd* main = AfxGetMainWnd();
     if (!main) return Reply::Now;
     return main->SendMessage(WM_QUERYCLOSE, 0, 0) == 0 ? Reply::Now : Reply::Cancel;

@@ -81,4 +81,10 @@ int ListItems::Find(int after, const QString& prefix) const {
     return -1;
 }
 
+int ListItems::FindWhole(int after, const QString& text) const {
+    for (int row = after + 1; row >= 0 && row < Count(); ++row)
+        if (*Text(row) == text) return row;
+    return -1;
+}
+
 } // namespace vm

@@ -33,6 +33,8 @@ public:
     /// The first entry after `after` (from the top after the last) that begins with `prefix`,
     /// whatever the case of either; -1 for none.
     int Find(int after, const QString& prefix) const;
+    /// The first row behind `after` with just this text; -1 at the end.
+    int FindWhole(int after, const QString& text) const;
 
 private:
     ListItems(QAbstractItemModel* model, QComboBox* combo, QAbstractItemView* list)

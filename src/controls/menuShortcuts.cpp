@@ -20,6 +20,13 @@ struct Shortcut {
     QAction* item;
 };
 
+// A key press on its way. Presses that follow each other may be at the same address.
+struct Delivery {
+    const QKeyEvent* event = nullptr;
+    quint64 at = 0;
+    bool operator==(const Delivery&) const = default;
+};
+
 class MenuShortcuts : public QObject {
 public:
     explicit MenuShortcuts(QObject* parent) : QObject(parent) {}
@@ -27,6 +34,7 @@ public:
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
 private:
+    bool IsFirstReceiver(const QObject& receiver, const QKeyEvent& event);
     void Rebuild();
     void Collect(QMenu* menu);
     const Shortcut* Find(const QKeyEvent& event);
@@ -35,6 +43,7 @@ private:
     std::unordered_map<int, Shortcut> m_byKey;
     QPointer<QMenu> m_mainMenu; // whose items the table has
     bool m_stale = true;
+    Delivery m_throughWindow; // the last press that came to a native window
 };
 
 constexpr Qt::KeyboardModifiers kMatched =
@@ -113,6 +122,20 @@ bool MenuShortcuts::Act(const QKeyEvent& event) {
     return wasTriggered;
 }
 
+// The user's press comes to the native window, then to the widget that has the focus, and climbs
+// from there until a widget takes it: the item is asked once. A press that a program sends to a
+// widget begins there.
+bool MenuShortcuts::IsFirstReceiver(const QObject& receiver, const QKeyEvent& event) {
+    const Delivery delivery{&event, event.timestamp()};
+    if (receiver.isWindowType()) {
+        m_throughWindow = delivery;
+        return true;
+    }
+    if (!receiver.isWidgetType() || delivery == m_throughWindow) return false;
+    const QWidget* focus = QApplication::focusWidget();
+    return &receiver == focus || !static_cast<const QWidget&>(receiver).isAncestorOf(focus);
+}
+
 bool MenuShortcuts::eventFilter(QObject* receiver, QEvent* event) {
     switch (event->type()) {
     case QEvent::ActionAdded:
@@ -120,9 +143,10 @@ bool MenuShortcuts::eventFilter(QObject* receiver, QEvent* event) {
     case QEvent::ActionRemoved:
         m_stale = true;
         return false;
-    case QEvent::KeyPress:
-        if (!receiver->isWidgetType() && !receiver->isWindowType()) return false;
-        return Act(*static_cast<QKeyEvent*>(event));
+    case QEvent::KeyPress: {
+        const auto& press = *static_cast<QKeyEvent*>(event);
+        return IsFirstReceiver(*receiver, press) && Act(press);
+    }
     default:
         return false;
     }

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include <QtCore/QPointer>
 #include <QtGui/QAction>
 #include <QtWidgets/QMenu>
 
@@ -33,18 +34,26 @@ CWnd* ResponderOrMain() {
     return responder ? responder : AfxGetMainWnd();
 }
 
-UpdateSituation SituationOf(const QMenu* menu, const QAction* item, const CWnd* popupOwner) {
-    return {popupOwner != nullptr,      App().isPluginEnvironment, App().displayDlg,
-            Menus().trackPopupMenu > 0, MenuItemTag(item),         menu->title().toStdString()};
+// The menu's title counts only in a dialog.
+UpdateSituation SituationOf(const QMenu* menu, int tag, const CWnd* popupOwner) {
+    const int dialogs = App().displayDlg;
+    return {popupOwner != nullptr,
+            App().isPluginEnvironment,
+            dialogs,
+            Menus().trackPopupMenu > 0,
+            tag,
+            dialogs > 0 ? menu->title().toStdString() : ""};
 }
 
-// Asks `target` and the windows above it; false when none of them knows the command.
+// Asks `target` and the windows above it; false when none of them knows the command. A handler may
+// end its own window or those above.
 bool AskUpwards(CWnd* target, int id, MacCmdUI& state) {
-    for (CWnd* wnd = target; wnd;) {
+    for (CWnd* wnd = target; wnd && CWndListVerify(wnd);) {
         LRESULT extra = 0;
         if (wnd->OnCmdMsg(static_cast<UINT>(id), 0, &extra,
                           reinterpret_cast<AFX_CMDHANDLERINFO*>(static_cast<CCmdUI*>(&state))))
             return true;
+        if (!CWndListVerify(wnd)) return false;
         CWnd* parent = wnd->GetParent();
         if (parent == wnd) return false;
         wnd = parent;
@@ -62,8 +71,8 @@ void DisableCommand(QAction* item) {
     if (std::strcmp(MenuActionOf(item), "winCmd") == 0) item->setEnabled(false);
 }
 
-void AskForState(QAction* item, CWnd* target) {
-    const int id = MenuItemTag(item);
+// The handler may also take the item out of its menu.
+void AskForState(const QPointer<QAction>& item, int id, CWnd* target) {
     if (id == 0) return;
     BYTE enabled = 0;
     BYTE second = 0;
@@ -71,7 +80,9 @@ void AskForState(QAction* item, CWnd* target) {
     char text[256];
     std::strcpy(text, kNoText);
     MacCmdUI state(id, enabled, second, mark, text);
-    if (!AskUpwards(target, id, state)) return DisableCommand(item);
+    const bool isKnown = AskUpwards(target, id, state);
+    if (!item) return;
+    if (!isKnown) return DisableCommand(item);
     item->setEnabled(enabled != 0);
     SetChecked(item, mark != 0);
     if (std::strcmp(text, kNoText) != 0) item->setText(QString::fromUtf8(text));
@@ -94,7 +105,8 @@ UpdateRule RuleFor(const UpdateSituation& situation) {
 }
 
 void UpdateMenuItem(QMenu* menu, QAction* item, CWnd* popupOwner) {
-    switch (RuleFor(SituationOf(menu, item, popupOwner))) {
+    const int tag = MenuItemTag(item);
+    switch (RuleFor(SituationOf(menu, tag, popupOwner))) {
     case UpdateRule::Leave:
         return;
     case UpdateRule::Enable:
@@ -102,13 +114,13 @@ void UpdateMenuItem(QMenu* menu, QAction* item, CWnd* popupOwner) {
     case UpdateRule::Disable:
         return item->setEnabled(false);
     case UpdateRule::AskPopupOwner:
-        return AskForState(item, popupOwner);
+        return AskForState(item, tag, popupOwner);
     case UpdateRule::AskResponder:
-        if (CWnd* responder = FirstResponder()) AskForState(item, responder);
+        if (CWnd* responder = FirstResponder()) AskForState(item, tag, responder);
         return;
     case UpdateRule::AskResponderOrMain:
         CWnd* target = ResponderOrMain();
-        return target ? AskForState(item, target) : item->setEnabled(false);
+        return target ? AskForState(item, tag, target) : item->setEnabled(false);
     }
 }
 

@@ -54,6 +54,7 @@ void BindTable(CWnd& control, QWidget& view) {
     if (!list || !table) return;
     list->tableView = table;
     if (!vm::ListTable::Of(table) && !table->model()) new vm::ListTable(table);
+    if (vm::ListTable* rows = vm::ListTable::Of(table)) rows->Rows().wnd = list;
 }
 
 } // namespace
@@ -73,7 +74,7 @@ HWND CDataExchange::PrepareEditCtrl(int nIDC) const {
 void DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl) {
     if (!pDX || !pDX->m_pDlgWnd || pDX->m_bSaveAndValidate) return;
     QWidget* view = ItemView(pDX, nIDC);
-    if (view != rControl.view) RemoveControlReference(&rControl);
+    if (!view || GetControlReference(view) != &rControl) RemoveControlReference(&rControl);
     rControl.view = view;
     if (!view) return;
     rControl.parentWnd = pDX->m_pDlgWnd;
@@ -143,7 +144,7 @@ void DDX_LBString(CDataExchange* pDX, int nIDC, CString& value) {
     if (pDX->m_bSaveAndValidate) {
         value = vm::ToMacRomanLossy(items->Text(items->Selected()).value_or(QString())).c_str();
     } else {
-        const int found = items->Find(-1, vm::FromMacRoman(static_cast<const char*>(value)));
+        const int found = items->FindWhole(-1, vm::FromMacRoman(static_cast<const char*>(value)));
         if (found >= 0) items->Select(found);
     }
 }

@@ -4,8 +4,6 @@
 #include <vector>
 
 #include <QtCore/QVariant>
-#include <QtGui/QScreen>
-#include <QtGui/QWindow>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QPushButton>
@@ -162,26 +160,11 @@ void SizeWindow(NativeWindow& window) {
     window.setMaximumSize(limits.most);
 }
 
-void PlaceWindow(NativeWindow& window, const QWidget* over) {
-    const QRect screen = (over ? over->screen() : window.screen())->availableGeometry();
-    QRect place(QPoint(), window.size());
-    place.moveCenter(over ? over->frameGeometry().center() : screen.center());
-    place.moveRight(std::min(place.right(), screen.right()));
-    place.moveBottom(std::min(place.bottom(), screen.bottom()));
-    place.moveLeft(std::max(place.left(), screen.left()));
-    place.moveTop(std::max(place.top(), screen.top()));
-    window.MoveFrame(place.topLeft());
-}
-
-void TakeWindowProperties(NativeWindow& window, QWidget* over) {
+void TakeWindowProperties(NativeWindow& window) {
     const QWidget& content = *window.ContentView();
     window.setWindowTitle(content.windowTitle());
     if (!content.windowIcon().isNull()) window.setWindowIcon(content.windowIcon());
     window.setWindowModality(Qt::ApplicationModal);
-    window.SetEndsProgram(false);
-    window.winId(); // only a native window stays in front of another
-    if (over && over->windowHandle())
-        window.windowHandle()->setTransientParent(over->windowHandle());
 }
 
 // The button that Return clicks is drawn so.
@@ -205,9 +188,10 @@ std::unique_ptr<CWndWindowController> LoadDialogWindow(const std::string& name, 
     }
     load.WireControls(controller.get(), controller.get());
     MarkDefaultButton(*window->ContentView());
-    TakeWindowProperties(*window, over);
+    TakeWindowProperties(*window);
     SizeWindow(*window);
-    PlaceWindow(*window, over);
+    window->SetOwner(over);
+    window->PlaceOverOwner();
     return controller;
 }
 

@@ -66,6 +66,7 @@ bool NativeApplication::Prepare(int argc, char** argv) {
 int NativeApplication::Main(int argc, char** argv, ApplicationDelegate* delegate) {
     if (!Prepare(argc, argv)) return 1;
     m_terminating = false;
+    m_windowClosed = false;
     m_delegate = delegate;
     AtEventBoundary([&] { Launch(); });
     RethrowKept();
@@ -73,6 +74,8 @@ int NativeApplication::Main(int argc, char** argv, ApplicationDelegate* delegate
         Log(LogModule::Platform, "no application object and no window: nothing to run");
         return 1;
     }
+    // A program that is one dialog has shown it by now: nobody could reach it any more.
+    if (m_windowClosed && m_windows.empty()) AtEventBoundary([this] { Terminate(); });
     Run();
     return 0;
 }
@@ -112,6 +115,7 @@ void NativeApplication::AddWindow(NativeWindow* window) {
 void NativeApplication::RemoveWindow(NativeWindow* window) {
     m_windows.erase(std::remove(m_windows.begin(), m_windows.end(), window), m_windows.end());
     if (m_mainWindow == window) m_mainWindow = nullptr;
+    m_windowClosed = true;
 }
 
 NativeWindow* NativeApplication::MainWindow() const {

@@ -64,7 +64,8 @@ private:
     NativeWindow* m_mainWindow = nullptr;
     ApplicationDelegate* m_delegate = nullptr;
     bool m_terminating = false;
-    bool m_asking = false; // the delegate is being asked whether to terminate
+    bool m_windowClosed = false; // some window is gone again
+    bool m_asking = false;       // the delegate is being asked whether to terminate
 };
 
 } // namespace vm

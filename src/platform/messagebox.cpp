@@ -72,10 +72,12 @@ bool Unattended() {
            !qobject_cast<QApplication*>(QCoreApplication::instance());
 }
 
-// The owner is a caller's word: it is only believed when it is a live widget.
+// The owner is a caller's word: it is only believed when it is a live widget. The window must be
+// visible, too: one that was destroyed is hidden at once and freed later, and the box with it.
 QWidget* LiveOwner(HWND owner) {
-    if (owner && QApplication::allWidgets().contains(owner)) return owner->window();
-    return nullptr;
+    if (!owner || !QApplication::allWidgets().contains(owner)) return nullptr;
+    QWidget* window = owner->window();
+    return window->isVisible() ? window : nullptr;
 }
 
 struct BoxRequest {

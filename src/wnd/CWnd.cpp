@@ -172,6 +172,7 @@ BOOL CWnd::CreateChild(CREATESTRUCT& cs) {
     cs.x -= parentWnd->childOriginX;
     cs.y -= parentWnd->childOriginY;
     if (!HasApplication()) return FALSE;
+    if (cs.hwndParent && !vm::IsLiveView(cs.hwndParent)) return FALSE;
     view = new CWndView(cs, this);
     style = cs.style;
     SetControlReference(view, this);
@@ -238,12 +239,15 @@ void CWnd::DestroyTopLevel() {
     nsWindow = nullptr;
     view = nullptr;
     SetWRefCon(window, nullptr);
-    // A window that the user is closing hides by itself; the pieces are freed the same way.
-    window->Dispose();
+    const QPointer<QWidget> alive = window;
+    // A window that the user is closing hides by itself; the pieces are freed the same way. Hosts ask
+    // its controls for their last values in WM_DESTROY.
+    window->Leave();
     const CWinApp* app = vm::App().MainApp;
     if (app && app->m_pMainWnd == this) AfxSetMainWnd(nullptr);
-    WindowProc(WM_DESTROY, 0, 0);
+    if (CWndListVerify(this)) WindowProc(WM_DESTROY, 0, 0);
     RemoveControlReference(static_cast<void*>(window));
+    if (alive) window->Dispose();
 }
 
 void CWnd::DestroyChild() {

@@ -40,15 +40,15 @@ int Corrected(int value, int tooSmall, int instead, const char* text) {
 
 void CWnd::GetWindowRect(RECT* rect) const {
     if (!rect) return;
-    if (!view) {
-        const QRect screen = vm::VirtualScreen();
-        *rect = {screen.left(), 0, screen.left() + screen.width(), screen.height()};
-    } else if (nsWindow) {
+    const QRect screen = vm::VirtualScreen();
+    *rect = {screen.left(), 0, screen.left() + screen.width(), screen.height()};
+    if (!view) return;
+    if (nsWindow) {
         *rect = RectOf(nsWindow->Frame());
         const QSize bars = vm::ScrollBarSpace(*this);
         rect->right -= bars.width();
         rect->bottom -= bars.height();
-    } else {
+    } else if (vm::IsLiveView(view)) {
         const double scale = vm::ScaleOf(*this);
         ::GetWindowRect(view, rect);
         rect->right = rect->left + vm::ToHost(rect->right - rect->left, scale);
@@ -124,7 +124,7 @@ void CWnd::OrderAfter(const CWnd& other) {
         nsWindow->raise();
     else if (&other == &wndBottom)
         nsWindow->lower();
-    else if (other.nsWindow) {
+    else if (CWndListVerify(&other) && other.nsWindow) { // a message above may have ended it
         // The toolkit cannot put a window below another: both come to the front, the other last.
         nsWindow->raise();
         other.nsWindow->raise();
@@ -156,7 +156,7 @@ namespace {
 // A view of a window object with a scale counts in larger pixels; one without a window has no place
 // from left to right.
 double ScaleOfView(HWND window) {
-    const CWnd* const wnd = GetControlReference(window);
+    const CWnd* const wnd = vm::ObjectOf(window);
     return wnd ? vm::ScaleOf(*wnd) : 1.0;
 }
 

@@ -128,10 +128,15 @@ void winMessage::run() {
     if (cWnd && MayBeDelivered()) lResult = cWnd->WindowProc(message, wParam, lParam);
 }
 
+// A handler may have deleted the object. The scratch window is in no list.
+static bool IsGone(const CWnd* wnd) {
+    return !CWndListVerify(wnd) && wnd != getTempWnd(true);
+}
+
 LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     return vm::Traced(*this, message, wParam, lParam, [=, this]() -> LRESULT {
         LRESULT result = 0;
-        if (OnWndMsg(message, wParam, lParam, &result)) return result;
+        if (OnWndMsg(message, wParam, lParam, &result) || IsGone(this)) return result;
         return DefWindowProc(message, wParam, lParam);
     });
 }
@@ -150,6 +155,7 @@ BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
             return TRUE;
         }
     }
+    if (message == WM_COMMAND && IsGone(this)) return TRUE; // ended by the control
     const int answer = MessageMap(static_cast<int>(message), wParam, lParam);
     *result = answer;
     // Only the low byte says "handled": hosts' maps answer with 8-bit truth values.

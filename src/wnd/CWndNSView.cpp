@@ -19,6 +19,7 @@
 #include "platform/PaintTarget.h"
 #include "platform/eventboundary.h"
 #include "platform/messagebox.h"
+#include "wnd/CWndWindowController.h"
 #include "wnd/accessibleView.h"
 #include "wnd/dropFiles.h"
 #include "wnd/heldViews.h"
@@ -84,7 +85,7 @@ void CWndView::ReportFrame(const QRect& before) {
     const QPointer<CWndView> self = this;
     m_reported = size();
     vm::LayOutScrollBars(*wnd); // a hidden view is not told of its new size yet
-    const QSize client = vm::ClientSizeOf(*wnd);
+    const QSize client = vm::ClientSizeOf(*wnd, *this);
     wnd->WindowProc(WM_SIZE, 2, MAKELPARAM(client.width(), client.height()));
     if (self && wnd && pos() != before.topLeft()) wnd->WindowProc(WM_MOVE, 0, MAKELPARAM(x(), y()));
 }
@@ -94,7 +95,7 @@ void CWndView::ReportFrame(const QRect& before) {
 void CWndView::resizeEvent(QResizeEvent*) {
     if (!wnd || initMode || m_inSetFrame || size() == m_reported) return;
     m_reported = size();
-    const QSize client = vm::ClientSizeOf(*wnd);
+    const QSize client = vm::ClientSizeOf(*wnd, *this);
     const vm::HeldViews held; // a layout goes on with the view
     vm::AtEventBoundary(
         [&] { wnd->WindowProc(WM_SIZE, 2, MAKELPARAM(client.width(), client.height())); });
@@ -231,6 +232,8 @@ void CWndView::PressKey(const QKeyEvent& event) {
     const QPointer<CWndView> self = this;
     if (vm::KeyPressed(*this, vm::RecordOf(event, *this)) || !self || !wnd) return;
     if (vm::AsksForContextMenu(event)) AskForContextMenu(mapToGlobal(rect().center()));
+    if (auto* dialog = self ? CWndWindowController::Of(window()) : nullptr)
+        if (dialog->TakeKey(event)) return;
     const vm::FocusStep step = vm::FocusStepOf(event);
     if (step == vm::FocusStep::None || !self || !(focusPolicy() & Qt::TabFocus)) return;
     focusNextPrevChild(step == vm::FocusStep::Next);

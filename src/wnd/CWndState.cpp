@@ -94,6 +94,11 @@ BOOL CWnd::ModifyStyleEx(DWORD, DWORD, UINT) {
     return TRUE;
 }
 
+// A view without a parent would become a window of the desktop.
+static void ShowView(QWidget& view, bool show) {
+    if (view.parentWidget() || !show) view.setVisible(show);
+}
+
 BOOL CWnd::ShowWindow(int show) {
     if (!view) return FALSE;
     vm::Guarded(vm::LogModule::Wnd, "CWnd::ShowWindow()", [&] {
@@ -101,11 +106,12 @@ BOOL CWnd::ShowWindow(int show) {
         if (nsWindow)
             ShowTopLevel(*nsWindow, show);
         else if (show == SW_HIDE || show == SW_SHOW)
-            vm::LiveView(view).setVisible(show == SW_SHOW);
+            ShowView(vm::LiveView(view), show == SW_SHOW);
         vm::WindowState& windows = vm::Windows();
         if (show == SW_HIDE && windows.ActiveWnd == this) windows.ActiveWnd = nullptr;
     });
-    WindowProc(WM_SHOWWINDOW, show == SW_SHOW, 0);
+    // Hiding takes the focus away, which may have ended it.
+    if (CWndListVerify(this)) WindowProc(WM_SHOWWINDOW, show == SW_SHOW, 0);
     return TRUE;
 }
 

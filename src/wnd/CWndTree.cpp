@@ -74,7 +74,7 @@ CWnd* CWnd::GetWindow(UINT which) {
     if (which != 0 || !vm::IsLiveView(view)) return nullptr;
     for (QObject* child : view->children())
         if (auto* childView = qobject_cast<QWidget*>(child))
-            if (CWnd* wnd = GetControlReference(childView)) return wnd;
+            if (CWnd* wnd = vm::ObjectOf(childView)) return wnd;
     return nullptr;
 }
 
@@ -85,12 +85,16 @@ UINT CWnd::CreateUniqueID(CWnd*, int) {
 
 CWnd* CWnd::GetDlgItem(int id) {
     if (!view) return nullptr;
+    const HWND root = view; // this may be the scratch window itself
     CWnd* scratch = getTempWnd(false);
+    scratch->view = nullptr;
     return vm::Guarded(vm::LogModule::Wnd, "CWnd::GetDlgItem()", scratch, [&] {
-        QWidget* item = FindItem(vm::LiveView(view), id);
-        if (CWnd* known = item ? GetControlReference(item) : nullptr) return known;
-        QWidget* named = DirectChildNamed(*view, vm::Format("%d", id));
-        if (CWnd* known = named ? GetControlReference(named) : nullptr) return known;
+        QWidget* item = FindItem(vm::LiveView(root), id);
+        CWnd* known = item ? GetControlReference(item) : nullptr;
+        if (known && known != scratch) return known;
+        QWidget* named = DirectChildNamed(*root, vm::Format("%d", id));
+        known = named ? GetControlReference(named) : nullptr;
+        if (known && known != scratch) return known;
         scratch->view = item;
         return scratch;
     });

@@ -184,10 +184,15 @@ void NativeWindow::OrderOut() {
     hide();
 }
 
-void NativeWindow::Dispose() {
-    if (m_closing) return;
-    m_closing = true;
+void NativeWindow::Leave() {
+    if (std::exchange(m_closing, true)) return;
     NativeApplication::Shared().RemoveWindow(this);
+    hide();
+}
+
+void NativeWindow::Dispose() {
+    Leave();
+    if (std::exchange(m_disposed, true)) return;
     DisposeOfView(this);
     if (m_endsProgram) EndWithLastWindow();
 }

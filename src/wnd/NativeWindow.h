@@ -44,7 +44,9 @@ public:
 
     /// Before the first show: the window stays in front of its owner, and a dialog appears over the
     /// middle of it (of the screen without one), unless it was moved before.
-    void SetOwner(NativeWindow* owner);
+    void SetOwner(QWidget* owner);
+    /// Does that now, for a dialog that its host may still move.
+    void PlaceOverOwner();
 
     /// Whether the program ends when this was its last window, as it does at first: a dialog's end
     /// is not the program's.
@@ -57,7 +59,9 @@ public:
 
     void OrderFront(bool activate);
     void OrderOut();
-    /// Hides it at once and frees it when control is back in the event loop.
+    /// Takes it off the screen; its views still answer.
+    void Leave();
+    /// The same, and frees it when control is back in the event loop.
     void Dispose();
 
 protected:
@@ -79,7 +83,6 @@ private:
     void ApplyNativeSize(const QSize& size);
     void ApplyLimits(const QSize& size);
     void AskLimits(bool resized);
-    void PlaceOverOwner();
     void ScheduleReport();
     void ReportChanges();
     void Expect();
@@ -89,7 +92,7 @@ private:
 
     const FrameStyle m_style;
     QWidget* m_content;
-    QPointer<NativeWindow> m_owner;
+    QPointer<QWidget> m_owner;
     const bool m_userResizable;
     bool m_limitsAsked = false;
     QSize m_smallest{0, 0}; // of the frame, for the user
@@ -107,6 +110,7 @@ private:
     bool m_silent = false; // inside a request of ours
     bool m_reportPending = false;
     bool m_closing = false;
+    bool m_disposed = false;
     bool m_endsProgram = true;
     bool m_isKey = false; // told that it has the focus, and not yet that it lost it
 };

@@ -38,7 +38,7 @@ void NativeWindow::SetTrackSizes(const QSize& smallest, const QSize& largest) {
     ApplyLimits(size());
 }
 
-void NativeWindow::SetOwner(NativeWindow* owner) {
+void NativeWindow::SetOwner(QWidget* owner) {
     m_owner = owner;
 }
 
@@ -46,13 +46,14 @@ void NativeWindow::SetOwner(NativeWindow* owner) {
 void NativeWindow::PlaceOverOwner() {
     const bool hasOwner = m_owner && m_owner->isVisible() && !m_owner->isMinimized();
     winId(); // the toolkit's window
-    if (hasOwner) windowHandle()->setTransientParent(m_owner->windowHandle());
+    QWindow* const ownerWindow = hasOwner ? m_owner->windowHandle() : nullptr;
+    if (ownerWindow) windowHandle()->setTransientParent(ownerWindow);
     const QScreen* const screen = hasOwner ? m_owner->screen() : QGuiApplication::primaryScreen();
     if (m_style != FrameStyle::Dialog || m_placeAsked || !screen) return;
     const QRect area = screen->availableGeometry();
-    const QMargins margins = hasOwner ? m_owner->KnownMargins() : QMargins();
+    const QMargins margins = ownerWindow ? ownerWindow->frameMargins() : QMargins();
     QRect place(QPoint(), size().grownBy(margins));
-    place.moveCenter(hasOwner ? m_owner->Frame().center() : area.center());
+    place.moveCenter(hasOwner ? m_owner->frameGeometry().center() : area.center());
     place.moveRight(std::min(place.right(), area.right()));
     place.moveBottom(std::min(place.bottom(), area.bottom()));
     place.moveLeft(std::max(place.left(), area.left()));

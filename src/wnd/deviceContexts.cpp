@@ -7,6 +7,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtGui/QBackingStore>
+#include <QtGui/QImage>
 
 #include <vmcore/gdi/CDC.h>
 #include <vmcore/wnd/CWnd.h>
@@ -85,12 +86,19 @@ QPaintDevice* ImageBehind(const QWidget& window) {
 }
 
 GraphicsContext* Kept(GraphicsContext* context, QWidget& view) {
-    const CWnd* const wnd = GetControlReference(&view);
+    const CWnd* const wnd = ObjectOf(&view);
     const double scale = wnd ? ScaleOf(*wnd) : 1.0;
     if (scale != 1.0) context->Scale(scale, scale);
     State().contexts.push_back(context);
     EndWhenLoopRuns();
     return context;
+}
+
+// For a view that is not on the screen: hosts measure texts with it before it is.
+GraphicsContext* ContextOfNowhere(QWidget& view) {
+    static auto* const s_image = new QImage(1, 1, QImage::Format_RGB32);
+    static auto* const s_target = new auto(std::make_shared<PaintTarget>(s_image));
+    return Kept(GraphicsContext::ForView(*s_target, QPoint(), QRegion()), view);
 }
 
 } // namespace
@@ -123,7 +131,7 @@ CurrentPaint* CurrentPaint::OfView(const QWidget* view) {
 GraphicsContext* ContextOutsidePaint(QWidget& view) {
     QWidget& window = *view.window();
     const QRegion visible = view.visibleRegion();
-    if (visible.isEmpty()) return nullptr;
+    if (visible.isEmpty()) return ContextOfNowhere(view);
     const QPoint origin = view.mapTo(&window, QPoint());
     if (const CurrentPaint* paint = CurrentPaint::Of(&window)) {
         const QPoint shift = origin - paint->View()->mapTo(&window, QPoint());
@@ -131,10 +139,22 @@ GraphicsContext* ContextOutsidePaint(QWidget& view) {
                     view);
     }
     QPaintDevice* const device = ImageBehind(window);
-    if (!device) return nullptr;
+    if (!device) return ContextOfNowhere(view);
     Outside& outside = Begin(window, device);
     outside.drawn += visible.translated(origin);
     return Kept(GraphicsContext::ForView(outside.target, origin, visible.translated(origin)), view);
+}
+
+static void EndContextOutside(GraphicsContext* context) {
+    std::vector<GraphicsContext*>& contexts = State().contexts;
+    const auto found = std::find(contexts.begin(), contexts.end(), context);
+    if (found == contexts.end()) return; // of a paint
+    if (contexts.size() == 1 && !CurrentPaint::Innermost()) return EndDrawingOutside();
+    contexts.erase(found);
+    context->Release();
+    for (const Outside& outside : State().windows)
+        if (outside.window && ImageBehind(*outside.window))
+            outside.window->backingStore()->flush(outside.drawn);
 }
 
 void EndDrawingOutside() {
@@ -165,22 +185,17 @@ CDC* CWnd::GetWindowDC() {
 
 BOOL CWnd::ReleaseDC(CDC* dc) {
     if (!dc) return FALSE;
+    const HDC context = dc->Detach();
     delete dc;
-    if (!vm::CurrentPaint::Innermost()) vm::EndDrawingOutside();
+    vm::EndContextOutside(context);
     return TRUE;
 }
 
 HDC GetDC(HWND window) {
     if (!vm::IsLiveView(window)) return nullptr;
-    CWnd* known = GetControlReference(window);
-    CWnd wrapper;
-    if (!known) wrapper.view = window;
-    CDC* const dc = (known ? known : &wrapper)->GetDC();
-    wrapper.view = nullptr;
-    if (!dc) return nullptr;
-    const HDC handle = dc->Detach();
-    delete dc;
-    return handle;
+    CDC dc;
+    dc.Attach(vm::ContextOutsidePaint(*window));
+    return dc.Detach();
 }
 
 int ReleaseDC(HWND, HDC) {

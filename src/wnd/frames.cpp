@@ -44,8 +44,7 @@ BOOL CFrameWnd::Create(const char* className, const char* windowName, DWORD fram
     PreCreateWindow(cs);
     parentWnd = parent;
     style = frameStyle;
-    CreateLWindow(&cs, this);
-    return view != nullptr;
+    return CreateLWindow(&cs, this) != nullptr;
 }
 
 CString CFrameWnd::GetTitle() const {
@@ -106,16 +105,8 @@ CRuntimeClass* CMiniFrameWnd::GetRuntimeClass() const {
 namespace {
 
 // GetWindow(0): the first child view that belongs to a window object.
-CWnd* FirstChild(const CWnd& frame) {
-    if (!frame.view) return nullptr;
-    for (QObject* child : frame.view->children())
-        if (auto* view = qobject_cast<QWidget*>(child))
-            if (CWnd* wnd = GetControlReference(view)) return wnd;
-    return nullptr;
-}
-
-BOOL ForwardCommand(const CWnd& frame, WPARAM wParam, LPARAM lParam) {
-    CWnd* target = FirstChild(frame);
+BOOL ForwardCommand(CWnd& frame, WPARAM wParam, LPARAM lParam) {
+    CWnd* target = frame.GetWindow(0);
     return target ? static_cast<BOOL>(target->SendMessage(WM_COMMAND, wParam, lParam)) : FALSE;
 }
 

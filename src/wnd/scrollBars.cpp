@@ -149,11 +149,11 @@ QSize ScrollBarSpace(const CWnd& wnd) {
             IsShown(wnd.hScrollView) ? kScrollBarWidth : 0};
 }
 
-QSize ClientSizeOf(const CWnd& wnd) {
+QSize ClientSizeOf(const CWnd& wnd, const QWidget& view) {
     const double scale = ScaleOf(wnd);
     const QSize bars = ScrollBarSpace(wnd);
-    return QSize(ToHost(wnd.view->width(), scale) - bars.width(),
-                 ToHost(wnd.view->height(), scale) - bars.height())
+    return QSize(ToHost(view.width(), scale) - bars.width(),
+                 ToHost(view.height(), scale) - bars.height())
         .expandedTo(QSize(0, 0));
 }
 

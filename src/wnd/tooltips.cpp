@@ -67,7 +67,7 @@ private:
     };
 
     bool Show(QWidget& view, const QHelpEvent& event) const {
-        const CWnd* const wnd = GetControlReference(&view);
+        const CWnd* const wnd = ObjectOf(&view);
         const double scale = wnd ? ScaleOf(*wnd) : 1.0;
         const int x = ToHost(event.x(), scale);
         const int y = ToHost(event.y(), scale);

@@ -10,6 +10,7 @@
 #include "wnd/CWndNSView.h"
 #include "wnd/keyCodes.h"
 #include "wnd/viewScaling.h"
+#include "wnd/views.h"
 #include "wnd/windowState.h"
 
 namespace vm {
@@ -74,7 +75,7 @@ struct Target {
 Target TargetOf(CWndView& view, const MouseRecord& mouse) {
     const HWND capture = Windows().CaptureWnd;
     if (capture && capture != &view) {
-        if (CWnd* wnd = GetControlReference(capture)) {
+        if (CWnd* wnd = ObjectOf(capture)) {
             POINT point{mouse.screenX, mouse.screenY};
             ScreenToClient(capture, &point);
             return {wnd, MAKELPARAM(point.x, point.y), true};
@@ -103,7 +104,7 @@ MSG CharacterMessage(CWndView& view, const KeyRecord& key, int code) {
 // Asks the objects from the view's up to the top: a translation or an accelerator ends the key.
 bool Translated(CWndView& view, MSG& record) {
     const View self = &view;
-    for (CWnd* wnd = view.wnd; wnd && wnd->view; wnd = wnd->parentWnd) {
+    for (CWnd* wnd = view.wnd; CWndListVerify(wnd) && wnd->view; wnd = wnd->parentWnd) {
         if (wnd->PreTranslateMessage(&record) || !CWndListVerify(wnd)) return true;
         if (!self || !view.wnd) return true; // ended by its own translation
         if (wnd->accelTable && TranslateAccelerator(wnd->view, wnd->accelTable, &record))

@@ -79,6 +79,11 @@ QWidget* FindViewWithTag(const QWidget* root, int tag) {
     return nullptr;
 }
 
+CWnd* ObjectOf(QWidget* view) {
+    const auto* own = ViewExists(view) ? dynamic_cast<const CWndView*>(view) : nullptr;
+    return own && own->wnd ? own->wnd : GetControlReference(view);
+}
+
 NSWindow* WindowOf(const QWidget* view) {
     return view ? dynamic_cast<NativeWindow*>(view->window()) : nullptr;
 }

@@ -14,6 +14,9 @@ int TagOf(const QWidget* view);
 void SetTagOf(QWidget* view, int tag);
 /// The first descendant with this tag, parents before children; null when there is none.
 QWidget* FindViewWithTag(const QWidget* root, int tag);
+/// The object of a view: the one that a view of ours was made for, else the first that is bound. A
+/// message to a bare handle puts the scratch window in front of the bindings.
+CWnd* ObjectOf(QWidget* view);
 /// The native window that holds the view; null for a view outside of one.
 NSWindow* WindowOf(const QWidget* view);
 /// The view is the content view of its window.

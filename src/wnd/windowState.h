@@ -14,7 +14,7 @@ struct WindowState {
     CWnd* pluginHost = nullptr;          // its view is never taken from its parent
     CWnd* lastCreatedCWnd = nullptr;
     CWnd* lastMainWindow = nullptr; // remembered between "resigned" and "became main"
-    bool RMBUp = false;               // the last left press counted as a right one
+    bool RMBUp = false;             // the last left press counted as a right one
     int redirectedReleases = 0;
     int paints = 0; // WM_PAINT in progress, one inside the other
 };

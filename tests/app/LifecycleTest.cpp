@@ -276,12 +276,15 @@ TEST(Application, FixedAnswers) {
 }
 
 TEST(ApplicationDelegate, AboutGoesToTheApplicationUnlessADialogIsUp) {
+    LogCapture log;
     CountingApp app;
     CWinAppDelegate& delegate = CWinAppDelegate::Shared();
     vm::App().displayDlg = 1;
     delegate.about();
     EXPECT_EQ(app.aboutId, 0);
+    log.Ignore();
     EXPECT_EQ(delegate.applicationShouldTerminate(), CWinAppDelegate::Reply::Cancel);
+    EXPECT_THAT(log.TakeLog(), ElementsAre("the application does not end while a dialog is open"));
     vm::App().displayDlg = 0;
     delegate.about();
     EXPECT_EQ(app.aboutId, 0xE140);

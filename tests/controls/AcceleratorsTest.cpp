@@ -56,7 +56,8 @@ TEST(TranslateAccelerator, SendsTheCommandToTheObjectOfTheHandle) {
     LogCapture log;
     RecordingWnd wnd;
     wnd.Open();
-    const AccelEntry table[] = {{77, kKeyF, 0, 0, 0}, {-1, 0, 0, 0, 0}};
+    const AccelEntry entries[] = {{77, kKeyF, 0, 0, 0}, {-1, 0, 0, 0, 0}};
+    const HACCEL table = entries;
     MSG press{wnd.view, WM_CHAR, 'f', 0x030000, 0, {}};
     EXPECT_TRUE(TranslateAccelerator(wnd.view, table, &press));
     EXPECT_THAT(wnd.commands, testing::ElementsAre(77));

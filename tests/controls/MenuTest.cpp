@@ -59,11 +59,11 @@ void PrintTo(const FlagCase& row, std::ostream* out) {
 }
 
 const FlagCase kFlagCases[] = {
-    {"AppendMenu without flags", false, 0, true, false},
+    {"AppendMenu without flags", false, MF_ENABLED | MF_UNCHECKED, true, false},
     {"AppendMenu disabled", false, MF_DISABLED, false, false},
     {"AppendMenu grayed", false, MF_GRAYED, false, false},
     {"AppendMenu checked", false, MF_CHECKED, true, true},
-    {"InsertMenu without flags", true, 0, false, false},
+    {"InsertMenu without flags", true, MF_ENABLED | MF_UNCHECKED, false, false},
     {"InsertMenu enabled", true, MF_ENABLED_INSERT, true, false},
     {"InsertMenu grayed and enabled", true, MF_GRAYED | MF_ENABLED_INSERT, true, false},
     {"InsertMenu checked", true, MF_CHECKED, false, true},
@@ -163,7 +163,7 @@ TEST_F(Menu, NativeMenuGoesWithItsLastHolder) {
     auto inner = std::make_unique<CMenu>();
     inner->CreatePopupMenu();
     const QPointer<QMenu> sub = inner->GetSafeHmenu();
-    m_menu.AppendMenu(MF_POPUP, reinterpret_cast<std::uintptr_t>(sub.data()), "Sub");
+    m_menu.AppendMenu(MF_POPUP, reinterpret_cast<std::uintptr_t>(inner->m_hMenu), "Sub");
     inner.reset();
     RunFor(std::chrono::milliseconds(1));
     ASSERT_TRUE(sub) << "the menu that shows it keeps it";
@@ -227,7 +227,7 @@ TEST_F(Menu, TrackedPopupAsksItsOwnerAndTellsItTheEnd) {
         PressKey(QApplication::activePopupWidget(), Qt::Key_Down);
         PressKey(QApplication::activePopupWidget(), Qt::Key_Return);
     });
-    EXPECT_TRUE(m_menu.TrackPopupMenu(0, 100, 100, &owner));
+    EXPECT_TRUE(m_menu.TrackPopupMenu(TPM_RIGHTALIGN | TPM_RETURNCMD, 100, 100, &owner));
     EXPECT_EQ(tracked, 1);
     EXPECT_EQ(vm::Menus().trackPopupMenu, 0);
     EXPECT_THAT(enabled, ElementsAre(true, false, false));

@@ -1,9 +1,11 @@
 #include "controls/menuUpdate.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QPointer>
 #include <QtGui/QAction>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMessageBox>
@@ -18,6 +20,11 @@
 
 using testing::ElementsAre;
 using vm::UpdateRule;
+
+// A press as the window system reports it, to the native window; exported for tests.
+Q_GUI_EXPORT void qt_handleKeyEvent(QWindow* window, QEvent::Type type, int key,
+                                    Qt::KeyboardModifiers modifiers, const QString& text,
+                                    bool isRepeated, ushort count);
 
 namespace {
 
@@ -36,6 +43,20 @@ std::vector<int> s_chosen;
 void NoteChoice(QAction* item) {
     s_chosen.push_back(vm::MenuItemTag(item));
 }
+
+// Ends itself and the item when it is asked, and gives no answer.
+class EndingWnd : public CWnd {
+public:
+    explicit EndingWnd(QAction* item) : m_item(item) {}
+    BOOL OnCmdMsg(UINT, int, void*, AFX_CMDHANDLERINFO*) override {
+        delete m_item;
+        delete this;
+        return FALSE;
+    }
+
+private:
+    QAction* m_item;
+};
 
 // A pop-up menu's items are asked of a child window in a window.
 class MenuUpdate : public testing::Test {
@@ -152,6 +173,16 @@ TEST_F(MenuUpdate, FocusedWindowIsAskedAlsoAfterAMessageToItsBareHandle) {
     EXPECT_TRUE(item->isEnabled());
 }
 
+TEST_F(MenuUpdate, HandlerMayEndItsWindowAndTheItem) {
+    bool wasAskedAbove = false;
+    m_window.updates[5] = [&](CCmdUI&) { wasAskedAbove = true; };
+    const QPointer<QAction> item = Append(5);
+    auto* ending = new EndingWnd(item);
+    ending->Create("", "", WS_VISIBLE, RECT{0, 0, 10, 10}, &m_window, 8);
+    vm::UpdateMenuItem(&m_menu, item, ending);
+    EXPECT_FALSE(item || wasAskedAbove);
+}
+
 TEST_F(MenuUpdate, HandlerThatDoesNotEnableDisables) {
     m_child.updates[5] = [](CCmdUI&) {};
     QAction* item = Append(5);
@@ -236,6 +267,32 @@ TEST_F(MenuShortcuts, DisabledItemLeavesTheKeyAlone) {
     vm::App().displayDlg = 1;
     PressKey(m_window.view, Qt::Key_D, Qt::ControlModifier);
     vm::App().displayDlg = 0;
+    EXPECT_TRUE(s_chosen.empty());
+}
+
+TEST_F(MenuShortcuts, OnePressAsksOnceHoweverFarTheKeyClimbs) {
+    Append(5, "Ctrl+D");
+    vm::SetMainMenu(&m_main);
+    RecordingWnd child;
+    child.Open(&m_window);
+    int asked = 0;
+    child.updates[5] = [&](CCmdUI& state) {
+        ++asked;
+        state.Enable(false);
+    };
+    QCheckBox box(child.view); // does nothing with the key
+    box.show();
+    QWidget* window = box.window();
+    window->activateWindow();
+    box.setFocus();
+    ASSERT_TRUE(RunUntil([&] { return box.hasFocus(); }));
+    for (int press = 1; press <= 2; ++press) {
+        qt_handleKeyEvent(window->windowHandle(), QEvent::KeyPress, Qt::Key_D, Qt::ControlModifier,
+                          {}, false, 1);
+        EXPECT_EQ(asked, press);
+    }
+    PressKey(&box, Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(asked, 3) << "sent to the widget itself";
     EXPECT_TRUE(s_chosen.empty());
 }
 

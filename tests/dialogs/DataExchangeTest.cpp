@@ -134,6 +134,10 @@ TEST_F(DataExchange, ListsByIndexAndByText) {
     text = "Y";
     DDX_LBString(&in, 24, text);
     DDX_LBIndex(&out, 24, index);
+    EXPECT_EQ(index, 2) << "the case counts";
+    text = "y";
+    DDX_LBString(&in, 24, text);
+    DDX_LBIndex(&out, 24, index);
     EXPECT_EQ(index, 1);
     DDX_LBString(&out, 24, text);
     EXPECT_STREQ(text, "y");
@@ -180,6 +184,8 @@ TEST_F(DataExchange, BoundControlIsAskedBeforeTheDialog) {
     PressKey(line.view, Qt::Key_A, {}, "a");
     EXPECT_THAT(line.Take(WM_COMMAND).size(), 3u);
     EXPECT_THAT(dialog.Take(WM_COMMAND), testing::IsEmpty());
+    SendMessage(line.view, WM_USER, 0, 0); // puts the scratch window in front of the bindings
+    EXPECT_EQ(in.PrepareCtrl(20), line.view) << "the item is still exchanged";
     DDX_Control(&in, 99, line);
     EXPECT_EQ(line.view, nullptr);
     EXPECT_NE(dialog.GetDlgItem(20), &line);

@@ -243,9 +243,10 @@ TEST_F(DialogFile, DrawnControlGetsItsMessages) {
         QTest::mouseClick(drawn.view, Qt::LeftButton, {}, QPoint(5, 6));
         EXPECT_THAT(drawn.Take(WM_LBUTTONDOWN),
                     ElementsAre(Message{WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 6)}));
-        dialog.EndDialog(0);
+        QTest::keyClick(drawn.view, Qt::Key_Escape); // the click gave it the focus
     });
-    dialog.DoModal();
+    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+    EXPECT_FALSE(drawn.Take(WM_KEYDOWN).empty());
 }
 
 TEST_F(DialogFile, WarningsOfTheLoaderAreLogged) {

@@ -75,7 +75,14 @@ TEST(UiCheck, Dialogs) {
          "unknown delegate: 'Other' of QTableView 'w' is left out"},
         {Widget("QLineEdit", Tag("8") + Property("action", "string", "onEdit")), ""},
         {Widget("QLineEdit", Tag("8") + Property("action", "string", "onEdits")),
-         "unknown action: 'onEdits' of QLineEdit 'w' does nothing"},
+         "unknown action: 'onEdits' of QLineEdit 'w' is unknown: the action of the class stays"},
+        {Widget("QLineEdit", Tag("8") + Property("action", "string", "winCmd")),
+         "unknown action: 'winCmd' of QLineEdit 'w' is unknown: the action of the class stays"},
+        {Widget("QDialogButtonBox", ""), ""},
+        {Widget("QDialogButtonBox", Property("standardButtons", "set", "QDialogButtonBox::Help")),
+         ""},
+        {Widget("QDialogButtonBox", Property("standardButtons", "set", "QDialogButtonBox::Ok")),
+         "duplicate tag: 1 of QDialogButtonBox 'w' is that of QPushButton 'w' on line 2"},
         {Item("not used", ""), ""},
     };
     for (const auto& row : rows) {
@@ -89,6 +96,24 @@ TEST(UiCheck, DialogWithoutOkOrCancelIsWorthANote) {
     EXPECT_THAT(Found(File("QWidget", {"", Widget("QPushButton", Tag("1"))})),
                 ElementsAre("1 note no tag 2: the dialog has no Cancel button"));
     EXPECT_EQ(Found(File("QWidget", {})).size(), 2u);
+}
+
+TEST(UiCheck, ButtonsOfAButtonBoxAreOkAndCancel) {
+    const struct {
+        const char* buttons;
+        std::size_t notes;
+    } rows[] = {
+        {"QDialogButtonBox::Cancel|QDialogButtonBox::Ok", 0},
+        {"QDialogButtonBox::StandardButton::Close|QDialogButtonBox::StandardButton::Save", 0},
+        {"QDialogButtonBox::Open|QDialogButtonBox::Save", 1},
+        {"QDialogButtonBox::NoButton", 2},
+        {"", 2},
+    };
+    for (const auto& row : rows) {
+        const std::string box =
+            Widget("QDialogButtonBox", Property("standardButtons", "set", row.buttons));
+        EXPECT_EQ(Found(File("QDialog", {box})).size(), row.notes) << row.buttons;
+    }
 }
 
 TEST(UiCheck, Menus) {

@@ -81,7 +81,7 @@ TEST_F(DeviceContext, CountsInTheUnitsOfAScaledView) {
 }
 
 TEST_F(DeviceContext, DrawsIntoTheViewUntilItIsPaintedNext) {
-    EXPECT_EQ(m_child.GetDC(), nullptr); // not there yet
+    EXPECT_EQ(m_child.GetDC(), nullptr); // no view yet
     Open();
     const int paints = m_child.paints;
     CBrush mark(kMark);
@@ -101,6 +101,29 @@ TEST_F(DeviceContext, DrawsIntoTheViewUntilItIsPaintedNext) {
     m_child.UpdateWindow();
     EXPECT_EQ(Shown(0, 5), 0xFF0000C8u);
     EXPECT_FALSE(m_child.ReleaseDC(nullptr));
+}
+
+TEST_F(DeviceContext, MeasuresBeforeTheViewIsOnTheScreen) {
+    m_top.Create("", "contexts", 0, RECT{60, 60, 260, 210}, nullptr, 0);
+    m_child.Create("", "", 0, RECT{20, 10, 70, 50}, &m_top, 1);
+    CDC* const early = m_child.GetDC();
+    ASSERT_TRUE(early);
+    EXPECT_GT(early->GetTextExtent("Hello", 5).cx, 0);
+    CBrush mark(kMark);
+    early->FillRect(CRect(0, 0, 5, 5), &mark); // nowhere
+    EXPECT_TRUE(m_child.ReleaseDC(early));
+}
+
+TEST_F(DeviceContext, ReleasingOneLeavesTheOthers) {
+    Open();
+    CBrush mark(kMark);
+    CDC* const outer = m_child.GetDC();
+    m_child.ReleaseDC(m_child.GetDC());
+    outer->FillRect(CRect(0, 0, 5, 5), &mark);
+    EXPECT_TRUE(m_child.ReleaseDC(outer));
+    EXPECT_EQ(Shown(4, 4), 0xFFC80000u);
+    SendMessage(m_child.view, WM_USER, 0, 0); // puts the scratch window in front
+    EXPECT_TRUE(GetDC(m_child.view));
 }
 
 TEST_F(DeviceContext, BareHandlesLastUntilTheLoopRunsOrTheWindowIsPainted) {

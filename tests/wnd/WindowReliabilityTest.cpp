@@ -79,7 +79,7 @@ protected:
             window->on.clear();
             ended = true;
             Finish(window);
-            return 1;
+            return GetParam() == End::Deleted ? 0 : 1; // "not handled", by nobody
         };
         ended = false;
         QTimer::singleShot(0, [&] { cause.act(*window); }); // as from the toolkit's loop

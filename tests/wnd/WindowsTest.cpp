@@ -286,6 +286,23 @@ TEST_F(Destruction, PlatformAsksBeforeItCloses) {
     EXPECT_THAT(EndOf(top), IsEmpty());
 }
 
+TEST_F(Destruction, ChildrenStillAnswerInTheDestroyMessageOfTheirWindow) {
+    child.SetWindowText("kept");
+    bool asked = false;
+    top.on[WM_DESTROY] = [&](WPARAM, LPARAM) {
+        asked = true;
+        CString text;
+        child.GetWindowText(text);
+        EXPECT_STREQ(text, "kept");
+        RECT client;
+        child.GetClientRect(&client);
+        EXPECT_THAT(client, IsRect(0, 0, 100, 60));
+        return 1;
+    };
+    top.DestroyWindow();
+    EXPECT_TRUE(asked);
+}
+
 TEST_F(Destruction, WindowDestroyedWhileItsCloseQueryRunsALoop) {
     top.on[WM_QUERYCLOSE] = [&](WPARAM, LPARAM) {
         const QPointer<QWidget> window(top.nsWindow);

@@ -25,9 +25,11 @@ using Names = std::span<const std::string_view>;
 
 // Widgets that a person does nothing with.
 constexpr std::string_view kWithoutTag[] = {
-    "QWidget",  "QLabel",         "QFrame",    "Line",        "QGroupBox", "QScrollArea",
-    "QToolBox", "QStackedWidget", "QSplitter", "QDockWidget", "QMdiArea",  "QMainWindow",
-    "QDialog",  "QMenuBar",       "QMenu",     "QToolBar",    "QStatusBar"};
+    "QWidget",  "QLabel",         "QFrame",    "Line",        "QGroupBox",  "QScrollArea",
+    "QToolBox", "QStackedWidget", "QSplitter", "QDockWidget", "QMdiArea",   "QMainWindow",
+    "QDialog",  "QMenuBar",       "QMenu",     "QToolBar",    "QStatusBar", "QDialogButtonBox"};
+constexpr std::string_view kOkButtons[] = {"Ok", "Save", "Open"}; // of a button box
+constexpr std::string_view kCancelButtons[] = {"Cancel", "Close"};
 constexpr std::string_view kDelegates[] = {"LCTableViewDelegate", "LBTableViewDelegate",
                                            "TCOutlineViewDataSource"};
 constexpr std::string_view kItemActions[] = {"winCmd", "about", "preferences", "terminate"};
@@ -69,7 +71,8 @@ private:
     void CheckTag(const UiElement& element);
     void CheckAction(const UiElement& element);
     void CheckDelegate(const UiElement& element);
-    void CheckNumber(const UiElement& element, int tag);
+    void CheckStandardButtons(const UiElement& element);
+    void CheckNumber(const UiElement& element, int tag, std::size_t line);
     void CheckDialogButtons();
     bool NeedsTag(const UiElement& element) const;
 
@@ -92,6 +95,7 @@ std::vector<Finding> Checker::Check() {
         CheckTag(element);
         CheckAction(element);
         CheckDelegate(element);
+        if (element.className == "QDialogButtonBox") CheckStandardButtons(element);
     }
     if (!m_isMenu) CheckDialogButtons();
     std::stable_sort(m_findings.begin(), m_findings.end(),
@@ -112,34 +116,52 @@ void Checker::CheckTag(const UiElement& element) {
     if (!tag)
         return Add(property->line, Severity::Error, "tag",
                    "'" + property->value + "' of " + Described(element) + " is no number");
-    if (*tag != 0) return CheckNumber(element, *tag);
+    if (*tag != 0) return CheckNumber(element, *tag, property->line);
     if (!NeedsTag(element)) return;
     const bool isItem = element.kind == UiElement::Kind::Action;
     Add(element.line, Severity::Warning, "no tag",
         Described(element) + (isItem ? " does nothing" : " sends the number 0 and is never found"));
 }
 
-void Checker::CheckNumber(const UiElement& element, int tag) {
+// The number of a button that a button box makes by itself; 0 for those that do not matter here.
+// Designer writes "QDialogButtonBox::Ok", newer ones "QDialogButtonBox::StandardButton::Ok".
+int TagOfStandardButton(std::string_view name) {
+    name.remove_prefix(name.rfind(':') + 1);
+    if (Has(kOkButtons, name)) return kOk;
+    return Has(kCancelButtons, name) ? kCancel : 0;
+}
+
+void Checker::CheckStandardButtons(const UiElement& element) {
+    const UiProperty* buttons = Find(element, "standardButtons");
+    std::string_view rest = buttons ? std::string_view(buttons->value) : std::string_view();
+    while (!rest.empty()) {
+        const std::string_view name = rest.substr(0, rest.find('|'));
+        rest.remove_prefix(std::min(name.size() + 1, rest.size()));
+        if (const int tag = TagOfStandardButton(name)) CheckNumber(element, tag, buttons->line);
+    }
+}
+
+void Checker::CheckNumber(const UiElement& element, int tag, std::size_t line) {
     if (m_isMenu && tag == kOk)
-        Add(Find(element, "tag")->line, Severity::Note, "tag 1",
-            Described(element) + " is always enabled");
+        Add(line, Severity::Note, "tag 1", Described(element) + " is always enabled");
     if (tag == kUnused) return;
     const auto [first, isNew] = m_tags.try_emplace(tag, &element);
-    if (isNew) return;
+    if (isNew || first->second == &element) return;
     // The same command may well be in two menus.
     if (m_isMenu && TextOf(*first->second, "text") == TextOf(element, "text")) return;
-    Add(Find(element, "tag")->line, Severity::Warning, "duplicate tag",
+    Add(line, Severity::Warning, "duplicate tag",
         std::to_string(tag) + " of " + Described(element) + " is that of " +
             Described(*first->second) + " on line " + std::to_string(first->second->line));
 }
 
 void Checker::CheckAction(const UiElement& element) {
     const UiProperty* action = Find(element, "action");
-    const bool isItem = element.kind == UiElement::Kind::Action;
-    if (!action || action->value.empty() || Has(kItemActions, action->value)) return;
-    if (!isItem && Has(kControlActions, action->value)) return;
+    if (!action || action->value.empty()) return;
+    if (Has(m_isMenu ? Names(kItemActions) : Names(kControlActions), action->value)) return;
+    const char* const effect =
+        m_isMenu ? " does nothing" : " is unknown: the action of the class stays";
     Add(action->line, Severity::Warning, "unknown action",
-        "'" + action->value + "' of " + Described(element) + " does nothing");
+        "'" + action->value + "' of " + Described(element) + effect);
 }
 
 void Checker::CheckDelegate(const UiElement& element) {

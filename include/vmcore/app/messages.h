@@ -15,8 +15,8 @@ enum : UINT {
     BM_GETCHECK = 102,     ///< result: check state
     BM_CLICK = 103,        ///< as a click of the mouse, WM_COMMAND included
     LB_ADDSTRING = 110,    ///< lParam: text; result: index or LB_ERR, as for all of the group
-    LB_INSERTSTRING = 111, ///< wParam: index (-1: at the end), lParam: text
-    LB_DELETESTRING = 112, ///< wParam: index; result: how many are left
+    LB_INSERTSTRING = 111, ///< wParam: index, lParam: text
+    LB_DELETESTRING = 112, ///< wParam: index, which comes back
     LB_RESETCONTENT = 113,
     LB_GETCOUNT = 114,
     LB_GETCURSEL = 115,
@@ -24,10 +24,10 @@ enum : UINT {
     LB_GETTEXT = 117,      ///< wParam: index, lParam: buffer; result: length
     LB_GETTEXTLEN = 118,   ///< wParam: index
     LB_FINDSTRING = 119,   ///< wParam: index to start after (-1: at the top), lParam: prefix
-    LB_SELECTSTRING = 120, ///< the same, and selects it
-    CB_ADDSTRING = 130,    ///< as the list box messages
-    CB_INSERTSTRING = 131,
-    CB_DELETESTRING = 132,
+    LB_SELECTSTRING = 120, ///< selects the first behind wParam with just this text; always LB_ERR
+    CB_ADDSTRING = 130,    ///< as the list box messages, but:
+    CB_INSERTSTRING = 131, ///< -1: at the end
+    CB_DELETESTRING = 132, ///< result: how many are left
     CB_RESETCONTENT = 133,
     CB_GETCOUNT = 134,
     CB_GETCURSEL = 135,
@@ -35,13 +35,13 @@ enum : UINT {
     CB_GETLBTEXT = 137,
     CB_GETLBTEXTLEN = 138,
     CB_FINDSTRING = 139,
-    CB_SELECTSTRING = 140,
-    EM_LIMITTEXT = 150,   ///< reported as needing an edit control's own object, then forwarded
-    WM_SETTEXT = 200,     ///< lParam: text
-    WM_GETTEXT = 201,     ///< wParam: buffer size, lParam: buffer
-    WM_COMMAND = 202,     ///< wParam: command ID, lParam: the control's handle or 0
-    WM_CLOSE = 204,       ///< the closing notice; unhandled, it destroys the window
-    WM_RBUTTONDOWN = 205, ///< mouse messages: wParam key state, lParam packed point
+    CB_SELECTSTRING = 140, ///< selects what CB_FINDSTRING finds; the same result
+    EM_LIMITTEXT = 150,    ///< reported as needing an edit control's own object, then forwarded
+    WM_SETTEXT = 200,      ///< lParam: text
+    WM_GETTEXT = 201,      ///< wParam: buffer size, lParam: buffer
+    WM_COMMAND = 202,      ///< wParam: command ID, lParam: the control's handle or 0
+    WM_CLOSE = 204,        ///< the closing notice; unhandled, it destroys the window
+    WM_RBUTTONDOWN = 205,  ///< mouse messages: wParam key state, lParam packed point
     WM_LBUTTONDOWN = 206,
     WM_MBUTTONDOWN = 207,
     WM_CREATE = 208, ///< lParam: CREATESTRUCT, or 0
@@ -177,7 +177,8 @@ VM_API BOOL IsDialogMessage(HWND window, MSG* msg); ///< TRUE; does nothing
 /// TRUE; posts nothing. A worker's messages are posted with CWinThread::PostThreadMessage.
 VM_API BOOL PostThreadMessage(NSWinThread* threadId, UINT message, WPARAM wParam, LPARAM lParam);
 /// Asks the application to terminate on the next turn of the main loop. The main window may still
-/// refuse (WM_QUERYCLOSE). The exit code is not used.
+/// refuse (WM_QUERYCLOSE), and while a modal dialog is open the request is dropped with a log line:
+/// call CDialog::EndDialog first, and this after DoModal has returned. The exit code is not used.
 VM_API void PostQuitMessage(int exitCode);
 /// Milliseconds since the first call of either function in this process, which returns 0. Follows
 /// the system clock.

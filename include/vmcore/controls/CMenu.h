@@ -24,6 +24,8 @@ struct HICommand;
 enum : UINT {
     MF_STRING = 0,
     MF_BYCOMMAND = 0,
+    MF_ENABLED = 0, ///< not enough for InsertMenu, which wants the bit below
+    MF_UNCHECKED = 0,
     MF_ENABLED_INSERT = 0x1, ///< InsertMenu enables an item only with this bit
     MF_CHECKED = 0x8,
     MF_POPUP = 0x10, ///< the id argument is a sub-menu
@@ -31,6 +33,21 @@ enum : UINT {
     MF_BYPOSITION = 0x40,
     MF_DISABLED = 0x80,
     MF_GRAYED = 0x800,
+};
+
+/// Of TrackPopupMenu, which ignores them all: the menu's top left corner is at the position, either
+/// button chooses, and the command is sent, also with TPM_RETURNCMD.
+enum : UINT {
+    TPM_LEFTALIGN = 0,
+    TPM_LEFTBUTTON = 0,
+    TPM_TOPALIGN = 0,
+    TPM_RIGHTBUTTON = 0x2,
+    TPM_CENTERALIGN = 0x4,
+    TPM_RIGHTALIGN = 0x8,
+    TPM_VCENTERALIGN = 0x10,
+    TPM_BOTTOMALIGN = 0x20,
+    TPM_NONOTIFY = 0x80,
+    TPM_RETURNCMD = 0x100,
 };
 
 class VM_API CMenu {
@@ -66,14 +83,14 @@ public:
     void DeleteSubMenus();
     /// Shows the menu at a screen position and waits until it closes. TRUE when an item was chosen;
     /// its command arrives on its own. The owner's window comes to the front, also out of its icon.
-    /// The end of the application closes the menu.
+    /// The end of the application closes the menu. `flags` and `rect` are not used.
     BOOL TrackPopupMenu(UINT flags, int x, int y, CWnd* owner, const RECT* rect = nullptr);
 
+    HMENU m_hMenu; ///< as GetSafeHmenu; to be read only: Attach and Detach change it
+
 private:
-    friend class CWndMenuDelegate;
     void Hold(HMENU menu);
 
-    HMENU m_hMenu;
     CWndMenuDelegate* m_delegate;
 };
 

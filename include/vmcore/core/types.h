@@ -7,6 +7,8 @@
 
 #include <vmcore/core/native.h>
 
+struct AccelEntry;
+
 using BOOL = signed char;
 using BYTE = unsigned char;
 using WORD = unsigned short;
@@ -54,7 +56,7 @@ using HBITMAP = void*;
 using HRGN = void*;
 using HICON = void*;
 using HCURSOR = void*;
-using HACCEL = void*;
+using HACCEL = const AccelEntry*; ///< an accelerator table, see CMenu.h
 
 static_assert(sizeof(BOOL) == 1 && sizeof(WORD) == 2 && sizeof(DWORD) == 4 && sizeof(LONG) == 4);
 static_assert(sizeof(WPARAM) == sizeof(void*) && sizeof(LRESULT) == sizeof(void*));

@@ -298,7 +298,7 @@ public:
     BOOL NeedsToDrawRect(CGRect rect) const;             ///< in the region being painted
     HDC GetPaintContext() const { return paintContext; } ///< null outside WM_PAINT
     /// For drawing at any time, in client coordinates, onto what the window shows: it stays until the
-    /// area is painted next. Null while the window is not on the screen. Give it to ReleaseDC before
+    /// area is painted next; while the window is not on the screen it only measures. Give it to ReleaseDC before
     /// control is back in the event loop, from where on it draws nothing.
     CDC* GetDC();
     /// Onto what is being painted at the moment; detached when nothing is.
