@@ -21,7 +21,8 @@ lines. A file whose root is a QMenuBar or a QMenu is a menu, any other a dialog.
   note     With --notes: no tag 1, no tag 2 (a dialog without OK or Cancel
            button), tag 1 (such a menu item is always enabled)
 
-Labels, group boxes and other containers need no tag, nor do menus.
+Labels, group boxes, button boxes and other containers need no tag, nor do
+menus.
 
 Exit status: 0 no errors and no warnings; 1 some; 2 a file cannot be read or is
 no interface file.)";
