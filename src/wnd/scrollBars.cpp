@@ -46,6 +46,7 @@ protected:
         const QPointer<WindowScrollBar> self = this;
         const bool outer = std::exchange(m_inEvent, true);
         const bool handled = QScrollBar::event(event);
+        if (!self) return true; // freed by it
         m_inEvent = outer;
         if (m_used && !m_inEvent) Tell(*std::exchange(m_used, std::nullopt));
         return handled || !self;

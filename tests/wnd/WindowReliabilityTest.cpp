@@ -258,7 +258,9 @@ TEST(ManyWindows, LeaveNoMemoryBehind) {
     makeSome(rounds);
     const long growth = ResidentKilobytes() - before;
     RecordProperty("kilobytes", static_cast<int>(growth));
+#if !defined(__SANITIZE_ADDRESS__) // which keeps what was freed, and looks for leaks itself
     EXPECT_LT(growth, 2048) << rounds << " children";
+#endif
     EXPECT_TRUE(top.view->children().isEmpty());
     top.DestroyWindow();
 }
