@@ -54,6 +54,7 @@ BOOL CDialog::Create(int nIDTemplate, CWnd* pParentWnd) {
                            "Internal Error! Failed to create Dialog vcontroller", kBoxStyle);
         return FALSE;
     }
+    if (viewController && viewController->view()) vm::DisposeOfView(viewController->view());
     delete viewController;
     viewController = controller.release();
     viewController->setWnd(this);

@@ -31,7 +31,7 @@ class CWndWindowController;
 class VM_API CDialog : public CWnd {
 public:
     CDialog();
-    CDialog(int nIDTemplate, CWnd* pParentWnd);
+    explicit CDialog(int nIDTemplate, CWnd* pParentWnd = nullptr);
     ~CDialog() override;
 
     using CWnd::Create;
