@@ -95,8 +95,8 @@ int GetWindowText(HWND window, char* buffer, int size) {
     if (!vm::IsLiveView(window)) return 0;
     if (vm::IsContentView(window))
         return CopyOut(vm::ToMacRomanLossy(vm::WindowOf(window)->windowTitle()), buffer, size);
-    if (const std::optional<std::string> text = HostText(*window))
-        return CopyOut(*text, buffer, size);
+    if (const std::optional<QString> text = vm::ControlText(*window)) // line feeds as they are
+        return CopyOut(vm::ToMacRomanLossy(*text), buffer, size);
     vm::ShowMessageBox(nullptr, "Add NSView support to fn GetWindowText", "Msg", 1);
     return 0;
 }

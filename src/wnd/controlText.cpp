@@ -109,6 +109,10 @@ std::optional<QString> ControlText(const QWidget& control) {
         return tabs->tabText(tabs->currentIndex());
     if (const auto* list = qobject_cast<const QAbstractItemView*>(&control))
         return SelectedIndex(*list).data().toString();
+    if (const auto* slider = qobject_cast<const QAbstractSlider*>(&control))
+        return QString::number(slider->value());
+    if (const auto* bar = qobject_cast<const QProgressBar*>(&control))
+        return QString::number(bar->value());
     return std::nullopt;
 }
 
@@ -137,6 +141,10 @@ bool SetControlText(QWidget& control, const QString& text) {
         bar->setTabText(bar->currentIndex(), text);
     } else if (auto* tabs = qobject_cast<QTabWidget*>(&control)) {
         tabs->setTabText(tabs->currentIndex(), text);
+    } else if (auto* slider = qobject_cast<QAbstractSlider*>(&control)) {
+        slider->setValue(LeadingNumber(text));
+    } else if (auto* progress = qobject_cast<QProgressBar*>(&control)) {
+        progress->setValue(LeadingNumber(text));
     } else {
         return false;
     }

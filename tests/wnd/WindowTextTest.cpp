@@ -94,6 +94,12 @@ TEST_F(WindowText, BareHandleGivesTitleOrTextAndReportsTheRest) {
     QPushButton button("Go");
     EXPECT_EQ(::GetWindowText(&button, buffer, sizeof buffer), 2);
     EXPECT_STREQ(buffer, "Go");
+    QLabel label("a\nb");
+    EXPECT_EQ(::GetWindowText(&label, buffer, sizeof buffer), 3);
+    QSlider slider;
+    slider.setValue(42);
+    EXPECT_EQ(::GetWindowText(&slider, buffer, sizeof buffer), 2);
+    EXPECT_STREQ(buffer, "42");
     EXPECT_EQ(::GetWindowText(nullptr, buffer, sizeof buffer), 0);
     EXPECT_EQ(::GetWindowText(child.view, buffer, sizeof buffer), 0);
     EXPECT_EQ(CWnd::CreateUniqueID(&child, 1), 0xFFFFFFFF);

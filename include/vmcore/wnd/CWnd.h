@@ -444,8 +444,8 @@ protected:
 VM_API NSWindow* CreateLWindow(CREATESTRUCT* cs, CWnd* wnd);
 
 // The same operations on bare handles. A null handle gives FALSE, 0 or null.
-/// A window's title or a control's text, as CWnd::GetWindowText; any other view is reported in a
-/// message box and gives 0.
+/// A window's title or a control's text, its line feeds as they are; any other view is reported
+/// in a message box and gives 0.
 VM_API int GetWindowText(HWND window, char* text, int size);
 VM_API HWND GetParent(HWND window);
 VM_API BOOL IsChild(HWND parent, HWND child);
