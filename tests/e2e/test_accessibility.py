@@ -72,6 +72,13 @@ def facts(node):
         return "gone", ""
 
 
+def labels(node):
+    """The names of what labels the node: a combo box is named by its text."""
+    labelled = Atspi.RelationType.LABELLED_BY
+    return [relation.get_target(0).get_name() for relation in node.get_relation_set()
+            if relation.get_relation_type() == labelled]
+
+
 class Accessibility(unittest.TestCase):
     def setUp(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="librarian-"))
@@ -95,7 +102,8 @@ class Accessibility(unittest.TestCase):
     def find(self, role, name):
         self.application.clear_cache()
         for node in walk(self.application):
-            if facts(node) == (role, name):
+            found, own = facts(node)
+            if found == role and (own == name or name in labels(node)):
                 return node
         return None
 
@@ -135,6 +143,24 @@ class Accessibility(unittest.TestCase):
         rows = self.expect("table", "Messages")
         self.assertGreater(Atspi.Table.get_n_rows(rows), 0)
         self.assertTrue(Atspi.Table.get_accessible_at(rows, 0, 1).get_name())
+
+    def test_controls_of_dialogs_have_their_labels_as_names(self):
+        dialogs = {"ctrl+p": [("combo box", "Output:"), ("combo box", "Input:"),
+                              ("check box", "Slow transfer: 1,000 bytes a second"),
+                              ("push button", "OK"), ("push button", "Cancel")],
+                   "ctrl+i": [("label", "voices.syx, 1 messages"), ("text", "Author:"),
+                              ("text", "Comment:"), ("push button", "Clear Both...")],
+                   "ctrl+shift+s": [("text", "File name:"), ("push button", "Save")]}
+        for key, controls in dialogs.items():
+            display.key(key)
+            for role, name in controls:
+                with self.subTest(key, role=role, name=name):
+                    self.expect(role, name)
+            display.key("Escape")
+            wait_for("the dialog to close", lambda last=controls[-1]: not self.find(*last))
+        display.key("ctrl+f")  # the find bar, embedded in the window
+        for role, name in (("text", "Find:"), ("push button", "Next"), ("push button", "Close")):
+            self.expect(role, name)
 
     def test_focus_is_told(self):
         hexadecimal = self.expect("image", "Bytes of the message")
