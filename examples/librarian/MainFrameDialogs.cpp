@@ -42,8 +42,8 @@ void MainFrame::OnPorts() {
 
 void MainFrame::OnDetails() {
     if (m_bank.messages.empty()) return;
-    const std::string summary =
-        m_bank.name + ", " + std::to_string(m_bank.messages.size()) + " messages";
+    const std::string summary = m_bank.name + ", " + std::to_string(m_bank.messages.size()) +
+                                (m_bank.messages.size() == 1 ? " message" : " messages");
     DetailsDialog dialog(this, summary, LoadBankDetails(m_bank.name));
     const bool accepted = dialog.DoModal() == IDOK;
     Report("details %s", accepted ? "accepted" : "cancelled");

@@ -148,7 +148,7 @@ class Accessibility(unittest.TestCase):
         dialogs = {"ctrl+p": [("combo box", "Output:"), ("combo box", "Input:"),
                               ("check box", "Slow transfer: 1,000 bytes a second"),
                               ("push button", "OK"), ("push button", "Cancel")],
-                   "ctrl+i": [("label", "voices.syx, 1 messages"), ("text", "Author:"),
+                   "ctrl+i": [("label", "voices.syx, 1 message"), ("text", "Author:"),
                               ("text", "Comment:"), ("push button", "Clear Both...")],
                    "ctrl+shift+s": [("text", "File name:"), ("push button", "Save")]}
         for key, controls in dialogs.items():
