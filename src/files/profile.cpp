@@ -58,7 +58,7 @@ auto Locked(Operation&& operation) {
 
 void DeleteProfileLock() {
     const ProfileLock lock;
-    s_retired = std::exchange(profileCS.lock, nullptr);
+    if (profileCS.lock) s_retired = std::exchange(profileCS.lock, nullptr);
 }
 
 void ClearProfiles() {
