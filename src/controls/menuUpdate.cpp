@@ -14,6 +14,7 @@
 #include "controls/menuState.h"
 #include "wnd/CWndNSView.h"
 #include "wnd/responder.h"
+#include "wnd/views.h"
 
 namespace vm {
 namespace {
@@ -21,12 +22,9 @@ namespace {
 constexpr int kAlwaysEnabledTag = 1;
 constexpr char kNoText[] = "\1"; // what no handler sets
 
-// The view's own object: a message to the bare handle leaves the scratch window as its first
-// binding.
 CWnd* FirstResponder() {
     CWndView* view = FirstResponderView();
-    if (!view) return nullptr;
-    return view->wnd ? view->wnd : GetControlReference(view);
+    return view ? ObjectOf(view) : nullptr;
 }
 
 CWnd* ResponderOrMain() {

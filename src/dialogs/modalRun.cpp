@@ -1,8 +1,6 @@
 #include "dialogs/modalRun.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <cxxabi.h>
 
 #include <QtWidgets/QApplication>
 
@@ -12,6 +10,7 @@
 
 #include "app/appState.h"
 #include "core/guard.h"
+#include "core/typeName.h"
 #include "dialogs/dialogFile.h"
 #include "dialogs/dialogState.h"
 #include "platform/NativeApplication.h"
@@ -27,14 +26,6 @@ namespace vm {
 namespace {
 
 constexpr DWORD kExtendedStyle = 0x40; // what every modal dialog has
-
-std::string TypeName(const std::exception& error) {
-    int status = 0;
-    char* readable = abi::__cxa_demangle(typeid(error).name(), nullptr, nullptr, &status);
-    const std::string name = readable ? readable : typeid(error).name();
-    std::free(readable);
-    return name;
-}
 
 // Counted for the state of the menus; the first one in a foreign program hides that's main menu.
 class DisplayedDialog {
@@ -76,7 +67,7 @@ void Shielded(const std::function<void()>& part) {
     } catch (const PlatformError& error) {
         ShowAlert(error.Name().c_str(), error.Reason().c_str());
     } catch (const std::exception& error) {
-        ShowAlert(TypeName(error).c_str(), error.what());
+        ShowAlert(TypeName(typeid(error)).c_str(), error.what());
     } catch (...) {
         ShowAlert("unknown exception", "");
     }

@@ -3,20 +3,19 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <mutex>
 #include <string_view>
 #include <typeindex>
 #include <typeinfo>
 #include <unordered_map>
 
-#include <cxxabi.h>
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <vmcore/wnd/CWnd.h>
 
 #include "core/log.h"
+#include "core/typeName.h"
 #include "wnd/messageNames.h"
 
 namespace vm {
@@ -37,13 +36,6 @@ Trace& State() {
 
 thread_local TracedMessage* s_innermost = nullptr;
 
-std::string Demangled(const char* name) {
-    int status = 0;
-    const std::unique_ptr<char, decltype(&std::free)> text(
-        abi::__cxa_demangle(name, nullptr, nullptr, &status), std::free);
-    return std::string(text ? text.get() : name).substr(0, kLongestClass);
-}
-
 std::string Escaped(std::string_view text) {
     std::string escaped;
     for (const char c : text) {
@@ -58,7 +50,7 @@ const char* ClassOf(const CWnd& wnd) {
     const std::type_info& type = typeid(wnd);
     std::lock_guard guard(State().lock);
     const auto [entry, isNew] = State().classes.try_emplace(type);
-    if (isNew) entry->second = Escaped(Demangled(type.name()));
+    if (isNew) entry->second = Escaped(TypeName(type).substr(0, kLongestClass));
     return entry->second.c_str();
 }
 
