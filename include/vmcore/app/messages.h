@@ -36,12 +36,34 @@ enum : UINT {
     CB_GETLBTEXTLEN = 138,
     CB_FINDSTRING = 139,
     CB_SELECTSTRING = 140, ///< selects what CB_FINDSTRING finds; the same result
-    EM_LIMITTEXT = 150,    ///< reported as needing an edit control's own object, then forwarded
-    WM_SETTEXT = 200,      ///< lParam: text
-    WM_GETTEXT = 201,      ///< wParam: buffer size, lParam: buffer
-    WM_COMMAND = 202,      ///< wParam: command ID, lParam: the control's handle or 0
-    WM_CLOSE = 204,        ///< the closing notice; unhandled, it destroys the window
-    WM_RBUTTONDOWN = 205,  ///< mouse messages: wParam key state, lParam packed point
+    CB_GETITEMDATA = 141,  ///< wParam: index
+    CB_SETITEMDATA = 142,  ///< wParam: index, lParam: item data
+    CB_FINDSTRINGEXACT = 143,
+    CB_SHOWDROPDOWN = 144,    ///< wParam: TRUE opens the list, FALSE closes it
+    CB_GETDROPPEDSTATE = 145, ///< TRUE while the list is open
+    CB_LIMITTEXT = 146,       ///< wParam: the longest text that may be typed, 0 for no limit
+    EM_LIMITTEXT = 150,    ///< SendDlgItemMessage reports it as needing a CEdit, then forwards it
+    EM_GETLIMITTEXT = 151, ///< in characters
+    EM_SETSEL = 152,       ///< wParam: first, lParam: end (-1: to the end; first -1: none)
+    EM_GETSEL = 153,       ///< result: MAKELONG(first, end)
+    EM_REPLACESEL = 154,   ///< lParam: text; wParam TRUE: can be undone
+    EM_SETREADONLY = 155,  ///< wParam: flag
+    EM_GETMODIFY = 156,    ///< the user has changed the text since it was set
+    EM_SETMODIFY = 157,    ///< wParam: flag
+    EM_GETLINECOUNT = 158,
+    EM_GETLINE = 159,      ///< wParam: line, lParam: buffer whose first WORD holds its size
+    EM_LINEINDEX = 160,    ///< wParam: line; result: its first character
+    EM_LINELENGTH = 161,   ///< wParam: a character of the line
+    EM_LINEFROMCHAR = 162, ///< wParam: character
+    EM_CANUNDO = 163,
+    EM_UNDO = 164,
+    EM_SETPASSWORDCHAR = 165, ///< wParam: shown for every character, 0 for the text itself
+    EM_GETPASSWORDCHAR = 166,
+    WM_SETTEXT = 200,     ///< lParam: text
+    WM_GETTEXT = 201,     ///< wParam: buffer size, lParam: buffer
+    WM_COMMAND = 202,     ///< wParam: command ID, lParam: the control's handle or 0
+    WM_CLOSE = 204,       ///< the closing notice; unhandled, it destroys the window
+    WM_RBUTTONDOWN = 205, ///< mouse messages: wParam key state, lParam packed point
     WM_LBUTTONDOWN = 206,
     WM_MBUTTONDOWN = 207,
     WM_CREATE = 208, ///< lParam: CREATESTRUCT, or 0
@@ -79,6 +101,7 @@ enum : UINT {
     WM_SHOWWINDOW = 281,
     WM_KEYDOWN = 290,
     WM_KEYUP = 291,
+    TVM_ANSWERED = 330,     ///< a tree control answers 1 and does nothing else
     WM_USER = 1024,         ///< hosts number their own messages from here
     WM_QUERYCLOSE = 0x8069, ///< answer 0 to allow the close, anything else refuses it
     WM_APP = 0x9000,        ///< a second free range, above WM_QUERYCLOSE
@@ -94,9 +117,10 @@ enum : int {
     EN_SETFOCUS = 0x2,  ///< editing begins
     EN_CHANGE = 0x4,    ///< the text changed: after EN_UPDATE
     EN_UPDATE = 0x5,
-    BN_CLICKED = 0x66,    ///< push buttons, check boxes, radio buttons
-    CBN_SELCHANGE = 0x74, ///< an entry of a combo box was chosen
-    LBN_SELCHANGE = 0x140 ///< the selection of a list
+    BN_CLICKED = 0x66,     ///< push buttons, check boxes, radio buttons
+    CBN_SELCHANGE = 0x74,  ///< an entry of a combo box was chosen
+    LBN_SELCHANGE = 0x140, ///< the selection of a list
+    LBN_DBLCLK = 0x141
 };
 
 /// The code of WM_NOTIFY's NMHDR when another tab was chosen.
