@@ -2,4 +2,5 @@
 #pragma once
 
 #include <vmcore/controls/CListCtrl.h>
+#include <vmcore/controls/CTreeCtrl.h>
 #include <vmcore/gdi/CImageList.h>

@@ -3,13 +3,17 @@
 #include <cstdlib>
 
 #include <QtWidgets/QTableView>
+#include <QtWidgets/QTreeView>
 
 #include <vmcore/app/messages.h>
 #include <vmcore/controls/CListCtrl.h>
+#include <vmcore/controls/CTreeCtrl.h>
 #include <vmcore/wnd/CWnd.h>
 
+#include "controls/TCOutlineViewDataSource.h"
 #include "controls/listItems.h"
 #include "controls/listTable.h"
+#include "controls/treeItems.h"
 #include "core/log.h"
 #include "core/macroman.h"
 #include "wnd/CWndNSView.h"
@@ -57,6 +61,15 @@ void BindTable(CWnd& control, QWidget& view) {
     if (vm::ListTable* rows = vm::ListTable::Of(table)) rows->Rows().wnd = list;
 }
 
+void BindTree(CWnd& control, QWidget& view) {
+    auto* tree = dynamic_cast<CTreeCtrl*>(&control);
+    auto* outline = qobject_cast<QTreeView*>(&view);
+    if (!tree || !outline) return;
+    tree->tableView = outline;
+    if (!outline->model()) new TCOutlineViewDataSource(outline);
+    if (auto* items = TCOutlineViewDataSource::Of(outline)) vm::ServeTree(*items, *tree);
+}
+
 } // namespace
 
 CDataExchange::CDataExchange(CWnd* pDlgWnd, BOOL bSaveAndValidate)
@@ -81,6 +94,7 @@ void DDX_Control(CDataExchange* pDX, int nIDC, CWnd& rControl) {
     if (GetControlReference(view) != &rControl) SetControlReference(view, &rControl);
     if (auto* own = dynamic_cast<CWndView*>(view)) own->wnd = &rControl;
     BindTable(rControl, *view);
+    BindTree(rControl, *view);
 }
 
 void DDX_Check(CDataExchange* pDX, int nIDC, int& value) {

@@ -8,11 +8,14 @@
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableView>
+#include <QtWidgets/QTreeView>
 
 #include <vmcore/app/messages.h>
 
+#include "controls/TCOutlineViewDataSource.h"
 #include "controls/interfaceFile.h"
 #include "controls/listTable.h"
+#include "controls/outlineView.h"
 #include "wnd/CWndNSView.h"
 #include "wnd/CWndViewController.h"
 #include "wnd/CWndWindowController.h"
@@ -25,6 +28,7 @@ namespace vm {
 namespace {
 
 constexpr char kDelegateProperty[] = "delegate";
+constexpr char kCheckBoxesProperty[] = "checkBoxes";
 
 // Of a button box that Designer fills by itself.
 struct StandardButton {
@@ -66,6 +70,7 @@ public:
             return expected = CanBeDialog(rootClass) ? makeRoot(owner) : nullptr;
         };
         classes.makeWidget = [](const QString& className, QWidget* owner) -> QWidget* {
+            if (className == QLatin1String("QTreeView")) return new OutlineView(owner);
             return className == QLatin1String("CWndView") ? new CWndView(owner) : nullptr;
         };
         classes.made = [this](QWidget* widget) { m_widgets.push_back(widget); };
@@ -101,12 +106,11 @@ private:
         if (tag.isValid()) SetTagOf(&widget, tag.toInt());
     }
 
-    // The lists and trees of other delegates keep their rows themselves.
+    // The lists of the other delegate keep their rows themselves.
     void AttachDelegate(QWidget& widget) {
         const QString delegate = widget.property(kDelegateProperty).toString();
-        if (delegate.isEmpty() || delegate == QLatin1String("LBTableViewDelegate") ||
-            delegate == QLatin1String("TCOutlineViewDataSource"))
-            return;
+        if (delegate.isEmpty() || delegate == QLatin1String("LBTableViewDelegate")) return;
+        if (delegate == QLatin1String("TCOutlineViewDataSource")) return AttachTree(widget);
         auto* table = qobject_cast<QTableView*>(&widget);
         if (delegate != QLatin1String("LCTableViewDelegate"))
             Complain(widget, "unknown delegate ", delegate);
@@ -114,6 +118,15 @@ private:
             Complain(widget, "only a QTableView can have the delegate ", delegate);
         else
             new ListTable(table);
+    }
+
+    void AttachTree(QWidget& widget) {
+        auto* tree = qobject_cast<QTreeView*>(&widget);
+        if (!tree || tree->model())
+            return Complain(widget, "only a QTreeView can have the delegate ",
+                            QLatin1String("TCOutlineViewDataSource"));
+        auto* items = new TCOutlineViewDataSource(tree);
+        if (widget.property(kCheckBoxesProperty).toBool()) items->AddCheckColumn();
     }
 
     void CheckAction(const QWidget& widget) {

@@ -1,7 +1,12 @@
 #include <vmcore/gdi/CImageList.h>
 
+#include <unordered_set>
 #include <utility>
 #include <vector>
+
+#include "gdi/imageList.h"
+#include "gdi/imageOwners.h"
+#include "platform/Image.h"
 
 namespace vm {
 
@@ -9,10 +14,24 @@ struct ImageListRecord {
     std::vector<HBITMAP> bitmaps;
 };
 
+namespace {
+// Controls keep the handles of lists that their owners may destroy first.
+std::unordered_set<HIMAGELIST>& LiveLists() {
+    static auto* const s_lists = new std::unordered_set<HIMAGELIST>;
+    return *s_lists;
+}
+} // namespace
+
+QImage PixelsOf(HIMAGELIST list, int index) {
+    if (!LiveLists().count(list) || index < 0 || index >= ImageList_GetImageCount(list)) return {};
+    const Image* image = OwnedImage(list->bitmaps[static_cast<std::size_t>(index)]);
+    return image ? image->Pixels() : QImage();
+}
+
 } // namespace vm
 
 HIMAGELIST ImageList_Create(int, int, unsigned int, int, int) {
-    return new vm::ImageListRecord;
+    return *vm::LiveLists().insert(new vm::ImageListRecord).first;
 }
 
 int ImageList_Add(HIMAGELIST list, HBITMAP bitmap, HBITMAP) {
@@ -26,6 +45,7 @@ int ImageList_GetImageCount(HIMAGELIST list) {
 }
 
 BOOL ImageList_Destroy(HIMAGELIST list) {
+    vm::LiveLists().erase(list);
     delete list;
     return list != nullptr;
 }

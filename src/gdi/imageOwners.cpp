@@ -18,6 +18,11 @@ void GiveImage(const void* record, Image* image) {
     if (image) Owners().emplace(record, image);
 }
 
+Image* OwnedImage(const void* record) {
+    const auto owner = Owners().find(record);
+    return owner == Owners().end() ? nullptr : owner->second;
+}
+
 void ReleaseImageOf(const void* record) {
     const auto owner = Owners().find(record);
     if (owner == Owners().end()) return;

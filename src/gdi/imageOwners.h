@@ -8,6 +8,8 @@ class Image;
 
 /// The record takes over the caller's reference; null is nothing.
 void GiveImage(const void* record, Image* image);
+/// What the record owns; null for none and for a record that was freed.
+Image* OwnedImage(const void* record);
 /// Releases what the record owns, if anything.
 void ReleaseImageOf(const void* record);
 
