@@ -26,7 +26,8 @@ bool IsIn(const CellData& top, const CellData* node) {
 } // namespace
 
 TCOutlineViewDataSource::TCOutlineViewDataSource(QTreeView* view)
-    : QAbstractItemModel(view), root(NewNode(nullptr)), m_view(view) {
+    : QAbstractItemModel(view), m_view(view) {
+    root = NewNode(nullptr);
     root->str = kFirstTitle;
     vm::SetUpOutlineView(*view);
     view->setModel(this);

@@ -25,7 +25,7 @@ public:
     static TCOutlineViewDataSource* Of(const QTreeView* view);
 
     CTreeCtrl* wnd = nullptr; ///< the tree that it serves; see Tree
-    CellData* root;           ///< the top row
+    CellData* root = nullptr; ///< the top row
 
     /// `wnd` while it lives and has this view.
     CTreeCtrl* Tree() const;

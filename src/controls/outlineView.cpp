@@ -28,6 +28,7 @@ protected:
         if (image.isNull()) return;
         option->features |= QStyleOptionViewItem::HasDecoration;
         option->icon = QIcon(QPixmap::fromImage(image));
+        option->icon.addPixmap(QPixmap::fromImage(image), QIcon::Selected); // not tinted
         option->decorationSize = image.size();
     }
 

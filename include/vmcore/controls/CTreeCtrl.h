@@ -49,9 +49,8 @@ inline constexpr HTREEITEM TVI_ROOT = nullptr; ///< as a parent: directly below 
 inline constexpr HTREEITEM TVI_FIRST = nullptr;
 inline constexpr HTREEITEM TVI_LAST = nullptr;
 
-enum : DWORD {
-    TVS_CHECKBOXES = 0x00400000, ///< a second column, 80 wide, with a check box for every row
-};
+/// A style: a second column, 80 wide, with a check box for every row.
+inline constexpr DWORD TVS_CHECKBOXES = 0x00400000;
 
 enum : UINT {
     TVIF_PARAM = 0x1, ///< the record's lParam counts
