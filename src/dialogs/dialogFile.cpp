@@ -12,7 +12,9 @@
 #include <vmcore/app/messages.h>
 
 #include "controls/interfaceFile.h"
+#include "controls/listBoxTable.h"
 #include "controls/listTable.h"
+#include "dialogs/dialogLists.h"
 #include "wnd/CWndNSView.h"
 #include "wnd/CWndViewController.h"
 #include "wnd/CWndWindowController.h"
@@ -65,7 +67,9 @@ public:
         classes.makeRoot = [&](const QString& rootClass, QWidget* owner) {
             return expected = CanBeDialog(rootClass) ? makeRoot(owner) : nullptr;
         };
+        classes.reads = [this](const QByteArray& file) { m_listTexts = ListTextsOf(file); };
         classes.makeWidget = [](const QString& className, QWidget* owner) -> QWidget* {
+            if (IsListClass(className)) return MakeListBoxView(owner);
             return className == QLatin1String("CWndView") ? new CWndView(owner) : nullptr;
         };
         classes.made = [this](QWidget* widget) { m_widgets.push_back(widget); };
@@ -83,6 +87,7 @@ public:
             if (widget == m_widgets.front()) continue; // the root is the dialog itself
             TakeTag(*widget);
             AttachDelegate(*widget);
+            FillListBox(*widget, m_listTexts);
             CheckAction(*widget);
             WireControl(*widget, receiver, actions);
             if (const auto* box = qobject_cast<QDialogButtonBox*>(widget)) {
@@ -101,19 +106,26 @@ private:
         if (tag.isValid()) SetTagOf(&widget, tag.toInt());
     }
 
-    // The lists and trees of other delegates keep their rows themselves.
+    // The trees of the other delegate keep their rows themselves.
     void AttachDelegate(QWidget& widget) {
         const QString delegate = widget.property(kDelegateProperty).toString();
-        if (delegate.isEmpty() || delegate == QLatin1String("LBTableViewDelegate") ||
-            delegate == QLatin1String("TCOutlineViewDataSource"))
-            return;
-        auto* table = qobject_cast<QTableView*>(&widget);
-        if (delegate != QLatin1String("LCTableViewDelegate"))
+        if (delegate.isEmpty() || delegate == QLatin1String("TCOutlineViewDataSource")) return;
+        if (delegate == QLatin1String("LCTableViewDelegate"))
+            AttachTable<ListTable>(widget, "only a QTableView can have the delegate ", delegate);
+        else if (delegate != QLatin1String("LBTableViewDelegate"))
             Complain(widget, "unknown delegate ", delegate);
-        else if (!table || table->model())
-            Complain(widget, "only a QTableView can have the delegate ", delegate);
+        else if (!ListBoxTable::Of(&widget))
+            AttachTable<ListBoxTable>(widget, "only a list or a QTableView can have the delegate ",
+                                      delegate);
+    }
+
+    template <class Table>
+    void AttachTable(QWidget& widget, const char* misfit, const QString& delegate) {
+        auto* table = qobject_cast<QTableView*>(&widget);
+        if (table && !table->model())
+            new Table(table);
         else
-            new ListTable(table);
+            Complain(widget, misfit, delegate);
     }
 
     void CheckAction(const QWidget& widget) {
@@ -129,6 +141,7 @@ private:
 
     std::string m_name;
     std::vector<QWidget*> m_widgets; // the root first
+    ListTexts m_listTexts;
 };
 
 struct SizeLimits {

@@ -138,6 +138,7 @@ public:
     BOOL EnsureVisible(int row, BOOL partialOK);
     void SetRedraw(BOOL redraw = TRUE); ///< also reloads when redrawing is switched on
     void Invalidate(BOOL erase = TRUE); ///< also reloads
+    CWnd* SetFocus();                   ///< null, too, without a table view
     /// Shows what has changed, unless redrawing is off. The selection stays.
     void ReloadData();
 
