@@ -18,7 +18,7 @@
 // the list box.
 //
 // Without a view and a table view everything returns LB_ERR (-1) where nothing else is said, and does
-// nothing. Main thread only. 100,000 strings are added to a list box on the screen in some 30 ms.
+// nothing. Main thread only. 100,000 strings are added to a list box on the screen in some 50 ms.
 #pragma once
 
 #include <vmcore/core/arrays.h>
@@ -58,8 +58,9 @@ public:
     int GetText(int index, CString& text) const;
     DWORD_PTR GetItemData(int index) const;     ///< 0 when there is no such row, or no view
     int SetItemData(int index, DWORD_PTR data); ///< 1; 0 when there is no such row, or no view
-    int FindStringExact(int start, const char* text) const; ///< whatever the case; from the end on
-                                                            ///< at the top, but never `start`
+    /// The first row behind `start`, then on from the top but never `start` itself, with just this
+    /// text in whatever case; LB_ERR for none.
+    int FindStringExact(int start, const char* text) const;
 
     int GetCurSel() const;       ///< the row selected last, -1 for none
     int SetCurSel(int index);    ///< this row alone, or none for -1; `index`
