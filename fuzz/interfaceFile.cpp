@@ -1,5 +1,6 @@
-// The loader of interface files. The input is a file: what comes out is a tree of widgets, or none and
-// a log line that says why. The toolkit's loader, which makes the widgets, is not instrumented.
+// The loader of interface files. The input is a file: what comes out is a tree of widgets and the rows
+// of its lists, or none and a log line that says why. The toolkit's loader, which makes the widgets, is
+// not instrumented.
 #include "controls/interfaceFile.h"
 
 #include <cstdlib>
@@ -16,6 +17,7 @@
 
 #include "app/appState.h"
 #include "core/log.h"
+#include "dialogs/listTexts.h"
 #include "platform/bundle.h"
 #include "target.h"
 #include "wnd/tagTable.h"
@@ -77,7 +79,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view bytes = fuzz::Text(data, size);
     WriteInput(vm::InterfaceFilePath("F"), bytes);
     s_lines = 0;
-    QWidget* root = vm::LoadInterfaceFile("F");
+    QStringList rows;
+    vm::InterfaceClasses classes;
+    classes.reads = [&](const QByteArray& file) {
+        for (const auto& [name, texts] : vm::ListTextsOf(file)) rows += texts;
+    };
+    QWidget* root = vm::LoadInterfaceFile("F", nullptr, classes);
+    Require(rows.size() <= static_cast<qsizetype>(size), "the rows of lists stand in the file");
     Require(root || s_lines == 1, "a file that is not loaded is logged");
     Require(!root || IsWellFormed(bytes), "only well-formed files of some depth are loaded");
     delete root;

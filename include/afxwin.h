@@ -9,6 +9,7 @@
 #include <vmcore/app/registry.h>
 #include <vmcore/app/sync.h>
 #include <vmcore/app/threads.h>
+#include <vmcore/controls/CListBox.h>
 #include <vmcore/controls/CMenu.h>
 #include <vmcore/controls/CStatic.h>
 #include <vmcore/core/CString.h>

@@ -16,52 +16,52 @@ QString Heading(const char* text) {
 }
 
 // Inserts before `index`, or appends.
-template <class T>
-void InsertAt(std::vector<T>& values, std::size_t index, T value) {
+template <class Values, class T>
+void InsertAt(Values& values, std::size_t index, T value) {
     const std::size_t place = std::min(index, values.size());
     values.insert(values.begin() + static_cast<std::ptrdiff_t>(place), std::move(value));
 }
 
-template <class T>
-void RemoveAt(std::vector<T>& values, std::size_t index) {
+template <class Values>
+void RemoveAt(Values& values, std::size_t index) {
     if (index < values.size()) values.erase(values.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
-template <class T>
-T ValueAt(const std::vector<T>& values, int index) {
+template <class Values>
+typename Values::value_type ValueAt(const Values& values, int index) {
     const auto place = static_cast<std::size_t>(index);
-    return index >= 0 && place < values.size() ? values[place] : T{};
+    return index >= 0 && place < values.size() ? values[place] : typename Values::value_type{};
 }
 
 // What a record says about a row; what it does not say is empty or 0.
 struct RowValues {
     explicit RowValues(const LVITEM& item)
-        : text(item.mask & LVIF_TEXT && item.pszText ? item.pszText : ""),
+        : text(item.mask & LVIF_TEXT ? item.pszText : nullptr),
           image(item.mask & LVIF_IMAGE ? static_cast<std::uint32_t>(item.iImage) : 0),
           data(item.mask & LVIF_PARAM ? item.lParam : 0) {}
 
-    std::string text;
+    vm::RowText text;
     std::uint32_t image;
     std::uintptr_t data;
 };
 
-int Count(const LCTableViewDelegate& rows) {
+int TextCount(const LCTableViewDelegate& rows) {
     return static_cast<int>(rows.strings.size());
 }
 
-int AppendRow(LCTableViewDelegate& rows, const RowValues& values) {
-    rows.strings.push_back(values.text);
+int AppendRow(LCTableViewDelegate& rows, RowValues& values) {
+    rows.strings.push_back(std::move(values.text));
     rows.images.push_back(values.image);
     rows.data.push_back(values.data);
-    return Count(rows) - 1;
+    return TextCount(rows) - 1;
 }
 
 // Without a text bit no text is added: `strings` is one shorter than `data` from then on.
-void InsertRowBefore(LCTableViewDelegate& rows, const LVITEM& item, const RowValues& values) {
+void InsertRowBefore(LCTableViewDelegate& rows, const LVITEM& item, RowValues& values) {
     const auto index = static_cast<std::size_t>(item.iItem);
     InsertAt(rows.data, index, values.data);
     InsertAt(rows.images, index, values.image);
-    if (item.mask & LVIF_TEXT) InsertAt(rows.strings, index, values.text);
+    if (item.mask & LVIF_TEXT) InsertAt(rows.strings, index, std::move(values.text));
 }
 
 } // namespace
@@ -116,8 +116,8 @@ int CListCtrl::InsertItem(const LVITEM* item) {
     LCTableViewDelegate* rows = Rows();
     if (!rows) return -1;
     const vm::ProgramEdit edit(*rows);
-    const bool appends = item->iItem < 0 || Count(*rows) <= item->iItem;
-    const RowValues values(*item);
+    const bool appends = item->iItem < 0 || TextCount(*rows) <= item->iItem;
+    RowValues values(*item);
     if (!appends) InsertRowBefore(*rows, *item, values);
     const int row = appends ? AppendRow(*rows, values) : item->iItem;
     Refresh();
@@ -141,7 +141,7 @@ int CListCtrl::InsertItem(UINT mask, int row, const char* itemText, UINT state, 
 
 BOOL CListCtrl::DeleteItem(int row) {
     LCTableViewDelegate* rows = Rows();
-    if (!rows || row < 0 || row >= Count(*rows)) return FALSE;
+    if (!rows || row < 0 || row >= TextCount(*rows)) return FALSE;
     const vm::ProgramEdit edit(*rows);
     const auto index = static_cast<std::size_t>(row);
     RemoveAt(rows->strings, index);
@@ -165,17 +165,17 @@ BOOL CListCtrl::DeleteAllItems() {
 int CListCtrl::GetItemCount() const {
     if (!view || !tableView) return 0;
     const LCTableViewDelegate* rows = Rows();
-    return rows ? Count(*rows) : -1;
+    return rows ? TextCount(*rows) : -1;
 }
 
 BOOL CListCtrl::GetItem(LVITEM* item) const {
     const LCTableViewDelegate* rows = Rows();
-    if (!rows || item->iItem < 0 || item->iItem >= Count(*rows)) return FALSE;
+    if (!rows || item->iItem < 0 || item->iItem >= TextCount(*rows)) return FALSE;
     if (item->mask & LVIF_PARAM) item->lParam = ValueAt(rows->data, item->iItem);
     if (item->mask & LVIF_IMAGE)
         item->iImage = static_cast<int>(ValueAt(rows->images, item->iItem));
     if (item->mask & LVIF_TEXT && item->pszText)
-        std::strcpy(item->pszText, ValueAt(rows->strings, item->iItem).c_str());
+        std::strcpy(item->pszText, rows->strings[static_cast<std::size_t>(item->iItem)].Get());
     return TRUE;
 }
 
@@ -187,9 +187,9 @@ std::uintptr_t CListCtrl::GetItemData(int row) const {
 BOOL CListCtrl::SetItemText(int row, int, const char* itemText) {
     LCTableViewDelegate* rows = Rows();
     if (!rows) return FALSE;
-    if (!itemText || row < 0 || row >= Count(*rows)) return TRUE;
+    if (!itemText || row < 0 || row >= TextCount(*rows)) return TRUE;
     const vm::ProgramEdit edit(*rows);
-    rows->strings[static_cast<std::size_t>(row)] = itemText;
+    rows->strings[static_cast<std::size_t>(row)] = vm::RowText(itemText);
     rows->Table().ReloadData();
     return TRUE;
 }
@@ -216,6 +216,11 @@ void CListCtrl::SetRedraw(BOOL redraw) {
 void CListCtrl::Invalidate(BOOL erase) {
     ReloadData();
     CWnd::Invalidate(erase);
+    if (Rows()) tableView->viewport()->update();
+}
+
+CWnd* CListCtrl::SetFocus() {
+    return tableView ? CWnd::SetFocus() : nullptr;
 }
 
 // The selection belongs to row numbers and survives the reload.

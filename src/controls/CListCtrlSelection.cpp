@@ -38,11 +38,7 @@ UINT CListCtrl::GetItemState(int row, UINT) const {
 
 UINT CListCtrl::GetSelectedCount() const {
     const LCTableViewDelegate* rows = Rows();
-    if (!rows) return 0;
-    UINT count = 0;
-    for (const auto& [first, last] : rows->Table().SelectedRanges())
-        count += static_cast<UINT>(last - first + 1);
-    return count;
+    return rows ? static_cast<UINT>(rows->Table().SelectedCount()) : 0;
 }
 
 POSITION CListCtrl::GetFirstSelectedItemPosition() const {

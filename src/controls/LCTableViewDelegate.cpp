@@ -1,5 +1,6 @@
 #include "controls/LCTableViewDelegate.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include <QtWidgets/QTableView>
@@ -25,13 +26,13 @@ LCTableViewDelegate* LCTableViewDelegate::Of(const QTableView* view) {
     return table ? &table->Rows() : nullptr;
 }
 
-CWnd* LCTableViewDelegate::List() const {
-    if (wnd) return CWndListVerify(wnd) ? wnd : nullptr;
+CWnd* LCTableViewDelegate::Object() const {
+    if (wnd) return CWndListVerify(wnd) && wnd->view ? wnd : nullptr;
     return GetControlReference(m_table.View());
 }
 
 std::string LCTableViewDelegate::DisplayText(int column, std::uintptr_t itemData) const {
-    CWnd* list = List();
+    CWnd* list = Object();
     if (!list) return {};
     LV_DISPTEXT record{};
     record.column = column;
@@ -48,17 +49,18 @@ LCTableViewDelegate::DisplayTexts(int column, const std::vector<std::uintptr_t>&
     return texts;
 }
 
-// The texts are asked for on a copy: the host may change the list while it answers.
+// The texts are asked for on a copy: the host may change the list while it answers, and then the rows
+// stay where they are.
 void LCTableViewDelegate::sortDescriptorsDidChange(int column, bool ascending) {
     if (column < 0) return;
     vm::Lists().sortCol = column;
     vm::Lists().sortAscending = ascending;
-    vm::Lists().sortWnd = List();
-    if (data.size() > 1) {
-        const std::vector<std::uintptr_t> copy = data;
-        std::vector<std::uintptr_t> sorted =
-            vm::SortedByText(copy, DisplayTexts(column, copy), ascending);
-        if (data.size() == sorted.size()) data = std::move(sorted);
+    vm::Lists().sortWnd = Object();
+    const std::vector<std::uintptr_t> before(data.begin(), data.end());
+    if (before.size() > 1) {
+        const auto sorted = vm::SortedByText(before, DisplayTexts(column, before), ascending);
+        if (std::equal(data.begin(), data.end(), before.begin(), before.end()))
+            std::copy(sorted.begin(), sorted.end(), data.begin());
     }
     m_table.ReloadData();
 }
@@ -73,7 +75,7 @@ void LCTableViewDelegate::doubleClick() {
 }
 
 void LCTableViewDelegate::Notify(UINT code) {
-    CWnd* list = List();
+    CWnd* list = Object();
     CWnd* parent = list ? list->GetParent() : nullptr;
     if (!parent) return;
     const int row = m_table.SelectedRow();

@@ -3,22 +3,23 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <vmcore/core/types.h>
 
+#include "controls/rowTable.h"
+#include "controls/rowText.h"
+
 class CListCtrl;
-class CWnd;
-class QTableView;
 
 namespace vm {
 class ListTable;
 }
 
 /// The delegate and data source of a list's table view; part of its ListTable.
-class LCTableViewDelegate {
+class LCTableViewDelegate final : public vm::RowKeeper {
 public:
     explicit LCTableViewDelegate(vm::ListTable& table) : m_table(table) {}
     LCTableViewDelegate(const LCTableViewDelegate&) = delete;
@@ -26,21 +27,24 @@ public:
     /// The delegate of a table view; null when it is no list's.
     static LCTableViewDelegate* Of(const QTableView* view);
 
-    CListCtrl* wnd = nullptr;         ///< the list that it serves
-    std::vector<std::string> strings; ///< the rows' own texts
-    std::vector<std::uintptr_t> data; ///< item data: as many as the table shows rows
-    std::vector<std::uint32_t> images;
-    bool userEdit = true; ///< notifications are sent only while it is set
+    CListCtrl* wnd = nullptr; ///< the list that it serves
+
+    // The rows, in double-ended queues: a million take 20 bytes each, and rows come and go at both
+    // ends without the others being moved.
+    std::deque<vm::RowText> strings; ///< the rows' own texts
+    std::deque<std::uintptr_t> data; ///< item data: as many as the table shows rows
+    std::deque<std::uint32_t> images;
 
     vm::ListTable& Table() const { return m_table; }
+    int Count() const override { return static_cast<int>(data.size()); }
     /// The list: `wnd`, else the object that the table view is registered for; null for neither.
-    CWnd* List() const;
+    CWnd* Object() const override;
     /// What the list answers for a cell.
     std::string DisplayText(int column, std::uintptr_t itemData) const;
 
     void sortDescriptorsDidChange(int column, bool ascending);
-    void selectionDidChange();
-    void doubleClick();
+    void selectionDidChange() override;
+    void doubleClick() override;
 
 private:
     std::vector<std::string> DisplayTexts(int column,
@@ -60,19 +64,5 @@ struct ListState {
     std::vector<std::uint32_t> SelectedRows; // of the iteration that runs
 };
 ListState& Lists();
-
-/// Holds notifications back while the program changes a list.
-class ProgramEdit {
-public:
-    explicit ProgramEdit(LCTableViewDelegate& rows)
-        : m_rows(rows), m_before(std::exchange(rows.userEdit, false)) {}
-    ~ProgramEdit() { m_rows.userEdit = m_before; }
-    ProgramEdit(const ProgramEdit&) = delete;
-    ProgramEdit& operator=(const ProgramEdit&) = delete;
-
-private:
-    LCTableViewDelegate& m_rows;
-    bool m_before;
-};
 
 } // namespace vm

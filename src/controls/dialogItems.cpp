@@ -7,6 +7,7 @@
 
 #include <QtWidgets/QAbstractButton>
 
+#include "controls/listBoxMessages.h"
 #include "controls/listItems.h"
 #include "core/log.h"
 #include "core/macroman.h"
@@ -18,7 +19,7 @@ namespace {
 
 constexpr UINT kBoxStyle = 1; // OK and Cancel
 
-// The list box messages, and as many of the combo box, in the same order.
+// The combo box messages in their order.
 enum class ListMessage {
     Add,
     Insert,
@@ -80,32 +81,9 @@ LRESULT AnswerList(const vm::ListItems& items, ListMessage message, WPARAM wPara
     return LB_ERR;
 }
 
-// Where a list box answers otherwise than a combo box.
-LRESULT AnswerListBox(const vm::ListItems& items, ListMessage message, WPARAM wParam,
-                      LPARAM lParam) {
-    const int index = static_cast<int>(wParam);
-    switch (message) {
-    case ListMessage::Insert:
-        return index < 0 ? LB_ERR : items.Insert(index, TextOf(lParam));
-    case ListMessage::Delete:
-        return items.Remove(index) ? index : LB_ERR;
-    case ListMessage::SetSelection:
-        return items.Select(index), index;
-    case ListMessage::Select:
-        return SelectFound(items, items.FindWhole(index, TextOf(lParam))), LB_ERR;
-    default:
-        return AnswerList(items, message, wParam, lParam);
-    }
-}
-
 LRESULT SendToList(QWidget& view, UINT number, WPARAM wParam, LPARAM lParam) {
     const std::optional<vm::ListItems> items = vm::ListItems::Of(&view);
     return items ? AnswerList(*items, static_cast<ListMessage>(number), wParam, lParam) : LB_ERR;
-}
-
-LRESULT SendToListBox(QWidget& view, UINT number, WPARAM wParam, LPARAM lParam) {
-    const std::optional<vm::ListItems> items = vm::ListItems::Of(&view);
-    return items ? AnswerListBox(*items, static_cast<ListMessage>(number), wParam, lParam) : LB_ERR;
 }
 
 LRESULT SendToButton(QWidget& view, UINT message, WPARAM wParam) {
@@ -130,7 +108,6 @@ void ReportForwarded(int id, UINT message) {
     vm::ShowMessageBox(nullptr, text.c_str(), "Msg", kBoxStyle);
 }
 
-static_assert(LB_SELECTSTRING - LB_ADDSTRING == static_cast<UINT>(ListMessage::Select));
 static_assert(CB_SELECTSTRING - CB_ADDSTRING == static_cast<UINT>(ListMessage::Select));
 
 } // namespace
@@ -147,7 +124,7 @@ LRESULT CWnd::SendDlgItemMessage(int id, UINT message, WPARAM wParam, LPARAM lPa
     if (message >= BM_SETCHECK && message <= BM_CLICK)
         return SendToButton(*item->view, message, wParam);
     if (message >= LB_ADDSTRING && message <= LB_SELECTSTRING)
-        return SendToListBox(*item->view, message - LB_ADDSTRING, wParam, lParam);
+        return vm::SendToListBox(*item->view, message, wParam, lParam);
     if (message >= CB_ADDSTRING && message <= CB_SELECTSTRING)
         return SendToList(*item->view, message - CB_ADDSTRING, wParam, lParam);
     ReportForwarded(id, message);

@@ -171,6 +171,7 @@ QWidget* LoadInterfaceFile(const std::string& name, QWidget* parent,
     const std::string path = InterfaceFilePath(name);
     const QByteArray* bytes = FileBytes(path);
     if (!bytes) return nullptr;
+    if (classes.reads) classes.reads(*bytes);
     QWidget* root = nullptr;
     std::vector<std::string> warnings;
     {

@@ -24,6 +24,7 @@ bool InterfaceFileExists(const std::string& name);
 /// What a file's widgets are made of, where it is not the class that the file names. Each may be
 /// empty, and return null to have the usual widget.
 struct InterfaceClasses {
+    std::function<void(const QByteArray& file)> reads; ///< called first, with the content
     std::function<QWidget*(const QString& className, QWidget* parent)> makeRoot;
     std::function<QWidget*(const QString& className, QWidget* parent)> makeWidget;
     /// Called with every widget of the file, root included, before it has its properties.

@@ -1,28 +1,17 @@
 #include "controls/listItems.h"
 
-#include <QtCore/QItemSelectionModel>
-#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QComboBox>
-#include <QtWidgets/QTableView>
 
-#include "controls/listTable.h"
 #include "wnd/controlText.h"
 
 namespace vm {
-namespace {
 
-bool KeepsRowsItself(const QAbstractItemView& list) {
-    return ListTable::Of(qobject_cast<const QTableView*>(&list)) != nullptr;
-}
-
-} // namespace
+ListItems::ListItems(QComboBox* combo) : m_model(combo->model()), m_combo(combo) {}
 
 std::optional<ListItems> ListItems::Of(QWidget* view) {
-    if (auto* combo = qobject_cast<QComboBox*>(view))
-        return ListItems(combo->model(), combo, nullptr);
-    auto* list = qobject_cast<QAbstractItemView*>(view);
-    if (!list || !list->model() || KeepsRowsItself(*list)) return std::nullopt;
-    return ListItems(list->model(), nullptr, list);
+    auto* combo = qobject_cast<QComboBox*>(view);
+    if (!combo) return std::nullopt;
+    return ListItems(combo);
 }
 
 int ListItems::Count() const {
@@ -37,7 +26,7 @@ int ListItems::Insert(int index, const QString& text) const {
     const bool hadSelection = Selected() >= 0;
     if (!m_model->insertRow(row)) return -1;
     m_model->setData(m_model->index(row, 0), text, Qt::DisplayRole);
-    if (m_combo && !hadSelection) m_combo->setCurrentIndex(-1);
+    if (!hadSelection) m_combo->setCurrentIndex(-1);
     return row;
 }
 
@@ -53,7 +42,7 @@ bool ListItems::Remove(int index) const {
 void ListItems::Clear() const {
     const ProgramChange change;
     m_model->removeRows(0, Count());
-    if (m_combo && m_combo->isEditable()) m_combo->clearEditText();
+    if (m_combo->isEditable()) m_combo->clearEditText();
 }
 
 std::optional<QString> ListItems::Text(int index) const {
@@ -62,12 +51,12 @@ std::optional<QString> ListItems::Text(int index) const {
 }
 
 int ListItems::Selected() const {
-    return m_combo ? m_combo->currentIndex() : ControlInteger(*m_list) - 1;
+    return m_combo->currentIndex();
 }
 
 bool ListItems::Select(int index) const {
     const bool exists = index >= 0 && index < Count();
-    SetControlInteger(m_combo ? static_cast<QWidget&>(*m_combo) : *m_list, exists ? index + 1 : 0);
+    SetControlInteger(*m_combo, exists ? index + 1 : 0);
     return exists;
 }
 
@@ -78,12 +67,6 @@ int ListItems::Find(int after, const QString& prefix) const {
         const int row = (start + i) % count;
         if (Text(row)->startsWith(prefix, Qt::CaseInsensitive)) return row;
     }
-    return -1;
-}
-
-int ListItems::FindWhole(int after, const QString& text) const {
-    for (int row = after + 1; row >= 0 && row < Count(); ++row)
-        if (*Text(row) == text) return row;
     return -1;
 }
 

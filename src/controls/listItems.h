@@ -1,6 +1,5 @@
-// The entries of a native list or combo box as list boxes and combo boxes of the Win32 interfaces
-// have them: counted from 0, found by the beginning of their text, at most one selected. What is
-// changed here is never reported as the user's doing.
+// The entries of a native combo box as combo boxes of the Win32 interfaces have them: counted from 0,
+// found by the beginning of their text. What is changed here is never reported as the user's doing.
 #pragma once
 
 #include <optional>
@@ -8,7 +7,6 @@
 #include <QtCore/QString>
 
 class QAbstractItemModel;
-class QAbstractItemView;
 class QComboBox;
 class QWidget;
 
@@ -16,7 +14,7 @@ namespace vm {
 
 class ListItems {
 public:
-    /// Nothing for null, for a view that is no list, and for a list whose entries are kept elsewhere.
+    /// Nothing for null, and for a view that is no combo box.
     static std::optional<ListItems> Of(QWidget* view);
 
     int Count() const;
@@ -33,16 +31,12 @@ public:
     /// The first entry after `after` (from the top after the last) that begins with `prefix`,
     /// whatever the case of either; -1 for none.
     int Find(int after, const QString& prefix) const;
-    /// The first row behind `after` with just this text; -1 at the end.
-    int FindWhole(int after, const QString& text) const;
 
 private:
-    ListItems(QAbstractItemModel* model, QComboBox* combo, QAbstractItemView* list)
-        : m_model(model), m_combo(combo), m_list(list) {}
+    explicit ListItems(QComboBox* combo);
 
     QAbstractItemModel* m_model;
     QComboBox* m_combo;
-    QAbstractItemView* m_list;
 };
 
 } // namespace vm

@@ -6,16 +6,18 @@
 #include <QtWidgets/QTreeView>
 
 #include <vmcore/app/messages.h>
+#include <vmcore/controls/CListBox.h>
 #include <vmcore/controls/CListCtrl.h>
 #include <vmcore/controls/CTreeCtrl.h>
 #include <vmcore/wnd/CWnd.h>
 
 #include "controls/TCOutlineViewDataSource.h"
+#include "controls/listBoxMessages.h"
+#include "controls/listBoxTable.h"
 #include "controls/listItems.h"
 #include "controls/listTable.h"
 #include "controls/treeItems.h"
 #include "core/log.h"
-#include "core/macroman.h"
 #include "wnd/CWndNSView.h"
 #include "wnd/controlText.h"
 #include "wnd/views.h"
@@ -52,13 +54,19 @@ void ExchangeNumber(const CDataExchange* exchange, int id, Number& value,
     value = static_cast<Number>(parse(text));
 }
 
+// A table view that nobody has made one yet becomes the list's or list box's.
+template <class Table, class Control>
+void BindRows(Control& control, QTableView& view) {
+    control.tableView = &view;
+    if (!view.model()) new Table(&view);
+    if (Table* rows = Table::Of(&view)) rows->Rows().wnd = &control;
+}
+
 void BindTable(CWnd& control, QWidget& view) {
-    auto* list = dynamic_cast<CListCtrl*>(&control);
     auto* table = qobject_cast<QTableView*>(&view);
-    if (!list || !table) return;
-    list->tableView = table;
-    if (!vm::ListTable::Of(table) && !table->model()) new vm::ListTable(table);
-    if (vm::ListTable* rows = vm::ListTable::Of(table)) rows->Rows().wnd = list;
+    if (!table) return;
+    if (auto* list = dynamic_cast<CListCtrl*>(&control)) BindRows<vm::ListTable>(*list, *table);
+    if (auto* box = dynamic_cast<CListBox*>(&control)) BindRows<vm::ListBoxTable>(*box, *table);
 }
 
 void BindTree(CWnd& control, QWidget& view) {
@@ -143,24 +151,22 @@ void DDX_Text(CDataExchange* pDX, int nIDC, CString& value) {
 
 void DDX_LBIndex(CDataExchange* pDX, int nIDC, int& index) {
     QWidget* view = ItemView(pDX, nIDC);
-    const std::optional<vm::ListItems> items = vm::ListItems::Of(view);
-    if (!items) return;
+    if (!view) return;
+    vm::TransientListBox box(*view);
     if (pDX->m_bSaveAndValidate)
-        index = items->Selected();
+        index = box->GetCurSel();
     else
-        items->Select(index);
+        box->SetCurSel(index);
 }
 
 void DDX_LBString(CDataExchange* pDX, int nIDC, CString& value) {
     QWidget* view = ItemView(pDX, nIDC);
-    const std::optional<vm::ListItems> items = vm::ListItems::Of(view);
-    if (!items) return;
-    if (pDX->m_bSaveAndValidate) {
-        value = vm::ToMacRomanLossy(items->Text(items->Selected()).value_or(QString())).c_str();
-    } else {
-        const int found = items->FindWhole(-1, vm::FromMacRoman(static_cast<const char*>(value)));
-        if (found >= 0) items->Select(found);
-    }
+    if (!view) return;
+    vm::TransientListBox box(*view);
+    if (pDX->m_bSaveAndValidate)
+        box->GetText(box->GetCurSel(), value);
+    else
+        box->SelectString(-1, value);
 }
 
 void DDV_MaxChars(CDataExchange*, const CString&, int) {}

@@ -14,8 +14,10 @@
 
 #include "controls/TCOutlineViewDataSource.h"
 #include "controls/interfaceFile.h"
+#include "controls/listBoxTable.h"
 #include "controls/listTable.h"
 #include "controls/outlineView.h"
+#include "dialogs/dialogLists.h"
 #include "wnd/CWndNSView.h"
 #include "wnd/CWndViewController.h"
 #include "wnd/CWndWindowController.h"
@@ -69,7 +71,9 @@ public:
         classes.makeRoot = [&](const QString& rootClass, QWidget* owner) {
             return expected = CanBeDialog(rootClass) ? makeRoot(owner) : nullptr;
         };
+        classes.reads = [this](const QByteArray& file) { m_listTexts = ListTextsOf(file); };
         classes.makeWidget = [](const QString& className, QWidget* owner) -> QWidget* {
+            if (IsListClass(className)) return MakeListBoxView(owner);
             if (className == QLatin1String("QTreeView")) return new OutlineView(owner);
             return className == QLatin1String("CWndView") ? new CWndView(owner) : nullptr;
         };
@@ -88,6 +92,7 @@ public:
             if (widget == m_widgets.front()) continue; // the root is the dialog itself
             TakeTag(*widget);
             AttachDelegate(*widget);
+            FillListBox(*widget, m_listTexts);
             CheckAction(*widget);
             WireControl(*widget, receiver, actions);
             if (const auto* box = qobject_cast<QDialogButtonBox*>(widget)) {
@@ -106,18 +111,31 @@ private:
         if (tag.isValid()) SetTagOf(&widget, tag.toInt());
     }
 
-    // The lists of the other delegate keep their rows themselves.
-    void AttachDelegate(QWidget& widget) {
-        const QString delegate = widget.property(kDelegateProperty).toString();
-        if (delegate.isEmpty() || delegate == QLatin1String("LBTableViewDelegate")) return;
-        if (delegate == QLatin1String("TCOutlineViewDataSource")) return AttachTree(widget);
+            AttachTable<ListTable>(widget, "only a QTableView can have the delegate ", delegate);
         auto* table = qobject_cast<QTableView*>(&widget);
+        const QString delegate = widget.property(kDelegateProperty).toString();
+        else if (delegate != QLatin1String("LBTableViewDelegate"))
         if (delegate != QLatin1String("LCTableViewDelegate"))
+        if (delegate == QLatin1String("LCTableViewDelegate"))
+        if (delegate == QLatin1String("TCOutlineViewDataSource")) return AttachTree(widget);
+        if (delegate.isEmpty() || delegate == QLatin1String("LBTableViewDelegate")) return;
+        if (delegate.isEmpty() || delegate == QLatin1String("TCOutlineViewDataSource")) return;
+    // The lists of the other delegate keep their rows themselves.
+    // The trees of the other delegate keep their rows themselves.
+    void AttachDelegate(QWidget& widget) {
             Complain(widget, "unknown delegate ", delegate);
-        else if (!table || table->model())
-            Complain(widget, "only a QTableView can have the delegate ", delegate);
+        else if (!ListBoxTable::Of(&widget))
+            AttachTable<ListBoxTable>(widget, "only a list or a QTableView can have the delegate ",
+                                      delegate);
+    }
+
+    template <class Table>
+    void AttachTable(QWidget& widget, const char* misfit, const QString& delegate) {
+        auto* table = qobject_cast<QTableView*>(&widget);
+        if (table && !table->model())
+            new Table(table);
         else
-            new ListTable(table);
+            Complain(widget, misfit, delegate);
     }
 
     void AttachTree(QWidget& widget) {
@@ -142,6 +160,7 @@ private:
 
     std::string m_name;
     std::vector<QWidget*> m_widgets; // the root first
+    ListTexts m_listTexts;
 };
 
 struct SizeLimits {

@@ -51,12 +51,6 @@ bool IsEditableField(const HWND view) {
             IsEditable<QTextEdit>(view));
 }
 
-CWnd* ObjectAround(const QWidget& view) {
-    for (QWidget* around = view.parentWidget(); around; around = around->parentWidget())
-        if (CWnd* wnd = GetControlReference(around)) return wnd;
-    return nullptr;
-}
-
 LPARAM HandleOf(const CWnd& wnd) {
     return reinterpret_cast<LPARAM>(wnd.view);
 }
@@ -101,7 +95,7 @@ BOOL HandleContextMenuMessage(CWnd* wnd, POINT point) {
 
 void GenerateFocusMessage(HWND field, bool gained) {
     if (!IsEditableField(field)) return;
-    CWnd* const wnd = ObjectAround(*field);
+    CWnd* const wnd = vm::ObjectAround(*field);
     if (wnd)
         wnd->SendMessage(WM_COMMAND,
                          MAKEWPARAM(vm::TagOf(field), gained ? EN_SETFOCUS : EN_KILLFOCUS),

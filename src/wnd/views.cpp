@@ -84,6 +84,12 @@ CWnd* ObjectOf(QWidget* view) {
     return own && own->wnd ? own->wnd : GetControlReference(view);
 }
 
+CWnd* ObjectAround(const QWidget& view) {
+    for (QWidget* around = view.parentWidget(); around; around = around->parentWidget())
+        if (CWnd* wnd = ObjectOf(around)) return wnd;
+    return nullptr;
+}
+
 NSWindow* WindowOf(const QWidget* view) {
     return view ? dynamic_cast<NativeWindow*>(view->window()) : nullptr;
 }

@@ -17,6 +17,8 @@ QWidget* FindViewWithTag(const QWidget* root, int tag);
 /// The object of a view: the one that a view of ours was made for, else the first that is bound. A
 /// message to a bare handle puts the scratch window in front of the bindings.
 CWnd* ObjectOf(QWidget* view);
+/// The object of the nearest view around this one that has an object; null for none.
+CWnd* ObjectAround(const QWidget& view);
 /// The native window that holds the view; null for a view outside of one.
 NSWindow* WindowOf(const QWidget* view);
 /// The view is the content view of its window.

@@ -1,83 +1,13 @@
-#include <vmcore/controls/CListCtrl.h>
-
-#include <memory>
-
-#include <QtGui/QAction>
-#include <QtWidgets/QHeaderView>
-#include <QtWidgets/QTableView>
-
-#include <gmock/gmock.h>
+// The list with columns: each operation, and what the user does.
+#include "ListCtrlFixture.h"
 
 #include <vmcore/app/CWinApp.h>
-#include <vmcore/core/strings.h>
 
-#include "ControlsFixture.h"
-#include "controls/LCTableViewDelegate.h"
 #include "controls/listSort.h"
 #include "support/MessageBoxRecorder.h"
 
 using testing::ElementsAre;
 using testing::Pair;
-
-namespace {
-
-// Answers every cell with "<column>:<item data>", or with a text of its own.
-class PatchList : public CListCtrl {
-public:
-    int MessageMap(int message, WPARAM wParam, LPARAM lParam) override {
-        if (message != WM_GETDISPLAYTEXT) return CListCtrl::MessageMap(message, wParam, lParam);
-        auto* cell = reinterpret_cast<LV_DISPTEXT*>(lParam);
-        asked.emplace_back(cell->column, cell->itemData);
-        const std::string label = texts.count(cell->itemData) ? texts[cell->itemData]
-                                                              : std::to_string(cell->column) + ":" +
-                                                                    std::to_string(cell->itemData);
-        snprintf(cell->text, sizeof cell->text, "%s", label.c_str());
-        return 1;
-    }
-    std::map<std::uintptr_t, std::string> texts;
-    std::vector<std::pair<int, std::uintptr_t>> asked;
-};
-
-class ListCtrl : public testing::Test {
-protected:
-    ListCtrl() {
-        m_window.Open();
-        m_list.Create(WS_VISIBLE, RECT{10, 20, 310, 220}, &m_window, 55);
-        m_list.InsertColumn(0, "Name", 0, 120);
-        m_list.InsertColumn(2, "Bank", 0, 80);
-    }
-
-    // Rows with the item data 100, 101, ...
-    void AppendRows(int count) {
-        for (int i = 0; i < count; ++i)
-            m_list.InsertItem(LVIF_PARAM | LVIF_TEXT, i, "row", 0, 0, 0,
-                              static_cast<LPARAM>(100 + i));
-    }
-    std::vector<std::uintptr_t> Data() const {
-        return LCTableViewDelegate::Of(m_list.tableView)->data;
-    }
-    std::string Cell(int row, int section) const {
-        return m_list.tableView->model()->index(row, section).data().toString().toStdString();
-    }
-    void ClickHeader(int section) {
-        QHeaderView* header = m_list.tableView->horizontalHeader();
-        Click(header->viewport(),
-              {header->sectionViewportPosition(section) + 20, header->height() / 2});
-    }
-    std::vector<int> Selection() const {
-        std::vector<int> rows;
-        POSITION position = m_list.GetFirstSelectedItemPosition();
-        while (position) rows.push_back(m_list.GetNextSelectedItem(position));
-        return rows;
-    }
-
-    LogCapture m_log;
-    Watchdog m_watchdog;
-    RecordingWnd m_window;
-    PatchList m_list;
-};
-
-} // namespace
 
 TEST_F(ListCtrl, IsAChildOfItsParentAtTheRectangle) {
     EXPECT_EQ(m_list.view->parentWidget(), m_window.view);
@@ -294,7 +224,7 @@ TEST_F(ListCtrl, HeaderClickSortsTheItemDataByTheTextsOfThatColumn) {
                 testing::IsSupersetOf({Pair(2, 100), Pair(2, 101), Pair(2, 102), Pair(2, 103)}));
     ClickHeader(1);
     EXPECT_THAT(Data(), ElementsAre(103, 102, 100, 101)) << "from Z to A";
-    EXPECT_EQ(LCTableViewDelegate::Of(m_list.tableView)->strings[0], "own text");
+    EXPECT_EQ(LCTableViewDelegate::Of(m_list.tableView)->strings[0].Get(), std::string("own text"));
     EXPECT_THAT(Selection(), ElementsAre(0));
     EXPECT_TRUE(m_window.notifications.empty());
 }

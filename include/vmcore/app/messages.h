@@ -24,7 +24,7 @@ enum : UINT {
     LB_GETTEXT = 117,      ///< wParam: index, lParam: buffer; result: length
     LB_GETTEXTLEN = 118,   ///< wParam: index
     LB_FINDSTRING = 119,   ///< wParam: index to start after (-1: at the top), lParam: prefix
-    LB_SELECTSTRING = 120, ///< selects the first behind wParam with just this text; always LB_ERR
+    LB_SELECTSTRING = 120, ///< wParam, lParam: see CListBox::SelectString; always LB_ERR
     CB_ADDSTRING = 130,    ///< as the list box messages, but:
     CB_INSERTSTRING = 131, ///< -1: at the end
     CB_DELETESTRING = 132, ///< result: how many are left

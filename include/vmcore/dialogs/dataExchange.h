@@ -45,8 +45,8 @@ VM_API void DDX_Text(CDataExchange* pDX, int nIDC, CString& value);
 // The selection of a list or combo box, counted from 0; -1 for none.
 VM_API void DDX_LBIndex(CDataExchange* pDX, int nIDC, int& index);
 VM_API void DDX_CBIndex(CDataExchange* pDX, int nIDC, int& index);
-/// Selects the first entry that begins with the text; out of the list comes the selected entry, ""
-/// when there is none.
+/// As CListBox::SelectString, from the top; out of the list comes the selected entry, "" when there
+/// is none.
 VM_API void DDX_LBString(CDataExchange* pDX, int nIDC, CString& value);
 
 VM_API void DDV_MaxChars(CDataExchange* pDX, const CString& value, int nChars); ///< no check

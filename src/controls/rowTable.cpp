@@ -1,0 +1,297 @@
+#include "controls/rowTable.h"
+
+#include <algorithm>
+
+#include <QtCore/QEvent>
+#include <QtCore/QItemSelectionModel>
+#include <QtCore/QSignalBlocker>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QStyledItemDelegate>
+#include <QtWidgets/QTableView>
+
+#include "platform/eventboundary.h"
+#include "wnd/contextMenus.h"
+#include "wnd/controlText.h"
+#include "wnd/views.h"
+
+namespace vm {
+namespace {
+
+constexpr int kRowPadding = 5; // above and below the text together
+
+// Rows are what is selected and has the focus: no frame around one cell.
+class RowPainter : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->state &= ~QStyle::State_HasFocus;
+    }
+};
+
+void SetUpRows(QTableView* view) {
+    QHeaderView* rows = view->verticalHeader();
+    rows->hide();
+    rows->setSectionResizeMode(QHeaderView::Fixed);
+    rows->setMinimumSectionSize(1);
+    rows->setDefaultSectionSize(view->fontMetrics().height() + kRowPadding);
+    view->setItemDelegate(new RowPainter(view));
+    view->setShowGrid(false);
+    view->setWordWrap(false);
+    view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    view->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+}
+
+void SetUpBehaviour(QTableView* view) {
+    view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view->setTabKeyNavigation(false);
+    view->setCornerButtonEnabled(false);
+}
+
+// The header paints its sections by its own, empty selection: asking the rows' selection would cost
+// a walk over all rows per column.
+void SetUpHeader(QHeaderView* header, QAbstractItemModel* model) {
+    header->setSelectionModel(new QItemSelectionModel(model, header));
+    header->setHighlightSections(false);
+    header->setSectionsMovable(false);
+}
+
+// Rows as ascending (first, last) that do not touch, whatever columns the selection has.
+std::vector<std::pair<int, int>> MergedRanges(const QItemSelection& selection) {
+    std::vector<std::pair<int, int>> ranges;
+    for (const QItemSelectionRange& range : selection)
+        ranges.emplace_back(range.top(), range.bottom());
+    std::sort(ranges.begin(), ranges.end());
+    std::vector<std::pair<int, int>> merged;
+    for (const auto& range : ranges) {
+        if (!merged.empty() && range.first <= merged.back().second + 1)
+            merged.back().second = std::max(merged.back().second, range.second);
+        else
+            merged.push_back(range);
+    }
+    return merged;
+}
+
+// A selection made by the program: the view neither looks for the cells that change, which costs a
+// walk over all rows, nor scrolls to them.
+class QuietView {
+public:
+    explicit QuietView(QTableView& view) : m_view(view) { m_view.setUpdatesEnabled(false); }
+    ~QuietView() { m_view.setUpdatesEnabled(true); }
+    QuietView(const QuietView&) = delete;
+    QuietView& operator=(const QuietView&) = delete;
+
+private:
+    QTableView& m_view;
+};
+
+bool LooksAtRows(QEvent::Type type) {
+    switch (type) {
+    case QEvent::Paint:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::KeyPress:
+    case QEvent::Wheel:
+    case QEvent::Timer:
+    case QEvent::ContextMenu:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+RowTable::RowTable(QTableView* view) : QAbstractTableModel(view), m_view(view) {}
+
+RowTable* RowTable::Of(const QTableView* view) {
+    return view ? dynamic_cast<RowTable*>(view->model()) : nullptr;
+}
+
+void RowTable::Attach(RowKeeper& rows) {
+    m_keeper = &rows;
+    m_view->setModel(this);
+    SetUpHeader(m_view->horizontalHeader(), this);
+    SetUpRows(m_view);
+    SetUpBehaviour(m_view);
+    Connect();
+    ReportContextMenus(*m_view, [this] { return m_keeper->Object(); });
+}
+
+// The filter of the viewport runs before the view sees the viewport's events.
+void RowTable::Connect() {
+    m_view->installEventFilter(this);
+    m_view->viewport()->installEventFilter(this);
+    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this](const QItemSelection& selected) {
+                const HeldViews held; // the view goes on with its click or key
+                AtEventBoundary([&] { SelectionChanged(selected); });
+                CatchUp();
+            });
+    connect(m_view, &QAbstractItemView::doubleClicked, this, [this] {
+        const HeldViews held;
+        AtEventBoundary([this] { m_keeper->doubleClick(); });
+        CatchUp();
+    });
+}
+
+int RowTable::Tag() const {
+    return TagOf(m_view);
+}
+
+void RowTable::SetMultiSelect(bool multiple) {
+    m_view->setSelectionMode(multiple ? QAbstractItemView::ExtendedSelection
+                                      : QAbstractItemView::SingleSelection);
+}
+
+void RowTable::NoteNumberOfRowsChanged() {
+    m_fewestRows = std::min(m_fewestRows, m_keeper->Count());
+    m_heardInRequest |= m_requests > 0;
+    if (!std::exchange(m_isBehind, true)) ShowSoon();
+}
+
+void RowTable::ReloadData() {
+    m_cellsAreOld = true;
+    NoteNumberOfRowsChanged();
+}
+
+// An update of the window may come before the event loop does.
+void RowTable::ShowSoon() {
+    m_view->viewport()->update();
+    if (std::exchange(m_isPosted, true)) return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_isPosted = false;
+            CatchUp();
+        },
+        Qt::QueuedConnection);
+}
+
+// The view catches up with the rows. They come and go at the end, whatever the change: the selection
+// belongs to row numbers.
+void RowTable::CatchUp() {
+    if (!m_isBehind || m_requests > 0) return;
+    m_isBehind = m_heardInRequest = false;
+    const ProgramEdit edit(*m_keeper);
+    const int rows = m_keeper->Count();
+    ResizeTo(std::min({std::exchange(m_fewestRows, INT_MAX), rows, m_shownRows}));
+    ResizeTo(rows);
+    if (std::exchange(m_cellsAreOld, false)) ReloadRows(0, m_shownRows - 1);
+}
+
+void RowTable::ResizeTo(int rows) {
+    m_layoutIsOld |= rows != m_shownRows;
+    m_rangesAreOld |= rows != m_shownRows;
+    if (rows > m_shownRows) {
+        beginInsertRows({}, m_shownRows, rows - 1);
+        m_shownRows = rows;
+        endInsertRows();
+    } else if (rows < m_shownRows) {
+        beginRemoveRows({}, rows, m_shownRows - 1);
+        m_shownRows = rows;
+        endRemoveRows();
+    }
+}
+
+void RowTable::ReloadRows(int first, int last) {
+    CatchUp();
+    const int lowest = std::max(first, 0);
+    const int highest = std::min(last, m_shownRows - 1);
+    if (lowest > highest) return;
+    Q_EMIT dataChanged(index(lowest, 0), index(highest, columnCount() - 1));
+}
+
+void RowTable::ScrollToRow(int row) {
+    CatchUp();
+    if (std::exchange(m_layoutIsOld, false)) m_view->doItemsLayout();
+    QScrollBar* horizontal = m_view->horizontalScrollBar();
+    const int before = horizontal->value();
+    m_view->scrollTo(index(row, 0));
+    horizontal->setValue(before);
+}
+
+void RowTable::SelectRows(int first, int last, bool select) {
+    CatchUp();
+    const int lowest = std::max(first, 0);
+    const int highest = std::min(last, m_shownRows - 1);
+    if (lowest > highest) return;
+    const QuietView quiet(*m_view);
+    if (select && lowest == highest) MakeCurrent(lowest);
+    m_view->selectionModel()->select({index(lowest, 0), index(highest, columnCount() - 1)},
+                                     select ? QItemSelectionModel::Select
+                                            : QItemSelectionModel::Deselect);
+}
+
+void RowTable::SelectOnly(int row) {
+    CatchUp();
+    const QuietView quiet(*m_view);
+    m_view->selectionModel()->clearSelection();
+    SelectRows(row, row, true);
+}
+
+// The arrow keys go on from here.
+void RowTable::MakeCurrent(int row) {
+    QItemSelectionModel* selection = m_view->selectionModel();
+    const QSignalBlocker quiet(selection);
+    selection->setCurrentIndex(index(row, 0), QItemSelectionModel::NoUpdate);
+}
+
+// Kept until the selection changes: hosts ask for one row after the other.
+const std::vector<std::pair<int, int>>& RowTable::SelectedRanges() {
+    CatchUp();
+    if (std::exchange(m_rangesAreOld, false))
+        m_selectedRanges = MergedRanges(m_view->selectionModel()->selection());
+    return m_selectedRanges;
+}
+
+bool RowTable::IsRowSelected(int row) {
+    const auto& ranges = SelectedRanges();
+    const auto after = std::upper_bound(
+        ranges.begin(), ranges.end(), row,
+        [](int wanted, const std::pair<int, int>& range) { return wanted < range.first; });
+    return after != ranges.begin() && row <= std::prev(after)->second;
+}
+
+int RowTable::SelectedCount() {
+    int count = 0;
+    for (const auto& [first, last] : SelectedRanges()) count += last - first + 1;
+    return count;
+}
+
+int RowTable::SelectedRow() {
+    const auto& ranges = SelectedRanges();
+    if (m_lastSelected >= 0 && IsRowSelected(m_lastSelected)) return m_lastSelected;
+    return ranges.empty() ? -1 : ranges.back().second;
+}
+
+// The current row may still be the old one; the end of the new rows away from it came last then.
+void RowTable::SelectionChanged(const QItemSelection& selected) {
+    m_rangesAreOld = true;
+    if (!selected.isEmpty()) {
+        const QItemSelectionRange& range = selected.last();
+        const int current = m_view->currentIndex().row();
+        m_lastSelected = range.bottom() < current ? range.top() : range.bottom();
+        if (range.top() <= current && current <= range.bottom()) m_lastSelected = current;
+    }
+    if (!ProgramChange::InProgress()) m_keeper->selectionDidChange();
+}
+
+// Whoever asks gets the rows of now; but the view, in the middle of its own work, those that it knew.
+int RowTable::rowCount(const QModelIndex& parent) const {
+    if (parent.isValid()) return 0;
+    if (m_isBehind && !m_heardInRequest) const_cast<RowTable*>(this)->CatchUp();
+    return m_shownRows;
+}
+
+bool RowTable::eventFilter(QObject*, QEvent* event) {
+    if (m_isBehind && LooksAtRows(event->type())) CatchUp();
+    return false;
+}
+
+} // namespace vm

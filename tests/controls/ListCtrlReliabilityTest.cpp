@@ -1,0 +1,313 @@
+// Lists whose host does what it should not, or has ten million rows; and every operation against a plain
+// model of the rows.
+#include "ListCtrlFixture.h"
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <random>
+#include <set>
+
+#include <QtCore/QCoreApplication>
+#include <QtGui/QContextMenuEvent>
+#include <QtGui/QMouseEvent>
+
+using testing::ElementsAre;
+using testing::SizeIs;
+
+namespace {
+
+/// Does something of the test's when it is asked for a cell.
+class BusyList : public PatchList {
+public:
+    int MessageMap(int message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_CONTEXTMENU) menus.push_back(lParam);
+        if (message == WM_CONTEXTMENU && takesMenus) return 1;
+        if (message == WM_GETDISPLAYTEXT && onCell) onCell(*reinterpret_cast<LV_DISPTEXT*>(lParam));
+        if (message == WM_GETDISPLAYTEXT && isSilent) return 1;
+        return PatchList::MessageMap(message, wParam, lParam);
+    }
+    std::function<void(LV_DISPTEXT&)> onCell;
+    bool isSilent = false; // the text is left as `onCell` made it
+    bool takesMenus = false;
+    std::vector<LPARAM> menus;
+};
+
+/// Does something of the test's when it is notified.
+class BusyParent : public RecordingWnd {
+public:
+    int MessageMap(int message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_NOTIFY) codes.push_back(reinterpret_cast<const NMHDR*>(lParam)->code);
+        if (message == WM_NOTIFY && onNotify) onNotify(codes.back());
+        return RecordingWnd::MessageMap(message, wParam, lParam);
+    }
+    std::function<void(UINT)> onNotify;
+    std::vector<UINT> codes;
+};
+
+class BusyListCtrl : public testing::Test {
+protected:
+    BusyListCtrl() {
+        m_window.Open();
+        m_list = std::make_unique<BusyList>();
+        m_list->Create(WS_VISIBLE, RECT{10, 20, 310, 220}, &m_window, 55);
+        m_list->InsertColumn(0, "Name", 0, 120);
+        for (LPARAM data = 100; data < 105; ++data)
+            m_list->InsertItem(LVIF_PARAM | LVIF_TEXT, 99, "row", 0, 0, 0, data);
+    }
+    ~BusyListCtrl() override { m_window.DestroyWindow(); }
+
+    QTableView* View() { return m_list->tableView; }
+    const std::deque<std::uintptr_t>& Data() { return LCTableViewDelegate::Of(View())->data; }
+    void ClickHeader() {
+        QHeaderView* header = View()->horizontalHeader();
+        Click(header->viewport(), {20, header->height() / 2});
+    }
+
+    LogCapture m_log;
+    Watchdog m_watchdog;
+    BusyParent m_window;
+    std::unique_ptr<BusyList> m_list;
+};
+
+} // namespace
+
+TEST_F(BusyListCtrl, RowsThatGoWhileTheyAreShownAreShownNoMore) {
+    m_list->onCell = [&](LV_DISPTEXT& cell) {
+        if (cell.itemData == 101) m_list->DeleteAllItems();
+    };
+    View()->grab();
+    EXPECT_EQ(m_list->GetItemCount(), 0);
+    EXPECT_EQ(m_list->asked.back().second, 101u);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(View()->model()->rowCount(), 0);
+    m_list->onCell = [&](LV_DISPTEXT&) { m_list->InsertItem(0, "more"); };
+    m_list->InsertItem(0, "one");
+    View()->grab();
+    EXPECT_GT(m_list->GetItemCount(), 1);
+}
+
+TEST_F(BusyListCtrl, RowsThatChangeWhileTheyAreSortedKeepTheirOrder) {
+    m_list->texts = {{100, "e"}, {101, "d"}, {102, "c"}, {103, "b"}, {104, "a"}};
+    QCoreApplication::processEvents(); // shown before it is sorted
+    m_list->onCell = [&](LV_DISPTEXT& cell) {
+        if (cell.itemData != 103) return;
+        m_list->onCell = nullptr;
+        m_list->DeleteItem(1);
+        m_list->InsertItem(LVIF_PARAM, 0, "", 0, 0, 0, 7);
+    };
+    ClickHeader();
+    EXPECT_THAT(Data(), ElementsAre(7, 100, 102, 103, 104));
+    QTableView* view = View();
+    m_list->onCell = [&](LV_DISPTEXT&) { m_list->DestroyWindow(); };
+    ClickHeader();
+    EXPECT_EQ(m_list->GetItemCount(), 0) << "destroyed";
+    EXPECT_THAT(LCTableViewDelegate::Of(view)->data, SizeIs(5));
+}
+
+TEST_F(BusyListCtrl, ATextWithoutAnEndIsCutAtItsRecord) {
+    m_list->isSilent = true;
+    m_list->onCell = [](LV_DISPTEXT& cell) { std::fill_n(cell.text, sizeof cell.text, 'w'); };
+    EXPECT_EQ(View()->model()->index(0, 0).data().toString().size(), 256);
+}
+
+TEST_F(BusyListCtrl, ASelectionMadeInANoticeIsNotReported) {
+    m_window.onNotify = [&](UINT) {
+        m_list->SetItemState(-1, 0, 8);
+        m_list->SetItemState(0, 8, 8);
+        m_list->DeleteItem(4);
+    };
+    ClickRow(View(), 4);
+    EXPECT_THAT(m_window.codes, ElementsAre(LVN_ITEMCHANGED));
+    EXPECT_EQ(m_list->GetItemState(0, 8), 8u);
+    EXPECT_EQ(m_list->GetSelectedCount(), 1u);
+}
+
+TEST_F(BusyListCtrl, IsDestroyedByItsOwnNotification) {
+    for (const UINT code : {UINT{LVN_ITEMCHANGED}, UINT{NM_DBLCLK}}) {
+        SCOPED_TRACE(code);
+        BusyList list;
+        list.Create(WS_VISIBLE, RECT{10, 20, 310, 220}, &m_window, 56);
+        list.InsertColumn(0, "Name", 0, 120);
+        list.InsertItem(0, "row");
+        m_window.onNotify = [&](UINT sent) {
+            if (sent != code) return;
+            list.DestroyWindow();
+            QCoreApplication::processEvents(); // a message box does so
+        };
+        DoubleClickRow(list.tableView, 0);
+        EXPECT_EQ(list.view, nullptr);
+        EXPECT_EQ(list.GetItemCount(), 0);
+        EXPECT_EQ(m_window.codes.back(), code);
+    }
+}
+
+TEST_F(BusyListCtrl, ContextMenusAreAskedOfTheListAndItsParent) {
+    QWidget* inside = View()->viewport();
+    const QPoint row = View()->visualRect(View()->model()->index(2, 0)).center();
+    const QPoint screen = inside->mapToGlobal(row);
+    const LPARAM place = MAKELPARAM(screen.x(), screen.y());
+    QMouseEvent press(QEvent::MouseButtonPress, row, screen, Qt::RightButton, Qt::RightButton, {});
+    QCoreApplication::sendEvent(inside, &press);
+    EXPECT_THAT(m_window.codes, ElementsAre(LVN_ITEMCHANGED)) << "the row is selected first";
+    EXPECT_EQ(m_list->GetItemState(2, 8), 8u);
+    const auto ask = [&] {
+        m_window.messages.clear();
+        QContextMenuEvent menu(QContextMenuEvent::Mouse, row, screen);
+        QCoreApplication::sendEvent(inside, &menu);
+        return std::count(m_window.messages.begin(), m_window.messages.end(), WM_CONTEXTMENU);
+    };
+    EXPECT_EQ(ask(), 1);
+    m_list->takesMenus = true;
+    EXPECT_EQ(ask(), 0);
+    EXPECT_THAT(m_list->menus, ElementsAre(place, place));
+    PressKey(View(), Qt::Key_F10, Qt::ShiftModifier);
+    ASSERT_THAT(m_list->menus, SizeIs(3));
+    EXPECT_EQ(HIWORD(m_list->menus[2]), HIWORD(place)) << "at the current row";
+}
+
+TEST_F(BusyListCtrl, RowsThatCameAndWentTookTheirSelectionAlong) {
+    m_list->SetItemState(4, 8, 8);
+    m_list->SetItemState(1, 8, 8);
+    m_list->DeleteItem(0);
+    m_list->DeleteItem(0);
+    for (int i = 0; i < 4; ++i) m_list->InsertItem(0, "again");
+    EXPECT_EQ(m_list->GetItemState(4, 8), 0u);
+    EXPECT_EQ(m_list->GetItemState(1, 8), 8u);
+    m_list->SetRedraw(FALSE);
+    m_list->DeleteAllItems();
+    m_list->InsertItem(0, "one");
+    m_list->InsertItem(0, "two");
+    m_list->SetRedraw(TRUE);
+    EXPECT_EQ(m_list->GetItemState(1, 8), 8u) << "nobody looked";
+}
+
+TEST_F(BusyListCtrl, FocusIsRefusedByAViewThatTakesNone) {
+    View()->setFocusPolicy(Qt::NoFocus);
+    EXPECT_EQ(m_list->SetFocus(), nullptr);
+    EXPECT_THAT(m_log.TakeLog(),
+                ElementsAre("Request to SetFocus to an NSView which doesn't accept focus"));
+    m_list->tableView = nullptr;
+    EXPECT_EQ(m_list->SetFocus(), nullptr);
+    EXPECT_THAT(m_log.TakeLog(), ElementsAre());
+}
+
+TEST_F(BusyListCtrl, HundredThousandChangesAreOneOfTheView) {
+    int changes = 0;
+    for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        QObject::connect(View()->model(), signal, [&] { ++changes; });
+    QObject::connect(View()->model(), &QAbstractItemModel::dataChanged, [&] { ++changes; });
+    for (int i = 0; i < 100'000; ++i) m_list->InsertItem(i, "row");
+    for (int i = 0; i < 100'000; ++i) m_list->SetItemText(i, 0, "other");
+    EXPECT_EQ(changes, 0);
+    View()->grab();
+    EXPECT_EQ(changes, 2) << "rows and cells";
+    for (int i = 0; i < 100'000; ++i) m_list->DeleteItem(0);
+    EXPECT_EQ(View()->model()->rowCount(), 5);
+    EXPECT_EQ(changes, 4);
+}
+
+namespace {
+
+/// What a list is, without a list: its three arrays and the selected row numbers.
+struct Model {
+    std::vector<std::string> strings;
+    std::vector<std::uintptr_t> data;
+    std::vector<int> images;
+    std::set<int> selected;
+
+    void Forget() {
+        selected.erase(selected.lower_bound(static_cast<int>(data.size())), selected.end());
+    }
+    template <class T>
+    static void Insert(std::vector<T>& values, int at, T value) {
+        const auto place = std::min(static_cast<std::size_t>(at), values.size());
+        values.insert(values.begin() + static_cast<std::ptrdiff_t>(place), value);
+    }
+    template <class T>
+    static void Erase(std::vector<T>& values, int at) {
+        if (static_cast<std::size_t>(at) < values.size()) values.erase(values.begin() + at);
+    }
+    int InsertItem(UINT mask, int at, const char* text, int image, std::uintptr_t value) {
+        const bool appends = at < 0 || at >= static_cast<int>(strings.size());
+        if (appends) {
+            strings.push_back(mask & LVIF_TEXT ? text : "");
+            data.push_back(mask & LVIF_PARAM ? value : 0);
+            images.push_back(mask & LVIF_IMAGE ? image : 0);
+            return static_cast<int>(strings.size()) - 1;
+        }
+        Insert(data, at, mask & LVIF_PARAM ? value : 0);
+        Insert(images, at, mask & LVIF_IMAGE ? image : 0);
+        if (mask & LVIF_TEXT) Insert(strings, at, std::string(text));
+        return at;
+    }
+    int DeleteItem(int at) {
+        if (at < 0 || at >= static_cast<int>(strings.size())) return 0;
+        Erase(strings, at), Erase(data, at), Erase(images, at);
+        Forget();
+        return static_cast<signed char>(at);
+    }
+    void Select(int row, bool on) {
+        const int rows = static_cast<int>(data.size());
+        for (int i = row < 0 ? 0 : row; i < (row < 0 ? rows : std::min(row + 1, rows)); ++i)
+            on ? (void)selected.insert(i) : (void)selected.erase(i);
+    }
+};
+
+void ExpectSame(const BusyList& list, const Model& model) {
+    ASSERT_EQ(list.GetItemCount(), static_cast<int>(model.strings.size()));
+    std::set<int> selected;
+    for (POSITION at = list.GetFirstSelectedItemPosition(); at;)
+        selected.insert(list.GetNextSelectedItem(at));
+    ASSERT_EQ(selected, model.selected);
+    ASSERT_EQ(list.GetSelectedCount(), model.selected.size());
+    for (int row = 0; row < list.GetItemCount(); ++row) {
+        char text[32];
+        LVITEM item{LVIF_PARAM | LVIF_IMAGE | LVIF_TEXT, row, 0, 0, 0, text, 0, -1, 0};
+        ASSERT_TRUE(list.GetItem(&item));
+        const auto at = static_cast<std::size_t>(row);
+        ASSERT_EQ(text, model.strings[at]);
+        ASSERT_EQ(item.lParam, model.data[at]);
+        ASSERT_EQ(item.iImage, model.images[at]);
+    }
+}
+
+} // namespace
+
+TEST_F(BusyListCtrl, EveryOperationIsThatOfAPlainModel) {
+    m_list->DeleteAllItems();
+    Model model;
+    std::mt19937 random(20'261'121);
+    const auto any = [&](int most) {
+        return static_cast<int>(random() % static_cast<unsigned>(most));
+    };
+    for (int step = 0; step < 4000; ++step) {
+        SCOPED_TRACE(step);
+        const int row = any(static_cast<int>(model.data.size()) + 3) - 1;
+        switch (const int what = any(100); what < 45 ? 0 : what < 75 ? 1 : what < 98 ? 2 : 3) {
+        case 0: {
+            const auto mask = static_cast<UINT>(any(8));
+            const std::string text = "t" + std::to_string(step);
+            const auto value = static_cast<std::uintptr_t>(step);
+            ASSERT_EQ(m_list->InsertItem(mask, row, text.c_str(), 0, 0, step, value),
+                      model.InsertItem(mask, row, text.c_str(), step, value));
+            break;
+        }
+        case 1:
+            ASSERT_EQ(m_list->DeleteItem(row), model.DeleteItem(row));
+            break;
+        case 2: {
+            const UINT state = any(2) ? UINT{LVIS_SELECTED} : 0;
+            m_list->SetItemState(row, state, LVIS_SELECTED);
+            model.Select(row, state != 0);
+            break;
+        }
+        default:
+            m_list->DeleteAllItems();
+            model = {};
+        }
+        if (any(4) == 0) ExpectSame(*m_list, model); // between the others nobody looks
+        if (HasFatalFailure()) return;
+    }
+    EXPECT_TRUE(m_window.codes.empty());
+}
