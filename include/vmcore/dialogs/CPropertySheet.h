@@ -71,9 +71,8 @@ enum : DWORD {
     PSWIZB_FINISH = 0x4,
     PSWIZB_DISABLEDFINISH = 0x8,
 };
-/// The commands of the buttons beside IDOK and IDCANCEL; DoModal returns ID_WIZFINISH after Finish.
+/// The commands of the buttons beside IDOK, IDCANCEL and IDHELP; DoModal returns ID_WIZFINISH after Finish.
 enum : int {
-    IDHELP = 9,
     ID_APPLY_NOW = 0x3021,
     ID_WIZBACK = 0x3023,
     ID_WIZNEXT = 0x3024,
