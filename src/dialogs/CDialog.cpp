@@ -5,9 +5,8 @@
 #include "app/appState.h"
 #include "core/log.h"
 #include "dialogs/dialogFile.h"
-#include "dialogs/modalRun.h"
+#include "dialogs/dialogRun.h"
 #include "platform/messagebox.h"
-#include "wnd/CWndNSView.h"
 #include "wnd/CWndViewController.h"
 #include "wnd/messageTrace.h"
 #include "wnd/views.h"
@@ -30,7 +29,7 @@ CDialog::CDialog(int nIDTemplate, CWnd* pParentWnd)
 }
 
 CDialog::~CDialog() {
-    if (vm::ModalRun* run = vm::ModalRun::Of(*this)) run->ForgetDialog();
+    if (vm::ModalRun* run = vm::ModalRun::Of(*this)) run->ForgetObject();
     delete viewController;
 }
 
@@ -39,7 +38,7 @@ int CDialog::DoModal() {
         vm::LogText(vm::LogModule::Dialogs, "CDialog::DoModal: the dialog is running already");
         return IDCANCEL;
     }
-    return vm::ModalRun(*this).Run();
+    return vm::ModalRun(vm::ClientOf(*this)).Run();
 }
 
 BOOL CDialog::Create(int nIDTemplate, CWnd* pParentWnd) {
@@ -54,20 +53,10 @@ BOOL CDialog::Create(int nIDTemplate, CWnd* pParentWnd) {
                            "Internal Error! Failed to create Dialog vcontroller", kBoxStyle);
         return FALSE;
     }
-    if (viewController && viewController->view()) vm::DisposeOfView(viewController->view());
-    delete viewController;
-    viewController = controller.release();
-    viewController->setWnd(this);
-    CWndView* own = viewController->view();
-    own->wnd = this;
-    own->setFlipped(false);
-    parentWnd = pParentWnd;
-    view = own;
-    SetControlReference(view, this);
+    vm::BindView(*this, std::move(controller), pParentWnd);
+    if (!vm::TellOfCreation(*this)) return FALSE;
     const QPointer<QObject> alive = viewController; // deleted with the dialog
-    WindowProc(WM_CREATE, 0, 0);
-    if (alive) WindowProc(WM_INITDIALOG, 0, 0);
-    if (alive) ShowWindow(SW_SHOW);
+    ShowWindow(SW_SHOW);
     return alive && view;
 }
 

@@ -183,15 +183,6 @@ QSize SizeOf(const QWidget& content) {
     return content.sizeHint().expandedTo(content.childrenRect().size()).expandedTo(QSize(1, 1));
 }
 
-void SizeWindow(NativeWindow& window) {
-    QWidget& content = *window.ContentView();
-    const QSize size = SizeOf(content);
-    const SizeLimits limits = LimitsOf(content, size);
-    window.ResizeContent(size.boundedTo(limits.most).expandedTo(limits.least));
-    window.setMinimumSize(limits.least);
-    window.setMaximumSize(limits.most);
-}
-
 void TakeWindowProperties(NativeWindow& window) {
     const QWidget& content = *window.ContentView();
     window.setWindowTitle(content.windowTitle());
@@ -208,23 +199,43 @@ void MarkDefaultButton(const QWidget& content) {
 
 } // namespace
 
-std::unique_ptr<CWndWindowController> LoadDialogWindow(const std::string& name, QWidget* over) {
+void SizeToContent(NativeWindow& window) {
+    QWidget& content = *window.ContentView();
+    const QSize size = SizeOf(content);
+    const SizeLimits limits = LimitsOf(content, size);
+    window.ResizeContent(size.boundedTo(limits.most).expandedTo(limits.least));
+    window.setMinimumSize(limits.least);
+    window.setMaximumSize(limits.most);
+}
+
+std::unique_ptr<CWndWindowController>
+MakeDialogWindow(QWidget* over,
+                 const std::function<FillResult(NativeWindow&, CWndWindowController&)>& fill) {
     auto* window = new NativeWindow(QRect(), FrameStyle::Dialog, false);
     window->SetEndsProgram(false);
     auto controller = std::make_unique<CWndWindowController>(window);
-    DialogLoad load(name);
-    if (!load.Load(nullptr, [&](QWidget*) { return window->ContentView(); })) {
+    const FillResult filled = fill(*window, *controller);
+    if (filled != FillResult::Filled) {
         delete window;
-        if (!load.wasLoaded) controller.reset();
+        if (filled == FillResult::Nothing) controller.reset();
         return controller;
     }
-    load.WireControls(controller.get(), controller.get());
     MarkDefaultButton(*window->ContentView());
     TakeWindowProperties(*window);
-    SizeWindow(*window);
+    SizeToContent(*window);
     window->SetOwner(over);
     window->PlaceOverOwner();
     return controller;
+}
+
+std::unique_ptr<CWndWindowController> LoadDialogWindow(const std::string& name, QWidget* over) {
+    return MakeDialogWindow(over, [&](NativeWindow& window, CWndWindowController& controller) {
+        DialogLoad load(name);
+        if (!load.Load(nullptr, [&](QWidget*) { return window.ContentView(); }))
+            return load.wasLoaded ? FillResult::WrongRoot : FillResult::Nothing;
+        load.WireControls(&controller, &controller);
+        return FillResult::Filled;
+    });
 }
 
 std::unique_ptr<CWndViewController> LoadDialogView(const std::string& name, QWidget* parent) {

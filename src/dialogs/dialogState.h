@@ -3,15 +3,15 @@
 
 #include <vector>
 
-class CDialog;
+class CWnd;
 
 namespace vm {
 
 class ModalRun;
 
 struct DialogState {
-    CDialog* LimitMouseEventsToDlg = nullptr; // the running modal dialog
-    std::vector<ModalRun*> runs;              // the innermost is last
+    CWnd* LimitMouseEventsToDlg = nullptr; // the running modal dialog
+    std::vector<ModalRun*> runs;           // the innermost is last
 };
 
 DialogState& Dialogs();

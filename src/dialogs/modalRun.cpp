@@ -1,20 +1,17 @@
 #include "dialogs/modalRun.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QtWidgets/QApplication>
 
-#include <vmcore/app/CWinApp.h>
-#include <vmcore/dialogs/CDialog.h>
-#include <vmcore/dialogs/dataExchange.h>
+#include <vmcore/wnd/CWnd.h>
 
 #include "app/appState.h"
 #include "core/guard.h"
 #include "core/typeName.h"
-#include "dialogs/dialogFile.h"
 #include "dialogs/dialogState.h"
-#include "platform/NativeApplication.h"
-#include "platform/bundle.h"
+#include "dialogs/displayedDialog.h"
 #include "platform/messagebox.h"
 #include "wnd/CWndNSWindow.h"
 #include "wnd/CWndWindowController.h"
@@ -26,38 +23,6 @@ namespace vm {
 namespace {
 
 constexpr DWORD kExtendedStyle = 0x40; // what every modal dialog has
-
-// Counted for the state of the menus; the first one in a foreign program hides that's main menu.
-class DisplayedDialog {
-public:
-    DisplayedDialog() {
-        if (App().isPluginEnvironment && App().displayDlg == 0) HideMainMenu();
-        ++App().displayDlg;
-    }
-    ~DisplayedDialog() {
-        if (App().displayDlg > 0) --App().displayDlg;
-        if (App().isPluginEnvironment && App().displayDlg == 0) ShowMainMenu();
-    }
-    DisplayedDialog(const DisplayedDialog&) = delete;
-    DisplayedDialog& operator=(const DisplayedDialog&) = delete;
-};
-
-// The window that the user is in.
-QWidget* ActiveWindow() {
-    if (QWidget* active = QApplication::activeWindow()) return active;
-    if (NativeWindow* last = NativeApplication::Shared().MainWindow()) return last;
-    const CWnd* main = App().MainApp ? App().MainApp->m_pMainWnd : nullptr;
-    return main ? main->nsWindow : nullptr;
-}
-
-void LogFailure(const char* text, const std::string& name) {
-    LogText(LogModule::Dialogs, text);
-    Log(LogModule::Dialogs, "%s", name.c_str());
-}
-
-bool IsInPlugInWithoutPath() {
-    return App().isPluginEnvironment && (!App().DVBundle || App().DVBundle->Path().empty());
-}
 
 } // namespace
 
@@ -73,7 +38,7 @@ void Shielded(const std::function<void()>& part) {
     }
 }
 
-ModalRun::ModalRun(CDialog& dialog) : m_dialog(&dialog) {
+ModalRun::ModalRun(ModalClient client) : m_client(std::move(client)), m_wnd(m_client.wnd) {
     Dialogs().runs.push_back(this);
 }
 
@@ -82,9 +47,9 @@ ModalRun::~ModalRun() {
     runs.erase(std::remove(runs.begin(), runs.end(), this), runs.end());
 }
 
-ModalRun* ModalRun::Of(const CDialog& dialog) {
+ModalRun* ModalRun::Of(const CWnd& wnd) {
     for (ModalRun* run : Dialogs().runs)
-        if (run->m_dialog == &dialog) return run;
+        if (run->m_wnd == &wnd) return run;
     return nullptr;
 }
 
@@ -93,10 +58,10 @@ void ModalRun::End() {
     m_loop.End();
 }
 
-void ModalRun::ForgetDialog() {
-    m_lastResult = m_dialog->result;
-    m_wasEnded = m_dialog->ended != 0;
-    m_dialog = nullptr;
+void ModalRun::ForgetObject() {
+    m_lastResult = *m_client.result;
+    m_wasEnded = *m_client.ended != 0;
+    m_wnd = nullptr;
     End();
     m_controller.reset(); // its controls have nobody to report to
 }
@@ -106,23 +71,23 @@ NSWindow* ModalRun::Window() const {
 }
 
 bool ModalRun::IsOpen() const {
-    return m_dialog && m_window && m_dialog->nsWindow == Window();
+    return m_wnd && m_window && m_wnd->nsWindow == Window();
 }
 
 int ModalRun::Result() const {
-    const bool wasEnded = m_dialog ? m_dialog->ended != 0 : m_wasEnded;
-    return !wasEnded ? IDCANCEL : m_dialog ? m_dialog->result : m_lastResult;
+    const bool wasEnded = m_wnd ? *m_client.ended != 0 : m_wasEnded;
+    return !wasEnded ? IDCANCEL : m_wnd ? *m_client.result : m_lastResult;
 }
 
 int ModalRun::Run() {
     if (LoopsAreEnding()) return IDCANCEL;
-    const ResourceHandleScope resources(m_dialog->resourceBundle);
+    const ResourceHandleScope resources(m_wnd->resourceBundle);
     Windows().CaptureWnd = nullptr;
-    m_dialog->ended = 0;
-    m_dialog->result = 0;
+    *m_client.ended = 0;
+    *m_client.result = 0;
     bool isLoaded = false;
     Shielded([&] { isLoaded = Load(); });
-    if (!isLoaded) return IDCANCEL;
+    if (!isLoaded) return m_client.failure;
     Bind();
     Shielded([this] { Open(); });
     Loop();
@@ -133,90 +98,67 @@ int ModalRun::Run() {
 }
 
 bool ModalRun::Load() {
-    if (m_dialog->templateId != 0) m_name = Format("DLG_%d", m_dialog->templateId);
     CREATESTRUCT cs{};
-    m_dialog->PreCreateWindow(cs);
-    if (!m_dialog) return false;
-    m_dialog->exStyle |= kExtendedStyle;
-    m_controller = LoadController();
-    if (!m_controller) return false;
-    m_window = m_controller->window();
-    if (!m_window) LogFailure("DV Plugin Internal Error! Failed to create Dialog window", m_name);
+    m_wnd->PreCreateWindow(cs);
+    if (!m_wnd) return false;
+    m_wnd->exStyle |= kExtendedStyle;
+    m_controller = m_client.makeWindow(ActiveWindow());
+    if (m_controller) m_window = m_controller->window();
     return m_window != nullptr;
-}
-
-std::unique_ptr<CWndWindowController> ModalRun::LoadController() const {
-    if (IsInPlugInWithoutPath()) {
-        LogFailure("DV Plugin Internal error: failed to create full path in CDialog::DoModal()",
-                   m_name);
-        return nullptr;
-    }
-    std::unique_ptr<CWndWindowController> controller;
-    if (qobject_cast<QApplication*>(QCoreApplication::instance()))
-        controller = LoadDialogWindow(m_name, ActiveWindow());
-    if (!controller)
-        LogFailure(App().isPluginEnvironment
-                       ? "DV Plugin Internal Error! Failed to create Dialog from controller"
-                       : "DV Plugin Internal Error! Failed to create Dialog controller",
-                   m_name);
-    return controller;
 }
 
 void ModalRun::Bind() {
     NSWindow* window = m_controller->window();
     m_activeBefore = QApplication::activeWindow();
-    m_controller->setWnd(m_dialog);
+    m_controller->setWnd(m_wnd);
     m_controller->onGone = [this] { m_loop.End(); };
-    m_dialog->windowController = m_controller.get();
-    m_dialog->nsWindow = window;
-    m_dialog->view = window->ContentView();
-    m_dialog->closedByPlatform = 0;
+    *m_client.controller = m_controller.get();
+    m_wnd->nsWindow = window;
+    m_wnd->view = window->ContentView();
+    m_wnd->closedByPlatform = 0;
     window->SetDelegate(new CWndDelegate(window));
-    SetControlReference(m_dialog->view, m_dialog);
-    SetWRefCon(window, m_dialog);
+    SetControlReference(m_wnd->view, m_wnd);
+    SetWRefCon(window, m_wnd);
 }
 
 // A dialog that is ended while it is told of its creation is never seen.
 void ModalRun::Open() {
-    m_dialog->WindowProc(WM_CREATE, 0, 0);
-    if (IsOpen()) m_dialog->WindowProc(WM_INITDIALOG, 0, 0);
-    if (!IsOpen() || m_dialog->ended) return;
+    m_wnd->WindowProc(WM_CREATE, 0, 0);
+    if (IsOpen()) m_wnd->WindowProc(WM_INITDIALOG, 0, 0);
+    if (!IsOpen() || *m_client.ended) return;
     m_controller->FocusFirstControl();
     Window()->OrderFront(true); // a modal loop without its window would never end
-    if (m_dialog->style & WS_VISIBLE) m_dialog->ShowWindow(SW_SHOW);
+    if (m_wnd->style & WS_VISIBLE) m_wnd->ShowWindow(SW_SHOW);
 }
 
 void ModalRun::Loop() {
-    Dialogs().LimitMouseEventsToDlg = m_dialog;
+    Dialogs().LimitMouseEventsToDlg = m_wnd;
     const DisplayedDialog displayed;
-    if (IsOpen() && !m_dialog->ended && m_window->isVisible()) Shielded([this] { m_loop.Run(); });
+    if (IsOpen() && !*m_client.ended && m_window->isVisible()) Shielded([this] { m_loop.Run(); });
 }
 
 // From here on nothing that the window and its controls do is reported.
 void ModalRun::Unbind() {
     m_controller.reset();
     Dialogs().LimitMouseEventsToDlg = nullptr;
-    if (m_dialog) {
-        m_dialog->windowController = nullptr;
-        RemoveControlReference(m_dialog);
+    if (m_wnd) {
+        *m_client.controller = nullptr;
+        RemoveControlReference(m_wnd);
     }
     if (CWndDelegate* delegate = DelegateOf(Window())) delegate->killAllTimers();
     if (m_window) Window()->SetDelegate(nullptr);
 }
 
 void ModalRun::SaveAndSayGoodbye() {
-    if (IsOpen()) {
-        CDataExchange out(m_dialog, TRUE);
-        Shielded([&] { m_dialog->DoDataExchange(&out); });
-    }
-    if (IsOpen()) m_dialog->WindowProc(WM_CLOSE, 0, 0);
+    if (IsOpen()) Shielded(m_client.atEnd);
+    if (IsOpen()) m_wnd->WindowProc(WM_CLOSE, 0, 0);
 }
 
 void ModalRun::Close() {
     Windows().CaptureWnd = nullptr;
     if (IsOpen()) {
-        m_dialog->nsWindow = nullptr;
-        m_dialog->view = nullptr;
+        m_wnd->nsWindow = nullptr;
+        m_wnd->view = nullptr;
     }
     if (m_window) {
         RemoveControlReference(static_cast<void*>(Window()));

@@ -1,10 +1,9 @@
-// One run of a modal dialog, from its file to its result. It outlives the dialog: any handler may
-// delete that.
+// One run of a modal dialog, from its window to its result. It outlives the dialog: any handler may
+// delete that. What the window is made of is the client's matter: see dialogRun.cpp, Sheet.cpp.
 #pragma once
 
 #include <functional>
 #include <memory>
-#include <string>
 
 #include <QtCore/QPointer>
 #include <QtWidgets/QWidget>
@@ -13,14 +12,27 @@
 
 #include "platform/runloop.h"
 
-class CDialog;
+class CWnd;
 class CWndWindowController;
 
 namespace vm {
 
+/// The window object that is run, its fields that the run writes, and what it does in its own way.
+struct ModalClient {
+    CWnd* wnd;
+    int* ended;
+    int* result;
+    CWndWindowController** controller;
+    /// Makes the window in front of `over`: hidden, its controls wired. Null, or a controller without
+    /// a window, with log lines, when it cannot be made.
+    std::function<std::unique_ptr<CWndWindowController>(QWidget* over)> makeWindow;
+    std::function<void()> atEnd; ///< before the closing notice; the object and its window are there
+    int failure;                 ///< what Run returns when there is no window
+};
+
 class ModalRun {
 public:
-    explicit ModalRun(CDialog& dialog);
+    explicit ModalRun(ModalClient client);
     ~ModalRun();
     ModalRun(const ModalRun&) = delete;
     ModalRun& operator=(const ModalRun&) = delete;
@@ -28,15 +40,14 @@ public:
     /// What DoModal returns.
     int Run();
 
-    /// The dialog's run, null when it has none.
-    static ModalRun* Of(const CDialog& dialog);
+    /// The object's run, null when it has none.
+    static ModalRun* Of(const CWnd& wnd);
     void End();
-    /// The dialog is being deleted.
-    void ForgetDialog();
+    /// The object is being deleted.
+    void ForgetObject();
 
 private:
     bool Load();
-    std::unique_ptr<CWndWindowController> LoadController() const;
     void Bind();
     void Open();
     void Loop();
@@ -47,10 +58,10 @@ private:
     bool IsOpen() const;
     int Result() const;
 
-    CDialog* m_dialog; // null once it has been deleted
+    ModalClient m_client;
+    CWnd* m_wnd; // null once it has been deleted
     int m_lastResult = 0;
     bool m_wasEnded = false;
-    std::string m_name; // of the interface file
     std::unique_ptr<CWndWindowController> m_controller;
     QPointer<QWidget> m_window;
     QPointer<QWidget> m_activeBefore;

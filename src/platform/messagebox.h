@@ -16,6 +16,11 @@ int ShowMessageBox(HWND owner, const char* text, const char* caption, UINT style
 /// Shows an error with its reason in smaller type below. A handler is given the reason as caption.
 void ShowAlert(const char* message, const char* reason);
 
+/// Nobody can be asked: VMCORE_MESSAGEBOX=log, no application object, or an application that is ending.
+bool IsUnattended();
+/// The visible window that the widget is in. An owner is a caller's word: null when it is no live widget.
+QWidget* LiveOwner(HWND owner);
+
 /// The answer that the style word's default button gives.
 int DefaultAnswer(UINT style);
 

@@ -4,6 +4,7 @@
 #include <QtWidgets/QApplication>
 
 #include <vmcore/app/CWinApp.h>
+#include <vmcore/app/lifecycle.h>
 #include <vmcore/app/threads.h>
 
 #include "app/appState.h"
@@ -311,6 +312,14 @@ void CWnd::setCallOnDealloc(bool notice) {
 
 CWnd* CWnd::getLastCreatedCWnd() {
     return vm::Windows().lastCreatedCWnd;
+}
+
+int CWnd::MessageBox(const char* message, const char* caption, UINT type) const {
+    return ::MessageBox(view, message, caption ? caption : AfxGetAppName(), type);
+}
+
+int CWnd::MessageBox(HWND owner, const char* message, const char* caption, UINT type) {
+    return ::MessageBox(owner, message, caption, type);
 }
 
 HWND CreateWindow(const char*, const char*, DWORD, int, int, int, int, HWND, HMENU, HINSTANCE,

@@ -213,8 +213,11 @@ VM_API DWORD GetCurrentTime();
 VM_API void OutputDebugString(const char* text);
 
 /// Shows a message box and returns the answer (IDOK ...). `type` is the Win32 style word: buttons,
-/// icon and default button. Any thread; a worker waits for the answer. VMCORE_MESSAGEBOX=log in the
-/// environment logs the box and answers with its default button.
+/// icon and default button; of its other bits MB_TOPMOST and MB_SYSTEMMODAL keep the box in front. Escape
+/// and the close button answer IDCANCEL, or IDOK where that is the only button; a box without
+/// such an answer stays. Ctrl+C copies the box. The text is UTF-8, never markup. Any thread; a worker
+/// waits for the answer. VMCORE_MESSAGEBOX=log in the environment logs the box and answers with its
+/// default button.
 VM_API int MessageBox(HWND owner, const char* text, const char* caption, UINT type);
 
 enum : UINT {
@@ -224,6 +227,7 @@ enum : UINT {
     MB_YESNOCANCEL = 3,
     MB_YESNO = 4,
     MB_RETRYCANCEL = 5,
+    MB_CANCELTRYCONTINUE = 6,
     MB_ICONSTOP = 0x10,
     MB_ICONERROR = 0x10,
     MB_ICONHAND = 0x10,
@@ -235,6 +239,24 @@ enum : UINT {
     MB_DEFBUTTON1 = 0,
     MB_DEFBUTTON2 = 0x100,
     MB_DEFBUTTON3 = 0x200,
+    MB_DEFBUTTON4 = 0x300,
+    MB_APPLMODAL = 0,
+    MB_SYSTEMMODAL = 0x1000,
+    MB_TASKMODAL = 0x2000,
+    MB_SETFOREGROUND = 0x10000,
+    MB_TOPMOST = 0x40000,
 };
 
-enum : int { IDOK = 1, IDCANCEL = 2, IDABORT = 3, IDRETRY = 4, IDIGNORE = 5, IDYES = 6, IDNO = 7 };
+enum : int {
+    IDOK = 1,
+    IDCANCEL = 2,
+    IDABORT = 3,
+    IDRETRY = 4,
+    IDIGNORE = 5,
+    IDYES = 6,
+    IDNO = 7,
+    IDCLOSE = 8,
+    IDHELP = 9,
+    IDTRYAGAIN = 10,
+    IDCONTINUE = 11,
+};

@@ -340,6 +340,11 @@ public:
     void SetMousePos(const CPoint& position) { mousePos = position; }
     int WinHelp(DWORD_PTR data, UINT command = 0); ///< 0
 
+    /// In front of this window. Without a caption the application's name is it.
+    int MessageBox(const char* message, const char* caption = nullptr, UINT type = MB_OK) const;
+    /// The plain function, which the one above would hide from the methods of windows.
+    static int MessageBox(HWND owner, const char* message, const char* caption, UINT type);
+
     // Default handlers. The library never calls them: a host's MessageMap unpacks the parameters
     // and calls these or its own of the same names.
     void OnClose();
