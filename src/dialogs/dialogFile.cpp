@@ -111,18 +111,14 @@ private:
         if (tag.isValid()) SetTagOf(&widget, tag.toInt());
     }
 
-            AttachTable<ListTable>(widget, "only a QTableView can have the delegate ", delegate);
-        auto* table = qobject_cast<QTableView*>(&widget);
-        const QString delegate = widget.property(kDelegateProperty).toString();
-        else if (delegate != QLatin1String("LBTableViewDelegate"))
-        if (delegate != QLatin1String("LCTableViewDelegate"))
-        if (delegate == QLatin1String("LCTableViewDelegate"))
-        if (delegate == QLatin1String("TCOutlineViewDataSource")) return AttachTree(widget);
-        if (delegate.isEmpty() || delegate == QLatin1String("LBTableViewDelegate")) return;
-        if (delegate.isEmpty() || delegate == QLatin1String("TCOutlineViewDataSource")) return;
-    // The lists of the other delegate keep their rows themselves.
-    // The trees of the other delegate keep their rows themselves.
     void AttachDelegate(QWidget& widget) {
+        const QString delegate = widget.property(kDelegateProperty).toString();
+        if (delegate.isEmpty()) return;
+        if (delegate == QLatin1String("TCOutlineViewDataSource"))
+            AttachTree(widget);
+        else if (delegate == QLatin1String("LCTableViewDelegate"))
+            AttachTable<ListTable>(widget, "only a QTableView can have the delegate ", delegate);
+        else if (delegate != QLatin1String("LBTableViewDelegate"))
             Complain(widget, "unknown delegate ", delegate);
         else if (!ListBoxTable::Of(&widget))
             AttachTable<ListBoxTable>(widget, "only a list or a QTableView can have the delegate ",
