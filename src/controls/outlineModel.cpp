@@ -1,8 +1,6 @@
 // The side of a tree's data source that its view sees: rows, cells, and the announcing of changes.
 #include <utility>
 
-#include <QtWidgets/QTreeView>
-
 #include "controls/TCOutlineViewDataSource.h"
 #include "controls/outlineView.h"
 #include "core/macroman.h"
@@ -67,15 +65,11 @@ Qt::ItemFlags TCOutlineViewDataSource::flags(const QModelIndex& index) const {
     return index.column() == kCheckColumn ? row | Qt::ItemIsUserCheckable : row;
 }
 
-// A view of another class than ours does not say when it lays itself out: it is told at once.
-void TCOutlineViewDataSource::Changed(bool rowsMoved) {
+void TCOutlineViewDataSource::Changed(Rows rows) {
     m_isOld = true;
-    m_rowsMoved |= rowsMoved;
+    m_rowsMoved |= rows == Rows::Move;
+    m_view->LayOutLater();
     QueueTurn();
-    if (auto* outline = dynamic_cast<vm::OutlineView*>(m_view))
-        outline->LayOutLater();
-    else
-        Announce();
 }
 
 void TCOutlineViewDataSource::BeforeLayout() {
@@ -85,7 +79,7 @@ void TCOutlineViewDataSource::BeforeLayout() {
 void TCOutlineViewDataSource::Announce() {
     const bool before = std::exchange(m_programEdits, true);
     Q_EMIT layoutAboutToBeChanged();
-    if (auto* outline = dynamic_cast<vm::OutlineView*>(m_view)) outline->LayOutLater();
+    m_view->LayOutLater();
     if (std::exchange(m_rowsMoved, false)) MovePersistentIndexes();
     Q_EMIT layoutChanged();
     m_programEdits = before;
