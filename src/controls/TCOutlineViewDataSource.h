@@ -57,6 +57,7 @@ public:
     void BeforeLayout();
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    QModelIndex sibling(int row, int column, const QModelIndex& index) const override;
     QModelIndex parent(const QModelIndex& index) const override;
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;

@@ -19,6 +19,14 @@ QModelIndex TCOutlineViewDataSource::index(int row, int column, const QModelInde
     return node ? createIndex(row, column, node) : QModelIndex();
 }
 
+// Of the node itself where only the column differs: its row may be an old one.
+QModelIndex TCOutlineViewDataSource::sibling(int row, int column, const QModelIndex& index) const {
+    const bool isSameRow = index.isValid() && row == index.row();
+    if (!isSameRow || column < 0 || column >= m_columns)
+        return QAbstractItemModel::sibling(row, column, index);
+    return createIndex(row, column, index.internalPointer());
+}
+
 // Also of a deleted node that the view still names: it has a parent, but no place there.
 QModelIndex TCOutlineViewDataSource::parent(const QModelIndex& index) const {
     const CellData* node = index.isValid() ? NodeOf(index) : nullptr;
