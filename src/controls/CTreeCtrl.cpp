@@ -22,7 +22,8 @@ CTreeCtrl::CTreeCtrl()
     : tableView(nullptr), stateImageList(nullptr), imageList(nullptr), notifyEnabled(1) {}
 
 TCOutlineViewDataSource* CTreeCtrl::Items() const {
-    return view && tableView && IsWindow(view) ? TCOutlineViewDataSource::Of(tableView) : nullptr;
+    return view && view == tableView && IsWindow(view) ? TCOutlineViewDataSource::Of(tableView)
+                                                       : nullptr;
 }
 
 BOOL CTreeCtrl::Create(DWORD createStyle, const RECT& rect, CWnd* parent, UINT id) {

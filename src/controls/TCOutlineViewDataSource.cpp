@@ -5,7 +5,6 @@
 #include <QtCore/QItemSelectionModel>
 #include <QtCore/QPointer>
 #include <QtGui/QImage>
-#include <QtWidgets/QTreeView>
 
 #include "app/appState.h"
 #include "controls/outlineView.h"
@@ -25,7 +24,7 @@ bool IsIn(const CellData& top, const CellData* node) {
 
 } // namespace
 
-TCOutlineViewDataSource::TCOutlineViewDataSource(QTreeView* view)
+TCOutlineViewDataSource::TCOutlineViewDataSource(vm::OutlineView* view)
     : QAbstractItemModel(view), m_view(view) {
     root = NewNode(nullptr);
     root->str = kFirstTitle;
@@ -74,7 +73,7 @@ CellData* TCOutlineViewDataSource::RowAbove(const CellData& node) const {
 CellData* TCOutlineViewDataSource::Append(CellData* parent) {
     CellData* node = NewNode(parent);
     (parent ? parent : root)->addChild(*node);
-    Changed(false);
+    Changed(Rows::Stay);
     return node;
 }
 
@@ -82,7 +81,7 @@ void TCOutlineViewDataSource::Remove(CellData* node) {
     DropSelectionIn(*node);
     RowAbove(*node)->hChildItems->Remove(*node);
     Kill(node);
-    Changed(true);
+    Changed(Rows::Move);
     if (m_dead.size() > kMostDead + m_live.size()) Turn();
 }
 
@@ -93,7 +92,7 @@ void TCOutlineViewDataSource::RemoveAll() {
     root = NewNode(nullptr);
     m_rowsMoved = false;
     endResetModel();
-    Changed(false);
+    Changed(Rows::Stay);
     m_view->setExpanded(IndexOf(root), true);
     FreeDead();
 }
@@ -161,7 +160,7 @@ void TCOutlineViewDataSource::Redraw() {
 }
 
 void TCOutlineViewDataSource::LayOutAnew() {
-    Changed(false);
+    Changed(Rows::Stay);
 }
 
 QImage TCOutlineViewDataSource::ImageOf(const QModelIndex& index, bool isSelected) const {

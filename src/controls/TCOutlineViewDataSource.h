@@ -15,11 +15,15 @@
 
 class QImage;
 
+namespace vm {
+class OutlineView;
+}
+
 /// The data source and delegate of a tree's view; belongs to it.
 class TCOutlineViewDataSource : public QAbstractItemModel {
 public:
     /// Makes `view` a tree's.
-    explicit TCOutlineViewDataSource(QTreeView* view);
+    explicit TCOutlineViewDataSource(vm::OutlineView* view);
     ~TCOutlineViewDataSource() override;
     /// Null when the view is no tree's (or null).
     static TCOutlineViewDataSource* Of(const QTreeView* view);
@@ -53,6 +57,7 @@ public:
     void BeforeLayout();
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    QModelIndex sibling(int row, int column, const QModelIndex& index) const override;
     QModelIndex parent(const QModelIndex& index) const override;
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -75,7 +80,8 @@ private:
     bool IsShown(const CellData& node);
     void Kill(CellData* node);
     void DropSelectionIn(const CellData& node);
-    void Changed(bool rowsMoved);
+    enum class Rows { Stay, Move };
+    void Changed(Rows rows);
     void Announce();
     void Settle();
     void MovePersistentIndexes();
@@ -84,7 +90,7 @@ private:
     void FreeDead();
     void Notify(UINT code, CellData* node);
 
-    QTreeView* m_view;
+    vm::OutlineView* m_view;
     int m_columns = 1;
     std::unordered_set<const CellData*> m_live; // all nodes, the top row's too
     std::vector<CellData*> m_dead;              // no longer items, but maybe known to the view

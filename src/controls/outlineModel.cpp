@@ -1,8 +1,6 @@
 // The side of a tree's data source that its view sees: rows, cells, and the announcing of changes.
 #include <utility>
 
-#include <QtWidgets/QTreeView>
-
 #include "controls/TCOutlineViewDataSource.h"
 #include "controls/outlineView.h"
 #include "core/macroman.h"
@@ -19,6 +17,14 @@ QModelIndex TCOutlineViewDataSource::index(int row, int column, const QModelInde
     if (!parent.isValid()) return row == 0 ? createIndex(0, column, root) : QModelIndex();
     CellData* node = NodeOf(parent)->childAtIndex(static_cast<std::size_t>(row));
     return node ? createIndex(row, column, node) : QModelIndex();
+}
+
+// Of the node itself where only the column differs: its row may be an old one.
+QModelIndex TCOutlineViewDataSource::sibling(int row, int column, const QModelIndex& index) const {
+    const bool isSameRow = index.isValid() && row == index.row();
+    if (!isSameRow || column < 0 || column >= m_columns)
+        return QAbstractItemModel::sibling(row, column, index);
+    return createIndex(row, column, index.internalPointer());
 }
 
 // Also of a deleted node that the view still names: it has a parent, but no place there.
@@ -67,15 +73,11 @@ Qt::ItemFlags TCOutlineViewDataSource::flags(const QModelIndex& index) const {
     return index.column() == kCheckColumn ? row | Qt::ItemIsUserCheckable : row;
 }
 
-// A view of another class than ours does not say when it lays itself out: it is told at once.
-void TCOutlineViewDataSource::Changed(bool rowsMoved) {
+void TCOutlineViewDataSource::Changed(Rows rows) {
     m_isOld = true;
-    m_rowsMoved |= rowsMoved;
+    m_rowsMoved |= rows == Rows::Move;
+    m_view->LayOutLater();
     QueueTurn();
-    if (auto* outline = dynamic_cast<vm::OutlineView*>(m_view))
-        outline->LayOutLater();
-    else
-        Announce();
 }
 
 void TCOutlineViewDataSource::BeforeLayout() {
@@ -85,7 +87,7 @@ void TCOutlineViewDataSource::BeforeLayout() {
 void TCOutlineViewDataSource::Announce() {
     const bool before = std::exchange(m_programEdits, true);
     Q_EMIT layoutAboutToBeChanged();
-    if (auto* outline = dynamic_cast<vm::OutlineView*>(m_view)) outline->LayOutLater();
+    m_view->LayOutLater();
     if (std::exchange(m_rowsMoved, false)) MovePersistentIndexes();
     Q_EMIT layoutChanged();
     m_programEdits = before;

@@ -3,7 +3,6 @@
 #include <cstdlib>
 
 #include <QtWidgets/QTableView>
-#include <QtWidgets/QTreeView>
 
 #include <vmcore/app/messages.h>
 #include <vmcore/controls/CListBox.h>
@@ -16,6 +15,7 @@
 #include "controls/listBoxTable.h"
 #include "controls/listItems.h"
 #include "controls/listTable.h"
+#include "controls/outlineView.h"
 #include "controls/treeItems.h"
 #include "core/log.h"
 #include "wnd/CWndNSView.h"
@@ -71,7 +71,7 @@ void BindTable(CWnd& control, QWidget& view) {
 
 void BindTree(CWnd& control, QWidget& view) {
     auto* tree = dynamic_cast<CTreeCtrl*>(&control);
-    auto* outline = qobject_cast<QTreeView*>(&view);
+    auto* outline = dynamic_cast<vm::OutlineView*>(&view);
     if (!tree || !outline) return;
     tree->tableView = outline;
     if (!outline->model()) new TCOutlineViewDataSource(outline);

@@ -8,7 +8,6 @@
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableView>
-#include <QtWidgets/QTreeView>
 
 #include <vmcore/app/messages.h>
 
@@ -135,7 +134,7 @@ private:
     }
 
     void AttachTree(QWidget& widget) {
-        auto* tree = qobject_cast<QTreeView*>(&widget);
+        auto* tree = dynamic_cast<OutlineView*>(&widget);
         if (!tree || tree->model())
             return Complain(widget, "only a QTreeView can have the delegate ",
                             QLatin1String("TCOutlineViewDataSource"));

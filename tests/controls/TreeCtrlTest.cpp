@@ -114,30 +114,35 @@ TEST_F(TreeCtrl, KeepsItsOrderThroughAnyDeletions) {
 }
 
 TEST_F(TreeCtrl, ExpansionSelectionAndScrollPositionStayWithTheItems) {
-    std::vector<HTREEITEM> groups;
-    for (int i = 0; i < 60; ++i) {
-        groups.push_back(m_tree->InsertItem(("G" + std::to_string(i)).c_str()));
-        m_tree->InsertItem(("g" + std::to_string(i)).c_str(), groups.back());
+    for (const DWORD style : {DWORD{WS_VISIBLE}, WS_VISIBLE | TVS_CHECKBOXES}) {
+        Make(style);
+        std::vector<HTREEITEM> groups;
+        for (int i = 0; i < 60; ++i) {
+            groups.push_back(m_tree->InsertItem(("G" + std::to_string(i)).c_str()));
+            m_tree->InsertItem(("g" + std::to_string(i)).c_str(), groups.back());
+        }
+        m_tree->Expand(groups[2], TVE_EXPAND);
+        m_tree->Expand(groups[5], TVE_EXPAND);
+        m_tree->DeleteItem(groups[0]);
+        m_tree->Expand(groups[3], TVE_EXPAND);
+        m_tree->Select(groups[5], TVGN_CARET);
+        m_boxes.Take();
+        Turn();
+        View().verticalScrollBar()->setValue(37);
+        m_tree->DeleteItem(groups[1]);
+        m_tree->DeleteItem(groups[2]);
+        m_tree->InsertItem("last");
+        m_tree->Expand(groups[3], TVE_COLLAPSE);
+        auto rows = Rows();
+        rows.resize(6);
+        EXPECT_THAT(rows, ElementsAre("Instruments", ".G3", ".G4", ".G5", "..g5", ".G6"));
+        EXPECT_EQ(m_tree->GetSelectedItem(), groups[5]);
+        EXPECT_EQ(View().currentIndex().row(), 2);
+        for (const QModelIndex& index : View().selectionModel()->selectedIndexes())
+            EXPECT_EQ(index.row(), 2) << "in column " << index.column();
+        EXPECT_EQ(View().verticalScrollBar()->value(), 37);
+        EXPECT_THAT(m_tree->notices, IsEmpty());
     }
-    m_tree->Expand(groups[2], TVE_EXPAND);
-    m_tree->Expand(groups[5], TVE_EXPAND);
-    m_tree->DeleteItem(groups[0]);
-    m_tree->Expand(groups[3], TVE_EXPAND);
-    m_tree->Select(groups[5], TVGN_CARET);
-    m_boxes.Take();
-    Turn();
-    View().verticalScrollBar()->setValue(37);
-    m_tree->DeleteItem(groups[1]);
-    m_tree->DeleteItem(groups[2]);
-    m_tree->InsertItem("last");
-    m_tree->Expand(groups[3], TVE_COLLAPSE);
-    auto rows = Rows();
-    rows.resize(6);
-    EXPECT_THAT(rows, ElementsAre("Instruments", ".G3", ".G4", ".G5", "..g5", ".G6"));
-    EXPECT_EQ(m_tree->GetSelectedItem(), groups[5]);
-    EXPECT_EQ(View().currentIndex().row(), 2);
-    EXPECT_EQ(View().verticalScrollBar()->value(), 37);
-    EXPECT_THAT(m_tree->notices, IsEmpty());
 }
 
 TEST_F(TreeCtrl, ExpandAndEnsureVisibleActOnWhatIsShown) {

@@ -36,9 +36,15 @@ class TreeFixture : public testing::Test {
 protected:
     TreeFixture() {
         m_window.Open();
-        m_tree->Create(WS_VISIBLE, RECT{10, 20, 310, 220}, &m_window, 55);
+        Make(WS_VISIBLE);
         m_window.ShowWindow(SW_SHOW);
         Turn();
+    }
+    // Another tree in the place of the one that is there.
+    void Make(DWORD style) {
+        if (m_tree) m_tree->DestroyWindow();
+        m_tree = std::make_unique<BankTree>();
+        m_tree->Create(style, RECT{10, 20, 310, 220}, &m_window, 55);
     }
     static void Turn() { QCoreApplication::processEvents(); }
     QTreeView& View() const { return *m_tree->tableView; }
@@ -74,5 +80,5 @@ protected:
     Watchdog m_watchdog;
     MessageBoxRecorder m_boxes;
     RecordingWnd m_window;
-    std::unique_ptr<BankTree> m_tree = std::make_unique<BankTree>();
+    std::unique_ptr<BankTree> m_tree;
 };

@@ -13,11 +13,9 @@ namespace {
 
 class TreeUser : public TreeFixture {
 protected:
-    // In the place of the tree without: three rows with check boxes.
+    // Three rows with check boxes.
     void MakeChecked() {
-        m_tree->DestroyWindow();
-        m_tree = std::make_unique<BankTree>();
-        m_tree->Create(WS_VISIBLE | TVS_CHECKBOXES, RECT{0, 0, 300, 200}, &m_window, 56);
+        Make(WS_VISIBLE | TVS_CHECKBOXES);
         a = m_tree->InsertItem("A");
         b = m_tree->InsertItem("B", a);
         m_tree->Expand(a, TVE_EXPAND);
@@ -136,7 +134,6 @@ TEST_F(TreeUser, HandlersMayTakeTheTreeApart) {
     for (const int column : {0, 1}) {
         for (const auto& row : rows) {
             SCOPED_TRACE(std::string(row.what) + " in column " + std::to_string(column));
-            if (!m_tree) m_tree = std::make_unique<BankTree>();
             MakeChecked();
             int notices = 0;
             m_tree->onNotice = [&] {

@@ -150,8 +150,9 @@ public:
     BOOL SetCheck(HTREEITEM hItem, int check = 1);
     int GetCheck(HTREEITEM hItem) const; ///< the low 8 bits of what was set, with a sign
 
-    HTREEITEM GetSelectedItem() const; ///< also the top row's node; null for none
-    BOOL SelectItem(HTREEITEM hItem);  ///< does nothing; TRUE. See Select.
+    /// Also the top row's node; null for none. An item stays selected when one around it collapses.
+    HTREEITEM GetSelectedItem() const;
+    BOOL SelectItem(HTREEITEM hItem); ///< does nothing; TRUE. See Select.
     /// TVGN_CARET selects the item, expanding what it is in, and sends nothing. Then a message box
     /// says that the command was not handled, for every code: hosts rely on both. Always 0.
     BOOL Select(HTREEITEM hItem, UINT code);
