@@ -17,6 +17,7 @@
 #include "wnd/CWndViewController.h"
 #include "wnd/CWndWindowController.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/SpinArrows.h"
 #include "wnd/controlWiring.h"
 #include "wnd/tagTable.h"
 #include "wnd/views.h"
@@ -66,6 +67,7 @@ public:
             return expected = CanBeDialog(rootClass) ? makeRoot(owner) : nullptr;
         };
         classes.makeWidget = [](const QString& className, QWidget* owner) -> QWidget* {
+            if (className == QLatin1String("CSpinButton")) return new SpinArrows(owner);
             return className == QLatin1String("CWndView") ? new CWndView(owner) : nullptr;
         };
         classes.made = [this](QWidget* widget) { m_widgets.push_back(widget); };
