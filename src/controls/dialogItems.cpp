@@ -5,7 +5,9 @@
 #include <cstring>
 #include <string>
 
-#include <QtWidgets/QAbstractButton>
+#include <vmcore/controls/CButton.h>
+#include <vmcore/controls/CComboBox.h>
+#include <vmcore/controls/CEdit.h>
 
 #include "controls/listItems.h"
 #include "core/log.h"
@@ -98,25 +100,19 @@ LRESULT AnswerListBox(const vm::ListItems& items, ListMessage message, WPARAM wP
     }
 }
 
-LRESULT SendToList(QWidget& view, UINT number, WPARAM wParam, LPARAM lParam) {
-    const std::optional<vm::ListItems> items = vm::ListItems::Of(&view);
-    return items ? AnswerList(*items, static_cast<ListMessage>(number), wParam, lParam) : LB_ERR;
-}
-
 LRESULT SendToListBox(QWidget& view, UINT number, WPARAM wParam, LPARAM lParam) {
     const std::optional<vm::ListItems> items = vm::ListItems::Of(&view);
     return items ? AnswerListBox(*items, static_cast<ListMessage>(number), wParam, lParam) : LB_ERR;
 }
 
-LRESULT SendToButton(QWidget& view, UINT message, WPARAM wParam) {
-    auto* button = qobject_cast<QAbstractButton*>(&view);
-    if (!button) return 0;
-    if (message == BM_GETCHECK) return vm::ControlInteger(view);
-    if (message == BM_SETCHECK)
-        vm::SetControlInteger(view, static_cast<int>(wParam));
-    else
-        button->click();
-    return 0;
+// The item as an object of the class that the message is for, whether it has one or not.
+template <class Control>
+LRESULT SendTo(QWidget& view, UINT message, WPARAM wParam, LPARAM lParam) {
+    Control control;
+    control.SubclassWindow(&view);
+    const LRESULT result = control.DefWindowProc(message, wParam, lParam);
+    control.UnsubclassWindow();
+    return result;
 }
 
 void ReportForwarded(int id, UINT message) {
@@ -131,7 +127,6 @@ void ReportForwarded(int id, UINT message) {
 }
 
 static_assert(LB_SELECTSTRING - LB_ADDSTRING == static_cast<UINT>(ListMessage::Select));
-static_assert(CB_SELECTSTRING - CB_ADDSTRING == static_cast<UINT>(ListMessage::Select));
 
 } // namespace
 
@@ -145,11 +140,13 @@ LRESULT CWnd::SendDlgItemMessage(int id, UINT message, WPARAM wParam, LPARAM lPa
     if (message == WM_GETTEXT)
         return item->GetWindowText(reinterpret_cast<char*>(lParam), static_cast<int>(wParam));
     if (message >= BM_SETCHECK && message <= BM_CLICK)
-        return SendToButton(*item->view, message, wParam);
+        return SendTo<CButton>(*item->view, message, wParam, lParam);
     if (message >= LB_ADDSTRING && message <= LB_SELECTSTRING)
         return SendToListBox(*item->view, message - LB_ADDSTRING, wParam, lParam);
-    if (message >= CB_ADDSTRING && message <= CB_SELECTSTRING)
-        return SendToList(*item->view, message - CB_ADDSTRING, wParam, lParam);
+    if (message >= CB_ADDSTRING && message <= CB_LIMITTEXT)
+        return SendTo<CComboBox>(*item->view, message, wParam, lParam);
+    if (message > EM_LIMITTEXT && message <= EM_GETPASSWORDCHAR)
+        return SendTo<CEdit>(*item->view, message, wParam, lParam);
     ReportForwarded(id, message);
     item = GetDlgItem(id); // the box ran a loop
     return item && vm::IsLiveView(item->view) ? item->WindowProc(message, wParam, lParam) : 0;
