@@ -2,4 +2,9 @@
 #pragma once
 
 #include <vmcore/controls/CListCtrl.h>
+#include <vmcore/controls/CProgressCtrl.h>
+#include <vmcore/controls/CSliderCtrl.h>
+#include <vmcore/controls/CSpinButtonCtrl.h>
+#include <vmcore/controls/CTabCtrl.h>
+#include <vmcore/controls/CToolTipCtrl.h>
 #include <vmcore/gdi/CImageList.h>
