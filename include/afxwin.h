@@ -9,8 +9,12 @@
 #include <vmcore/app/registry.h>
 #include <vmcore/app/sync.h>
 #include <vmcore/app/threads.h>
+#include <vmcore/controls/CButton.h>
+#include <vmcore/controls/CComboBox.h>
+#include <vmcore/controls/CEdit.h>
 #include <vmcore/controls/CListBox.h>
 #include <vmcore/controls/CMenu.h>
+#include <vmcore/controls/CScrollBar.h>
 #include <vmcore/controls/CStatic.h>
 #include <vmcore/core/CString.h>
 #include <vmcore/core/arrays.h>

@@ -5,7 +5,12 @@
 #include <vmcore/app/msg.h>
 #include <vmcore/app/sync.h>
 #include <vmcore/app/threads.h>
+#include <vmcore/controls/CButton.h>
+#include <vmcore/controls/CComboBox.h>
+#include <vmcore/controls/CEdit.h>
 #include <vmcore/controls/CMenu.h>
+#include <vmcore/controls/CScrollBar.h>
+#include <vmcore/controls/CStatic.h>
 #include <vmcore/core/geometry.h>
 #include <vmcore/core/strings.h>
 #include <vmcore/core/types.h>

@@ -20,6 +20,7 @@ OPEN_TO = {
     "vmcore/wnd/CWnd.h": {"app", "gdi"},  # messages and paint contexts are for windows
     "vmcore/controls/CMenu.h": {"wnd"},   # every window holds a menu
     "vmcore/controls/CStatic.h": {"wnd"}, # the text of a status bar
+    "vmcore/controls/CSpinButtonCtrl.h": {"wnd"},  # the record that arrows send before a step
     "controls/menuActions.h": {"wnd"},    # windows show the main menu and hand on its commands
     "controls/interfaceFile.h": {"app"},  # AfxLoadNib
 }

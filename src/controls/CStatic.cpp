@@ -2,14 +2,47 @@
 
 #include <QtWidgets/QLabel>
 
+#include "controls/bitmapPicture.h"
 #include "wnd/nativeControl.h"
+
+namespace {
+
+Qt::Alignment AlignmentOf(DWORD style) {
+    if (style & (SS_CENTER | SS_CENTERIMAGE)) return Qt::AlignCenter;
+    const Qt::Alignment across = style & SS_RIGHT ? Qt::AlignRight : Qt::AlignLeft;
+    return across | (style & SS_BITMAP ? Qt::AlignTop : Qt::AlignVCenter);
+}
+
+int FrameOf(DWORD style) {
+    if (style & SS_ETCHEDHORZ) return static_cast<int>(QFrame::HLine) | QFrame::Sunken;
+    if (style & SS_ETCHEDVERT) return static_cast<int>(QFrame::VLine) | QFrame::Sunken;
+    if (style & SS_ETCHEDFRAME) return static_cast<int>(QFrame::Box) | QFrame::Sunken;
+    if (style & SS_SUNKEN) return static_cast<int>(QFrame::Panel) | QFrame::Sunken;
+    return QFrame::NoFrame;
+}
+
+} // namespace
 
 BOOL CStatic::Create(const char* label, DWORD createStyle, const RECT& rect, CWnd* parent,
                      UINT id) {
     auto* control = new QLabel;
     control->setTextFormat(Qt::PlainText);
-    control->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    control->setAlignment(AlignmentOf(createStyle));
+    control->setFrameStyle(FrameOf(createStyle));
     if (!vm::AdoptControl(*this, control, parent, rect, createStyle, id)) return FALSE;
-    SetWindowText(label ? label : "");
+    const bool hasText = !(createStyle & (SS_BITMAP | SS_ETCHEDHORZ | SS_ETCHEDVERT));
+    SetWindowText(label && hasText ? label : "");
     return TRUE;
+}
+
+HBITMAP CStatic::SetBitmap(HBITMAP bitmap) {
+    auto* label = vm::ControlOf<QLabel>(*this);
+    if (!label) return nullptr;
+    label->setPixmap(vm::PictureOf(bitmap));
+    return vm::RememberBitmap(*label, bitmap);
+}
+
+HBITMAP CStatic::GetBitmap() const {
+    const auto* label = vm::ControlOf<QLabel>(*this);
+    return label ? vm::ShownBitmap(*label) : nullptr;
 }

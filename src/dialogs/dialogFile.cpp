@@ -21,6 +21,7 @@
 #include "wnd/CWndViewController.h"
 #include "wnd/CWndWindowController.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/SpinArrows.h"
 #include "wnd/controlWiring.h"
 #include "wnd/tagTable.h"
 #include "wnd/views.h"
@@ -73,6 +74,7 @@ public:
         classes.reads = [this](const QByteArray& file) { m_listTexts = ListTextsOf(file); };
         classes.makeWidget = [](const QString& className, QWidget* owner) -> QWidget* {
             if (IsListClass(className)) return MakeListBoxView(owner);
+            if (className == QLatin1String("CSpinButton")) return new SpinArrows(owner);
             if (className == QLatin1String("QTreeView")) return new OutlineView(owner);
             return className == QLatin1String("CWndView") ? new CWndView(owner) : nullptr;
         };

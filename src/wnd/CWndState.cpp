@@ -26,6 +26,7 @@
 #include "wnd/CWndNSView.h"
 #include "wnd/CWndNSWindow.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/SpinArrows.h"
 #include "wnd/deviceContexts.h"
 #include "wnd/heldViews.h"
 #include "wnd/responder.h"
@@ -58,6 +59,7 @@ bool IsOneOf(const QWidget& view) {
 
 // What a person works or reads, other than the views that only hold such.
 bool IsControl(const QWidget& view) {
+    if (dynamic_cast<const vm::SpinArrows*>(&view)) return true;
     return IsOneOf<QAbstractButton, QLineEdit, QComboBox, QAbstractSpinBox, QAbstractSlider, QLabel,
                    QAbstractItemView, QTextEdit, QPlainTextEdit, QTabBar, QTabWidget, QProgressBar>(
         view);

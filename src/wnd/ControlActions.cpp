@@ -16,9 +16,11 @@
 #include <QtWidgets/QTabWidget>
 #include <QtWidgets/QTextEdit>
 
+#include <vmcore/controls/CSpinButtonCtrl.h>
 #include <vmcore/wnd/CWnd.h>
 
 #include "platform/messagebox.h"
+#include "wnd/SpinArrows.h"
 #include "wnd/views.h"
 
 namespace vm {
@@ -30,6 +32,8 @@ bool IsOneOf(const QWidget* sender) {
 }
 
 bool IsTextField(const QWidget* sender) {
+    const auto* combo = qobject_cast<const QComboBox*>(sender);
+    if (combo && combo->isEditable()) return true;
     return IsOneOf<QLineEdit, QPlainTextEdit, QTextEdit, QAbstractSpinBox>(sender);
 }
 
@@ -66,12 +70,16 @@ void SendScrollBar(CWnd& wnd, QScrollBar& bar, ScrollPart part) {
 }
 
 void SendSlider(CWnd& wnd, QAbstractSlider& slider) {
-    const bool vertical = slider.orientation() == Qt::Vertical;
-    const int position = vertical ? slider.maximum() - slider.value() : slider.value();
-    SendScroll(wnd, slider, vertical, SB_THUMBTRACK, position);
+    SendScroll(wnd, slider, slider.orientation() == Qt::Vertical, SB_THUMBTRACK,
+               PositionOf(slider));
 }
 
 } // namespace
+
+int PositionOf(const QAbstractSlider& slider) {
+    if (slider.orientation() == Qt::Horizontal) return slider.value();
+    return slider.maximum() - slider.value();
+}
 
 CWnd* ControlActions::TargetFor(bool senderFits, const char* misfit) const {
     if (!senderFits) {
@@ -138,6 +146,24 @@ void ControlActions::onScroll(QWidget* sender, ScrollPart part) {
         SendScrollBar(*target, *bar, part);
     else
         SendSlider(*target, *static_cast<QAbstractSlider*>(sender));
+}
+
+void ControlActions::onSpin(QWidget* sender) {
+    auto* arrows = dynamic_cast<SpinArrows*>(sender);
+    CWnd* const target = TargetFor(arrows, "onSpin called by a non-CSpinButton control");
+    if (!target) return;
+    SendScroll(*target, *sender, !arrows->IsHorizontal(), SB_THUMBTRACK, arrows->Position());
+}
+
+bool ControlActions::MaySpin(QWidget* sender, int& delta) {
+    const auto* arrows = dynamic_cast<SpinArrows*>(sender);
+    CWnd* const target = TargetFor(arrows, "onSpin called by a non-CSpinButton control");
+    if (!target) return false;
+    const auto tag = static_cast<UINT>(TagWord(sender));
+    NMUPDOWN record{{sender, tag, UDN_DELTAPOS}, arrows->Position(), delta};
+    const LRESULT refused = target->WindowProc(WM_NOTIFY, tag, reinterpret_cast<LPARAM>(&record));
+    delta = record.iDelta;
+    return refused == 0;
 }
 
 void ControlActions::controlTextDidBeginEditing(QWidget* sender) {

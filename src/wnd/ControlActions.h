@@ -6,11 +6,15 @@
 #include <vmcore/core/types.h>
 
 class CWnd;
+class QAbstractSlider;
 
 namespace vm {
 
 /// What of a scroll bar was used.
 enum class ScrollPart { DecrementPage, IncrementPage, Knob, Line };
+
+/// Where a slider's knob is: a vertical one counts from its top end, which is 0.
+int PositionOf(const QAbstractSlider& slider);
 
 /// Base of what receives control actions. A sender of the wrong class, or no window object, is
 /// reported in a message box, and nothing is sent. An action may destroy its sender and this object.
@@ -25,6 +29,10 @@ public:
     void onTab(QWidget* sender);
     /// `part` is for scroll bars; a slider sends its position whatever was used.
     void onScroll(QWidget* sender, ScrollPart part);
+    /// Arrows at a new position, as a slider's knob.
+    void onSpin(QWidget* sender);
+    /// Asks with UDN_DELTAPOS, which may change `delta`; false when the step is refused.
+    bool MaySpin(QWidget* sender, int& delta);
     void controlTextDidBeginEditing(QWidget* sender);
     void controlTextDidChange(QWidget* sender);
     void controlTextDidEndEditing(QWidget* sender);

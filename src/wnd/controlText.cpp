@@ -1,6 +1,9 @@
 #include "wnd/controlText.h"
 
+#include <algorithm>
+
 #include <QtCore/QItemSelectionModel>
+#include <QtCore/QVariant>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QAbstractSlider>
 #include <QtWidgets/QButtonGroup>
@@ -20,6 +23,17 @@ namespace vm {
 namespace {
 
 int s_programChanges = 0;
+
+constexpr char kLimitProperty[] = "textLimit";
+constexpr int kMostText = 32767; // what the toolkit allows a line
+
+// The toolkit cuts what does not fit, and forgets what can be undone when the limit is set.
+void MakeRoom(QLineEdit& line, qsizetype length) {
+    const QVariant limit = line.property(kLimitProperty);
+    if (!limit.isValid()) return;
+    const int room = std::max(limit.toInt(), static_cast<int>(length));
+    if (room != line.maxLength()) line.setMaxLength(room);
+}
 
 // Leading blanks and trailing text are allowed, as a control's number reads everywhere.
 int LeadingNumber(const QString& text) {
@@ -124,12 +138,14 @@ bool SetControlText(QWidget& control, const QString& text) {
         label->setTextFormat(Qt::PlainText); // only a file's own text may have markup
         label->setText(text);
     } else if (auto* line = qobject_cast<QLineEdit*>(&control)) {
+        MakeRoom(*line, text.size());
         line->setText(text);
     } else if (auto* edit = qobject_cast<QPlainTextEdit*>(&control)) {
         edit->setPlainText(text);
     } else if (auto* rich = qobject_cast<QTextEdit*>(&control)) {
         rich->setPlainText(text);
     } else if (auto* combo = qobject_cast<QComboBox*>(&control)) {
+        if (combo->lineEdit()) MakeRoom(*combo->lineEdit(), text.size());
         combo->setCurrentText(text);
     } else if (auto* group = qobject_cast<QGroupBox*>(&control)) {
         group->setTitle(text);
@@ -149,6 +165,17 @@ bool SetControlText(QWidget& control, const QString& text) {
         return false;
     }
     return true;
+}
+
+void SetTextLimit(QLineEdit& line, int limit) {
+    const ProgramChange change;
+    line.setProperty(kLimitProperty, limit > 0 ? std::min(limit, kMostText) : kMostText);
+    MakeRoom(line, line.text().size());
+}
+
+int TextLimit(const QLineEdit& line) {
+    const QVariant limit = line.property(kLimitProperty);
+    return limit.isValid() ? limit.toInt() : line.maxLength();
 }
 
 int ControlInteger(const QWidget& control) {

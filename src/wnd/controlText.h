@@ -5,6 +5,7 @@
 
 #include <QtCore/QString>
 
+class QLineEdit;
 class QWidget;
 
 namespace vm {
@@ -20,6 +21,11 @@ bool IsButton(const QWidget& control);
 /// tabs, or the text as a number.
 int ControlInteger(const QWidget& control);
 void SetControlInteger(QWidget& control, int value);
+
+/// How much a user may type, 0 for as much as there is room for. What the program sets is not cut:
+/// a longer text counts as the limit for as long as it is there.
+void SetTextLimit(QLineEdit& line, int limit);
+int TextLimit(const QLineEdit& line);
 
 /// While one lives, what a control reports is the program's doing, not its user's.
 class ProgramChange {

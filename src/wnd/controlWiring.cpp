@@ -13,6 +13,7 @@
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QAbstractSlider>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QCompleter>
 #include <QtWidgets/QDateTimeEdit>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QLineEdit>
@@ -29,6 +30,8 @@
 #include "wnd/CWndNSView.h"
 #include "wnd/ControlActions.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/SpinArrows.h"
+#include "wnd/TextRules.h"
 #include "wnd/controlText.h"
 #include "wnd/views.h"
 
@@ -45,7 +48,7 @@ Action Plain(void (ControlActions::*method)(QWidget*)) {
 
 // The actions by their names in interface files.
 const Action* ActionNamed(const QString& name) {
-    static const std::array<std::pair<const char*, Action>, 8> s_actions = {{
+    static const std::array<std::pair<const char*, Action>, 9> s_actions = {{
         {"onButton", Plain(&ControlActions::onButton)},
         {"onRadio", Plain(&ControlActions::onRadio)},
         {"onPopupMenu", Plain(&ControlActions::onPopupMenu)},
@@ -54,6 +57,7 @@ const Action* ActionNamed(const QString& name) {
         {"onSelChange", Plain(&ControlActions::onSelChange)},
         {"onTab", Plain(&ControlActions::onTab)},
         {"onScroll", &ControlActions::onScroll},
+        {"onSpin", Plain(&ControlActions::onSpin)},
     }};
     for (const auto& [known, action] : s_actions)
         if (name == QLatin1String(known)) return &action;
@@ -91,6 +95,14 @@ public:
         Send(Plainly(&ControlActions::controlTextDidEndEditing));
     }
     bool IsEditing() const { return m_editing; }
+    // Of arrows: false refuses.
+    bool MayStep(int& delta) {
+        bool may = true;
+        Send([&](ControlActions& actions, QWidget* sender) {
+            may = actions.MaySpin(sender, delta);
+        });
+        return may;
+    }
 
     bool eventFilter(QObject*, QEvent* event) override {
         if (event->type() == QEvent::FocusOut &&
@@ -132,6 +144,18 @@ void ConnectCombo(ControlWire& wire, QWidget& control) {
                      [&wire] { wire.Act(); });
 }
 
+// What is typed is just that: it is not completed, and adds no entry unless the file says so.
+void ConnectEditableCombo(ControlWire& wire, QWidget& control) {
+    auto* combo = static_cast<QComboBox*>(&control);
+    combo->setCompleter(nullptr);
+    if (combo->insertPolicy() == QComboBox::InsertAtBottom) // the toolkit's default
+        combo->setInsertPolicy(QComboBox::NoInsert);
+    ConnectCombo(wire, control);
+    QLineEdit* line = combo->lineEdit();
+    QObject::connect(line, &QLineEdit::textEdited, &wire, [&wire] { wire.Changed(); });
+    QObject::connect(line, &QLineEdit::editingFinished, &wire, [&wire] { wire.FocusLeft(); });
+}
+
 void ConnectLine(ControlWire& wire, QWidget& control) {
     auto* line = static_cast<QLineEdit*>(&control);
     QObject::connect(line, &QLineEdit::textEdited, &wire, [&wire] { wire.Changed(); });
@@ -163,8 +187,10 @@ void ConnectSpin(ControlWire& wire, QWidget& control) {
 // Return is a line break here.
 template <class Edit>
 void ConnectEdit(ControlWire& wire, QWidget& control) {
-    QObject::connect(static_cast<Edit*>(&control), &Edit::textChanged, &wire,
-                     [&wire] { wire.Changed(); });
+    const TextRules* rules = TextRules::Of(&control); // connected before the wire is
+    QObject::connect(static_cast<Edit*>(&control), &Edit::textChanged, &wire, [&wire, rules] {
+        if (!rules->TookBack()) wire.Changed();
+    });
     control.installEventFilter(&wire);
 }
 
@@ -204,9 +230,16 @@ void ConnectSlider(ControlWire& wire, QWidget& control) {
     });
 }
 
+// A step is asked for before it is made and told afterwards.
+void ConnectSpinArrows(ControlWire& wire, QWidget& control) {
+    auto* arrows = static_cast<SpinArrows*>(&control);
+    arrows->onStep = [&wire](int& delta) { return wire.MayStep(delta); };
+    arrows->onStepped = [&wire] { wire.Act(); };
+}
+
 template <class Class>
 bool Is(const QWidget& control) {
-    return qobject_cast<const Class*>(&control) != nullptr;
+    return dynamic_cast<const Class*>(&control) != nullptr;
 }
 
 bool IsEditableCombo(const QWidget& control) {
@@ -226,7 +259,7 @@ const Kind* KindOf(const QWidget& control) {
         {Is<QRadioButton>, ConnectButton, "onRadio"},
         {Is<QAbstractButton>, ConnectButton, "onButton"},
         {Is<QGroupBox>, ConnectGroup, "onButton"},
-        {IsEditableCombo, ConnectCombo, "onCombi"},
+        {IsEditableCombo, ConnectEditableCombo, "onCombi"},
         {Is<QComboBox>, ConnectCombo, "onPopupMenu"},
         {Is<QLineEdit>, ConnectLine, "onEdit"},
         {Is<QAbstractSpinBox>, ConnectSpin, "onEdit"},
@@ -236,6 +269,7 @@ const Kind* KindOf(const QWidget& control) {
         {Is<QTabBar>, ConnectTabs<QTabBar>, "onTab"},
         {Is<QTabWidget>, ConnectTabs<QTabWidget>, "onTab"},
         {Is<QAbstractSlider>, ConnectSlider, "onScroll"},
+        {Is<SpinArrows>, ConnectSpinArrows, "onSpin"},
     };
     for (const Kind& kind : kKinds)
         if (kind.fits(control)) return &kind;

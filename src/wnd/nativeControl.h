@@ -1,7 +1,11 @@
 // The one way in which a control of the toolkit becomes the view of a window object.
 #pragma once
 
+#include <QtWidgets/QWidget>
+
 #include <vmcore/wnd/CWnd.h>
+
+#include "wnd/views.h"
 
 namespace vm {
 
@@ -11,5 +15,11 @@ namespace vm {
 /// the control, leaves `wnd` as it is and returns false.
 bool AdoptControl(CWnd& wnd, QWidget* control, CWnd* parent, const RECT& rect, DWORD style,
                   UINT id);
+
+/// The object's view as a control of this class; null without one.
+template <class Control>
+Control* ControlOf(const CWnd& wnd) {
+    return IsLiveView(wnd.view) ? dynamic_cast<Control*>(wnd.view) : nullptr;
+}
 
 } // namespace vm

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <QtCore/QEvent>
@@ -19,11 +20,8 @@
 namespace vm {
 namespace {
 
-// Shared by the object and its rectangles, either of which may go first.
-using SharedText = std::shared_ptr<QString>;
-
-SharedText* TextOf(const CWnd& wnd) {
-    return static_cast<SharedText*>(wnd.tooltipText);
+TooltipText* TextOf(const CWnd& wnd) {
+    return static_cast<TooltipText*>(wnd.tooltipText);
 }
 
 QString AsPlainText(const QString& text) {
@@ -41,7 +39,7 @@ public:
         return nullptr;
     }
 
-    int Add(const RECT& rect, SharedText text) {
+    int Add(std::optional<RECT> rect, TooltipText text) {
         static int s_lastTag = 0;
         m_entries.push_back({++s_lastTag, rect, std::move(text)});
         return s_lastTag;
@@ -62,8 +60,8 @@ protected:
 private:
     struct Entry {
         int tag;
-        RECT rect; // in the units of the host
-        SharedText text;
+        std::optional<RECT> rect; // in the units of the host; nothing for all of the view
+        TooltipText text;
     };
 
     bool Show(QWidget& view, const QHelpEvent& event) const {
@@ -72,15 +70,22 @@ private:
         const int x = ToHost(event.x(), scale);
         const int y = ToHost(event.y(), scale);
         for (const Entry& entry : m_entries) {
-            const RECT& rect = entry.rect;
-            if (x < rect.left || x >= rect.right || y < rect.top || y >= rect.bottom) continue;
-            const QRect area(QPoint(ToView(rect.left, scale), ToView(rect.top, scale)),
-                             QPoint(ToView(rect.right, scale) - 1, ToView(rect.bottom, scale) - 1));
-            if (entry.text->isEmpty()) continue;
+            if (entry.text->isEmpty() || !Holds(entry, x, y)) continue;
+            const QRect area = entry.rect ? AreaOf(*entry.rect, scale) : view.rect();
             QToolTip::showText(event.globalPos(), AsPlainText(*entry.text), &view, area);
             return true;
         }
         return false;
+    }
+
+    static bool Holds(const Entry& entry, int x, int y) {
+        if (!entry.rect) return true;
+        const RECT& rect = *entry.rect;
+        return x >= rect.left && x < rect.right && y >= rect.top && y < rect.bottom;
+    }
+    static QRect AreaOf(const RECT& rect, double scale) {
+        return {QPoint(ToView(rect.left, scale), ToView(rect.top, scale)),
+                QPoint(ToView(rect.right, scale) - 1, ToView(rect.bottom, scale) - 1)};
     }
 
     std::vector<Entry> m_entries;
@@ -92,8 +97,18 @@ Tooltips* TooltipsOf(HWND view) {
 
 } // namespace
 
+int AddTooltip(QWidget& view, const RECT* rect, TooltipText text) {
+    Tooltips* tooltips = Tooltips::Of(view);
+    if (!tooltips) tooltips = new Tooltips(&view);
+    return tooltips->Add(rect ? std::optional(*rect) : std::nullopt, std::move(text));
+}
+
+void RemoveTooltip(QWidget& view, int tag) {
+    if (Tooltips* tooltips = Tooltips::Of(view)) tooltips->Remove(tag);
+}
+
 void FreeTooltipText(CWnd& wnd) {
-    SharedText* const text = TextOf(wnd);
+    TooltipText* const text = TextOf(wnd);
     if (!text) return;
     (*text)->clear();
     delete text;
@@ -104,12 +119,10 @@ void FreeTooltipText(CWnd& wnd) {
 
 int CWnd::addTooltip(const CRect* rect, const char* newText) {
     if (!rect || !newText || !vm::IsAscii(newText) || !vm::IsLiveView(view)) return -1;
-    if (!tooltipText) tooltipText = new vm::SharedText(std::make_shared<QString>());
-    const vm::SharedText& shared = *vm::TextOf(*this);
+    if (!tooltipText) tooltipText = new vm::TooltipText(std::make_shared<QString>());
+    const vm::TooltipText& shared = *vm::TextOf(*this);
     *shared = QString::fromLatin1(newText);
-    vm::Tooltips* tooltips = vm::Tooltips::Of(*view);
-    if (!tooltips) tooltips = new vm::Tooltips(view);
-    return tooltips->Add(*rect, shared);
+    return vm::AddTooltip(*view, rect, shared);
 }
 
 void CWnd::removeTooltip(int tag) {

@@ -235,8 +235,8 @@ public:
     void SetDlgItemInt(int id, UINT value, BOOL isSigned = TRUE);
     void CheckDlgButton(int id, UINT state);
     UINT IsDlgButtonChecked(int id); ///< 0 when absent
-    /// WM_SETTEXT (1), WM_GETTEXT (the length of the whole text) and the BM_, LB_ and CB_ groups act
-    /// on the control; 0 without it. Any other message is reported in a message box that names the
+    /// WM_SETTEXT (1), WM_GETTEXT (the length of the whole text) and the BM_, LB_, CB_ and EM_ groups
+    /// act on the control; 0 without it. EM_LIMITTEXT and any other message is reported in a message box that names the
     /// item, and forwarded to the WindowProc of the item's object.
     LRESULT SendDlgItemMessage(int id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
