@@ -1,4 +1,5 @@
-// Shell folders and dropped files.
+// Folders to choose, and dropped files.
 #pragma once
 
+#include <vmcore/dialogs/folderBrowser.h>
 #include <vmcore/wnd/CWnd.h>

@@ -14,6 +14,7 @@
 #include <vmcore/core/geometry.h>
 #include <vmcore/core/strings.h>
 #include <vmcore/core/types.h>
+#include <vmcore/dialogs/commdlg.h>
 #include <vmcore/files/fileapi.h>
 #include <vmcore/files/library.h>
 #include <vmcore/files/paths.h>

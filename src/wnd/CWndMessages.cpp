@@ -8,6 +8,7 @@
 #include "app/appState.h"
 #include "core/guard.h"
 #include "platform/mainqueue.h"
+#include "wnd/MessageTaker.h"
 #include "wnd/RecoverPane.h"
 #include "wnd/boundHandle.h"
 #include "wnd/winMessage.h"
@@ -96,6 +97,8 @@ bool CWnd::PostMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 LRESULT SendMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (!window) return 0;
+    if (const vm::MessageTaker* taker = vm::MessageTaker::Of(window))
+        return taker->Take(message, wParam, lParam);
     const RecoverPane guard(window);
     CWnd* scratch = getTempWnd(false);
     const ScratchAttachment attachment(scratch, window);
