@@ -1,5 +1,5 @@
 // The entries of a native combo box as hosts have them: counted from 0, with a number each, at most one
-// selected. Nothing here is reported as the user's doing. (Those of lists are in listItems.h.)
+// selected. Nothing here is reported as the user's doing.
 #pragma once
 
 #include <QtCore/QString>

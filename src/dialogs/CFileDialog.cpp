@@ -33,7 +33,7 @@ int CFileDialog::DoModal() {
 }
 
 CString CFileDialog::GetPathName() const {
-    void* first = GetStartPosition();
+    POSITION first = GetStartPosition();
     return first ? GetNextPathName(first) : CString();
 }
 
@@ -60,23 +60,23 @@ CString CFileDialog::GetFolderPath() const {
 }
 
 // A position is the place of a name in the list; the first is the whole list's.
-void* CFileDialog::GetStartPosition() const {
-    return m_ofn.lpstrFile && *m_ofn.lpstrFile ? m_ofn.lpstrFile : nullptr;
+POSITION CFileDialog::GetStartPosition() const {
+    return m_ofn.lpstrFile && *m_ofn.lpstrFile ? reinterpret_cast<POSITION>(m_ofn.lpstrFile) : 0;
 }
 
-CString CFileDialog::GetNextPathName(void*& position) const {
-    const auto* entry = static_cast<const char*>(position);
+CString CFileDialog::GetNextPathName(POSITION& position) const {
+    const auto* entry = reinterpret_cast<const char*>(position);
     if (!entry) return {};
     const bool isFirst = entry == m_ofn.lpstrFile;
     const char* const second = entry + std::strlen(entry) + 1;
     const bool isList = m_ofn.Flags & OFN_ALLOWMULTISELECT;
     if (isFirst && (!isList || !*second)) {
-        position = nullptr;
+        position = 0;
         return CString(entry);
     }
     const char* const name = isFirst ? second : entry;
     const char* const next = name + std::strlen(name) + 1;
-    position = *next ? m_ofn.lpstrFile + (next - m_ofn.lpstrFile) : nullptr;
+    position = *next ? reinterpret_cast<POSITION>(next) : 0;
     std::string path = m_ofn.lpstrFile;
     if (!path.ends_with('/')) path += '/';
     return Text(path + name);

@@ -13,7 +13,6 @@
 #include "controls/TCOutlineViewDataSource.h"
 #include "controls/listBoxMessages.h"
 #include "controls/listBoxTable.h"
-#include "controls/listItems.h"
 #include "controls/listTable.h"
 #include "controls/outlineView.h"
 #include "controls/treeItems.h"

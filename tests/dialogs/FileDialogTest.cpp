@@ -228,7 +228,7 @@ TEST_F(FileDialogs, ManyFilesAreListed) {
     CFileDialog dialog(TRUE, nullptr, nullptr, OFN_ALLOWMULTISELECT | OFN_FILEMUSTEXIST);
     EXPECT_EQ(Run(dialog, [&] { Choose("\"a.syx\" \"c.mid\""); }), IDOK);
     std::vector<std::string> paths;
-    for (void* position = dialog.GetStartPosition(); position;)
+    for (POSITION position = dialog.GetStartPosition(); position;)
         paths.emplace_back(dialog.GetNextPathName(position));
     EXPECT_THAT(paths, ElementsAre(In("a.syx"), In("c.mid")));
     EXPECT_STREQ(dialog.GetPathName(), In("a.syx").c_str());

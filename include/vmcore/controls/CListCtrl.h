@@ -34,6 +34,7 @@
 #pragma once
 
 #include <vmcore/core/export.h>
+#include <vmcore/core/position.h>
 #include <vmcore/core/types.h>
 #include <vmcore/wnd/CWnd.h>
 
@@ -98,9 +99,6 @@ struct tagNMLISTVIEW {
 };
 using NMLISTVIEW = tagNMLISTVIEW;
 using NM_LISTVIEW = tagNMLISTVIEW;
-
-/// A place in an iteration; 0 is the end.
-using POSITION = std::uintptr_t;
 
 /// 1 once any list was double-clicked; the host sets it back.
 VM_API extern BYTE calledDoubleClick;

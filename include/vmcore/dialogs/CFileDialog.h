@@ -6,8 +6,9 @@
 #pragma once
 
 #include <string>
-#include <vmcore/dialogs/CDialog.h>
 
+#include <vmcore/core/position.h>
+#include <vmcore/dialogs/CDialog.h>
 #include <vmcore/dialogs/commdlg.h>
 
 class VM_API CFileDialog : public CDialog {
@@ -30,9 +31,9 @@ public:
     CString GetFileExt() const;    ///< without the dot
     CString GetFolderPath() const; ///< without a slash at the end, unless it is the root
 
-    /// Walks through the files of OFN_ALLOWMULTISELECT: null when there is none (any more).
-    void* GetStartPosition() const;
-    CString GetNextPathName(void*& position) const;
+    /// Walks through the files of OFN_ALLOWMULTISELECT: 0 when there is none (any more).
+    POSITION GetStartPosition() const;
+    CString GetNextPathName(POSITION& position) const;
     BOOL GetReadOnlyPref() const { return (m_ofn.Flags & OFN_READONLY) != 0; }
 
     // State. The order is part of the binary interface.
