@@ -7,6 +7,7 @@
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QTabBar>
 #include <QtWidgets/QTableView>
 
 #include <vmcore/app/messages.h>
@@ -75,6 +76,7 @@ public:
         classes.makeWidget = [](const QString& className, QWidget* owner) -> QWidget* {
             if (IsListClass(className)) return MakeListBoxView(owner);
             if (className == QLatin1String("CSpinButton")) return new SpinArrows(owner);
+            if (className == QLatin1String("QTabBar")) return new QTabBar(owner); // Designer has none
             if (className == QLatin1String("QTreeView")) return new OutlineView(owner);
             return className == QLatin1String("CWndView") ? new CWndView(owner) : nullptr;
         };
