@@ -51,21 +51,10 @@ TEST_F(TreeCtrl, TakesTheValuesThatTheMaskNames) {
         EXPECT_EQ(node->nState, mask & 32 ? 5u : 0u);
     }
     const HTREEITEM all = m_tree->InsertItem(0u, "x", 1, 2, 3, 0, 4, nullptr, nullptr);
-    EXPECT_EQ(m_tree->GetItemData(all), 4u);
-    EXPECT_EQ(all->nImage + all->nSelImage + static_cast<int>(all->nState), 6);
-    const HTREEITEM pictured = m_tree->InsertItem("x", 1, 2, all);
-    EXPECT_EQ(pictured->nImage * 10 + pictured->nSelImage, 12);
-}
-
-TEST_F(TreeCtrl, WithoutATreeEverythingIsNeutral) {
-    m_tree->DestroyWindow();
-    const HTREEITEM item = reinterpret_cast<HTREEITEM>(&m_log);
-    EXPECT_EQ(m_tree->InsertItem("x"), nullptr);
-    EXPECT_FALSE(m_tree->DeleteItem(item) || m_tree->DeleteAllItems());
-    EXPECT_EQ(m_tree->GetChildItem(nullptr), nullptr);
-    EXPECT_EQ(m_tree->GetSelectedItem(), nullptr);
-    EXPECT_FALSE(m_tree->Select(item, TVGN_CARET) || m_tree->Expand(item, TVE_EXPAND));
-    EXPECT_TRUE(m_tree->SelectItem(item));
+    EXPECT_THAT((std::vector<int>{all->nImage, all->nSelImage, static_cast<int>(all->nState),
+                                  static_cast<int>(m_tree->GetItemData(all))}),
+                ElementsAre(1, 2, 3, 4));
+    EXPECT_EQ(m_tree->InsertItem("x", 1, 2, all)->nSelImage, 2);
 }
 
 TEST_F(TreeCtrl, DeadForeignAndInventedHandlesActAsNull) {
@@ -186,26 +175,20 @@ TEST_F(TreeCtrl, DeletingTheSelectedItemOrOneAroundItSelectsNothing) {
     for (const bool around : {false, true}) {
         const HTREEITEM a = m_tree->InsertItem("A");
         const HTREEITEM inner = m_tree->InsertItem("a", a);
-        m_tree->InsertItem("B");
         m_tree->Select(inner, TVGN_CARET);
         m_tree->DeleteItem(around ? a : inner);
-        EXPECT_EQ(m_tree->GetSelectedItem(), nullptr);
         Turn();
         EXPECT_EQ(m_tree->GetSelectedItem(), nullptr);
-        EXPECT_THAT(m_tree->notices, IsEmpty());
-        m_tree->DeleteAllItems();
     }
+    EXPECT_THAT(m_tree->notices, IsEmpty());
     m_boxes.Take();
 }
 
 TEST_F(TreeCtrl, DeletingAllLeavesAnUntitledTopRow) {
     const HTREEITEM a = m_tree->InsertItem("A");
     m_tree->InsertItem("a", a);
-    ClickCell(1);
-    const HTREEITEM top = [this] {
-        ClickCell(0);
-        return m_tree->GetSelectedItem();
-    }();
+    ClickCell(0);
+    const HTREEITEM top = m_tree->GetSelectedItem();
     EXPECT_FALSE(m_tree->DeleteItem(top)) << "the top row stays";
     EXPECT_TRUE(m_tree->DeleteAllItems());
     EXPECT_EQ(m_tree->GetItemData(top) + m_tree->GetItemData(a), 0u);

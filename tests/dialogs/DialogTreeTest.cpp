@@ -7,8 +7,6 @@
 
 #include "DialogsFixture.h"
 
-using testing::ElementsAre;
-
 using DialogTree = DialogsFixture;
 
 TEST_F(DialogTree, CheckBoxesComeFromTheFileOrTheObject) {
@@ -43,15 +41,4 @@ TEST_F(DialogTree, CheckBoxesComeFromTheFileOrTheObject) {
         });
         dialog.DoModal();
     }
-}
-
-TEST_F(DialogTree, OnlyATreeViewCanHaveTheDelegate) {
-    Write(1,
-          UiDialog(UiControl("QTreeWidget", 20, UiDynamic("delegate", "TCOutlineViewDataSource"))));
-    TestDialog dialog;
-    Soon([&] { dialog.EndDialog(0); });
-    dialog.DoModal();
-    EXPECT_THAT(log.TakeLog(), ElementsAre("interface file " + bundle.PathOf("DLG_1") +
-                                           ": item20: only a QTreeView can have the delegate "
-                                           "TCOutlineViewDataSource"));
 }
