@@ -87,8 +87,8 @@ void ControlsPage::FillTree() {
     for (const char* name : kInstruments) {
         const HTREEITEM rack = m_tree.InsertItem(name, nullptr, TVI_LAST);
         for (int i = 1; i <= 3; ++i) {
-            const std::string name = "Bank " + std::to_string(i);
-            const HTREEITEM bank = m_tree.InsertItem(name.c_str(), rack, TVI_LAST);
+            const std::string label = "Bank " + std::to_string(i);
+            const HTREEITEM bank = m_tree.InsertItem(label.c_str(), rack, TVI_LAST);
             m_tree.SetCheck(bank, i != 2);
         }
         m_tree.Expand(rack, TVE_EXPAND);

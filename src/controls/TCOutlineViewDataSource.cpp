@@ -10,6 +10,7 @@
 #include "controls/outlineView.h"
 #include "gdi/imageList.h"
 #include "platform/eventboundary.h"
+#include "wnd/contextMenus.h"
 #include "wnd/views.h"
 
 namespace {
@@ -33,6 +34,7 @@ TCOutlineViewDataSource::TCOutlineViewDataSource(vm::OutlineView* view)
     vm::SetUpOutlineColumns(*view, false);
     connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { vm::AtEventBoundary([this] { outlineViewSelectionDidChange(); }); });
+    vm::ReportContextMenus(*view, [this]() -> CWnd* { return Tree(); });
     view->setExpanded(IndexOf(root), true);
 }
 

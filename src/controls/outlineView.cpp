@@ -11,12 +11,18 @@ namespace vm {
 namespace {
 
 constexpr int kCheckColumnWidth = 80;
+constexpr int kRowPadding = 5; // above and below the text together, as in lists
 
 // Rows are what is selected and has the focus: no frame around one cell, and Space is for the row's
 // check box.
 class OutlineRow : public QStyledItemDelegate {
 public:
     explicit OutlineRow(QTreeView& view) : QStyledItemDelegate(&view), m_view(view) {}
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        const int height = option.fontMetrics.height() + kRowPadding;
+        return QStyledItemDelegate::sizeHint(option, index).expandedTo({0, height});
+    }
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
