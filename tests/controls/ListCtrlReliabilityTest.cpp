@@ -74,7 +74,10 @@ protected:
 
 TEST_F(BusyListCtrl, RowsThatGoWhileTheyAreShownAreShownNoMore) {
     m_list->onCell = [&](LV_DISPTEXT& cell) {
-        if (cell.itemData == 101) m_list->DeleteAllItems();
+        if (cell.itemData != 101) return;
+        m_list->DeleteAllItems();
+        EXPECT_EQ(m_list->GetSelectedCount(), 0u);
+        EXPECT_EQ(View()->model()->rowCount(), 5) << "not under the view's hands";
     };
     View()->grab();
     EXPECT_EQ(m_list->GetItemCount(), 0);
