@@ -4,6 +4,7 @@
 
 #include <vmcore/controls/CListCtrl.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QTableView>
 
@@ -52,6 +53,7 @@ protected:
         return m_list.tableView->model()->index(row, section).data().toString().toStdString();
     }
     void ClickHeader(int section) {
+        QCoreApplication::processEvents(); // the header has its place then
         QHeaderView* header = m_list.tableView->horizontalHeader();
         Click(header->viewport(),
               {header->sectionViewportPosition(section) + 20, header->height() / 2});

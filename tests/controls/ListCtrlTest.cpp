@@ -83,44 +83,6 @@ TEST_F(ListCtrl, RowsCanBeSelectedWithoutAnyColumn) {
     EXPECT_EQ(Cell(1, 1), "1:101");
 }
 
-TEST_F(ListCtrl, AppendingAddsATextInsertingOnlyWithTheTextBit) {
-    EXPECT_EQ(m_list.InsertItem(0u, 9, nullptr, 0, 0, 5, 6), 0);
-    EXPECT_EQ(m_list.GetItemCount(), 1);
-    char text[256] = "before";
-    LVITEM item{LVIF_PARAM | LVIF_IMAGE | LVIF_TEXT, 0, 0, 0, 0, text, 0, 77, 77};
-    EXPECT_TRUE(m_list.GetItem(&item));
-    EXPECT_STREQ(text, "");
-    EXPECT_EQ(item.iImage, 0);
-    EXPECT_EQ(item.lParam, 0u);
-
-    EXPECT_EQ(m_list.InsertItem(LVIF_PARAM, 0, "ignored", 0, 0, 0, 8), 0);
-    EXPECT_EQ(m_list.GetItemCount(), 1) << "no text, although a row was added";
-    EXPECT_THAT(Data(), ElementsAre(8, 0));
-    EXPECT_EQ(m_list.tableView->model()->rowCount(), 2);
-
-    EXPECT_EQ(m_list.InsertItem(0, "first", 3), 0);
-    item.iItem = 0;
-    EXPECT_TRUE(m_list.GetItem(&item));
-    EXPECT_STREQ(text, "first");
-    EXPECT_EQ(item.iImage, 3);
-    item.iItem = 2;
-    EXPECT_FALSE(m_list.GetItem(&item));
-}
-
-TEST_F(ListCtrl, DeletingReportsTheRowNumberInEightBits) {
-    AppendRows(300);
-    EXPECT_EQ(m_list.DeleteItem(1), 1);
-    EXPECT_EQ(m_list.DeleteItem(256), 0) << "deleted all the same";
-    EXPECT_EQ(m_list.DeleteItem(0), 0);
-    EXPECT_EQ(m_list.DeleteItem(200), static_cast<signed char>(200));
-    EXPECT_EQ(m_list.GetItemCount(), 296);
-    EXPECT_EQ(m_list.GetItemData(0), 102u);
-    EXPECT_FALSE(m_list.DeleteItem(296));
-    EXPECT_TRUE(m_list.DeleteAllItems());
-    EXPECT_EQ(m_list.GetItemCount(), 0);
-    EXPECT_EQ(m_list.GetItemData(0), 0u);
-}
-
 TEST_F(ListCtrl, RowsOfAListWithRedrawingOffAppearWhenItIsSwitchedOn) {
     m_list.SetRedraw(FALSE);
     AppendRows(3);
@@ -152,27 +114,7 @@ TEST_F(ListCtrl, OnlyTheSelectedBitChangesTheSelection) {
     position = 3;
     EXPECT_EQ(m_list.GetNextSelectedItem(position), -1);
 
-    m_list.SetItemState(1, 0, 8);
-    EXPECT_THAT(Selection(), ElementsAre(3));
-    m_list.SetItemState(-1, 8, 8);
-    EXPECT_EQ(m_list.GetSelectedCount(), 5u);
-    m_list.SetItemState(-1, 0, 8);
-    EXPECT_EQ(m_list.GetFirstSelectedItemPosition(), 0u);
     EXPECT_TRUE(m_window.notifications.empty()) << "only the user's changes are reported";
-}
-
-TEST_F(ListCtrl, SelectionBelongsToRowNumbers) {
-    AppendRows(4);
-    m_list.SetItemState(2, 8, 8);
-    m_list.DeleteItem(0);
-    EXPECT_THAT(Selection(), ElementsAre(2));
-    m_list.InsertItem(0, "new");
-    m_list.Invalidate();
-    EXPECT_THAT(Selection(), ElementsAre(2));
-    m_list.DeleteItem(0);
-    m_list.DeleteItem(0);
-    EXPECT_EQ(m_list.GetSelectedCount(), 0u);
-    EXPECT_TRUE(m_window.notifications.empty());
 }
 
 TEST_F(ListCtrl, ClicksReportTheRowSelectedLast) {

@@ -196,6 +196,7 @@ TEST_F(DialogFile, DelegatesAndActionsOfItsPropertiesOrAComplaint) {
         UiControl("QListWidget", 21, UiDynamic("delegate", "LBTableViewDelegate")) +
         UiControl("QListWidget", 22, UiDynamic("delegate", "LCTableViewDelegate")) +
         UiControl("QTableView", 23, UiDynamic("delegate", "Mine")) +
+        UiControl("QTreeWidget", 26, UiDynamic("delegate", "LBTableViewDelegate")) +
         UiControl("QLineEdit", 24, UiDynamic("action", "onFire")) +
         UiControl("QRadioButton", 25, UiDynamic("action", "onEdit"));
     const std::string file = "interface file " + bundle.PathOf("DLG_2") + ": ";
@@ -205,6 +206,8 @@ TEST_F(DialogFile, DelegatesAndActionsOfItsPropertiesOrAComplaint) {
                     ElementsAre(file + "item22: only a QTableView can have the delegate "
                                        "LCTableViewDelegate",
                                 file + "item23: unknown delegate Mine",
+                                file + "item26: only a list or a QTableView can have the delegate "
+                                       "LBTableViewDelegate",
                                 file + "item24: unknown action "
                                        "onFire"));
         ClickItem(dialog, 25);
