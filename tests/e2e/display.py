@@ -106,6 +106,11 @@ class Display:
         # Without --sync, which waits in vain when the pointer is there already.
         self.run("xdotool", "mousemove", str(x), str(y), "click", str(button))
 
+    def click_in(self, window, x, y, button=1):
+        """Clicks at a place inside the window."""
+        left, top, _, _ = self.geometry(window)
+        self.click(left + x, top + y, button)
+
     def menu(self, *keys):
         """Opens a menu with the first key and chooses with the others."""
         self.key(keys[0])

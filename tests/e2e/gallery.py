@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Saves a picture of the Gallery's window and, with --reference, compares it with a kept one."""
+"""Saves a picture of a page of the Gallery and, with --reference, compares it with a kept one."""
 
 import argparse
 import pathlib
@@ -13,17 +13,22 @@ from display import Display, Program, Timeout, wait_for
 # the picture's pixels may: other versions of the toolkit and of the fonts draw edges a little darker.
 FUZZ = "8%"
 MOST_DIFFERENT = 0.01
-MANY_COLORS = 300  # what the whole picture has, and a half-drawn one has not
+MANY_COLORS = 300  # what the whole drawing has, and a half-drawn one has not
+SCREEN = "1280x1024x24"
+CONTROLS_TAB = (110, 16)  # the place of the second tab
 
 
-def take(display, picture):
+def take(display, page, picture):
     window = display.window("Gallery")
 
-    def drawn():
-        count = display.run("import", "-window", window, "-format", "%k", "info:-")
-        return int(count) > MANY_COLORS
+    def colors():
+        return int(display.run("import", "-window", window, "-format", "%k", "info:-"))
 
-    wait_for("the window to be drawn", drawn)
+    wait_for("the window to be drawn", lambda: colors() > MANY_COLORS)
+    if page == "controls":
+        drawing = colors()
+        display.click_in(window, *CONTROLS_TAB)
+        wait_for("the other page to be drawn", lambda: drawing != colors() == colors())
     display.screenshot(window, picture)
 
 
@@ -50,13 +55,14 @@ def main():
     parser.add_argument("--bundle", type=pathlib.Path, required=True)
     parser.add_argument("--out", type=pathlib.Path, required=True)
     parser.add_argument("--reference", type=pathlib.Path)
+    parser.add_argument("--page", choices=("drawing", "controls"), default="drawing")
     arguments = parser.parse_args()
     arguments.out.parent.mkdir(parents=True, exist_ok=True)
     executable = arguments.bundle / "Contents/MacOS/Gallery"
     try:
-        with tempfile.TemporaryDirectory() as home, Display() as display, \
+        with tempfile.TemporaryDirectory() as home, Display(SCREEN) as display, \
                 Program(display, executable, pathlib.Path(home)):
-            take(display, arguments.out)
+            take(display, arguments.page, arguments.out)
         if arguments.reference:
             different = compare(arguments.out, arguments.reference,
                                 arguments.out.with_suffix(".difference.png"))
