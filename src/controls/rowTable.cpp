@@ -32,12 +32,16 @@ protected:
     }
 };
 
+void FitRowsToFont(QTableView* view) {
+    view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + kRowPadding);
+}
+
 void SetUpRows(QTableView* view) {
     QHeaderView* rows = view->verticalHeader();
     rows->hide();
     rows->setSectionResizeMode(QHeaderView::Fixed);
     rows->setMinimumSectionSize(1);
-    rows->setDefaultSectionSize(view->fontMetrics().height() + kRowPadding);
+    FitRowsToFont(view);
     view->setItemDelegate(new RowPainter(view));
     view->setShowGrid(false);
     view->setWordWrap(false);
@@ -289,7 +293,8 @@ int RowTable::rowCount(const QModelIndex& parent) const {
     return m_shownRows;
 }
 
-bool RowTable::eventFilter(QObject*, QEvent* event) {
+bool RowTable::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_view && event->type() == QEvent::FontChange) FitRowsToFont(m_view);
     if (m_isBehind && LooksAtRows(event->type())) CatchUp();
     return false;
 }

@@ -235,3 +235,13 @@ TEST(ListSort, OrderIsThatOfThePairwiseComparison) {
                 << texts[sorted[i - 1]] << " before " << texts[sorted[i]];
     }
 }
+
+TEST_F(ListCtrl, RowsAreAsHighAsTheFont) {
+    AppendRows(2);
+    const int before = m_list.tableView->rowHeight(1);
+    QFont large = m_list.tableView->font();
+    large.setPixelSize(40);
+    m_list.tableView->setFont(large);
+    EXPECT_GT(m_list.tableView->rowHeight(1), before);
+    EXPECT_GE(m_list.tableView->rowHeight(1), 40);
+}
