@@ -74,7 +74,7 @@ CColorDialog::CColorDialog(COLORREF initial, DWORD flags, CWnd* parent)
 }
 
 int CColorDialog::DoModal() {
-    m_cc.hwndOwner = parentWnd ? parentWnd->view : nullptr;
+    if (parentWnd) m_cc.hwndOwner = parentWnd->view;
     return ChooseColor(&m_cc) ? IDOK : IDCANCEL;
 }
 

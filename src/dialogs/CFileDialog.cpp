@@ -28,7 +28,7 @@ CFileDialog::CFileDialog(BOOL openFileDialog, const char* defExt, const char* fi
 }
 
 int CFileDialog::DoModal() {
-    m_ofn.hwndOwner = parentWnd ? parentWnd->view : nullptr;
+    if (parentWnd) m_ofn.hwndOwner = parentWnd->view;
     return vm::RunFileDialog(&m_ofn, m_bOpenFileDialog != 0) ? IDOK : IDCANCEL;
 }
 

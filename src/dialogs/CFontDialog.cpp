@@ -65,7 +65,7 @@ CFontDialog::CFontDialog(LOGFONT* initial, DWORD flags, CDC*, CWnd* parent)
 }
 
 int CFontDialog::DoModal() {
-    m_cf.hwndOwner = parentWnd ? parentWnd->view : nullptr;
+    if (parentWnd) m_cf.hwndOwner = parentWnd->view;
     if (!ChooseFont(&m_cf)) return IDCANCEL;
     if (m_initial) *m_initial = *m_cf.lpLogFont;
     m_lf = *m_cf.lpLogFont;

@@ -15,6 +15,7 @@
 #include "wnd/CWndWindowController.h"
 #include "wnd/NativeWindow.h"
 #include "wnd/controlWiring.h"
+#include "wnd/views.h"
 
 namespace vm {
 
@@ -80,7 +81,10 @@ void Sheet::Remove(CPropertyPage& page) {
 void Sheet::Forget(CPropertyPage& page) {
     const int index = IndexOf(&page);
     const bool wasActive = m_active == &page;
+    const Page& entry = m_pages[static_cast<std::size_t>(index)];
+    const QPointer<QWidget> view = entry.wasShown ? entry.view : nullptr;
     TakeOut(index);
+    if (view) DisposeOfView(view);
     if (wasActive && IsOpen()) EnterLater(index);
 }
 
@@ -91,6 +95,7 @@ void Sheet::TakeOut(int index) {
     if (m_pane) m_pane->Remove(index);
     if (entry.view && !entry.wasShown) delete entry.view.data();
     m_pages.erase(m_pages.begin() + index);
+    UpdateButtons();
 }
 
 void Sheet::EnterLater(int index) {
@@ -132,6 +137,7 @@ void Sheet::Load(Page& entry) {
     if (title.isEmpty() && entry.view) title = entry.view->windowTitle();
     if (entry.view) entry.view->setWindowTitle(title);
     m_pane->Insert(IndexOf(entry.page), entry.view, title);
+    m_pane->PutButtonsLast();
     if (!entry.view)
         ShowMessageBox(nullptr, name.c_str(), "Internal Error! Failed to create Dialog vcontroller",
                        MB_OKCANCEL);

@@ -113,6 +113,20 @@ void SheetPane::Insert(int index, QWidget* view, const QString& title) {
     m_tabs->setTabVisible(index, view != nullptr);
 }
 
+void SheetPane::PutButtonsLast() {
+    QWidget* const window = m_root.window();
+    QWidget* last = nullptr;
+    for (QWidget* view = window->nextInFocusChain(); view != window;
+         view = view->nextInFocusChain())
+        if (m_stack && m_stack->isAncestorOf(view) && view->focusPolicy() & Qt::TabFocus)
+            last = view;
+    if (!last) return;
+    for (QPushButton* button : m_buttons) {
+        QWidget::setTabOrder(last, button);
+        last = button;
+    }
+}
+
 void SheetPane::Remove(int index) {
     if (const QPointer<QWidget>& view = m_views[static_cast<std::size_t>(index)]; view && m_stack)
         m_stack->removeWidget(view);

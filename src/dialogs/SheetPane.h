@@ -32,6 +32,8 @@ public:
     /// Without a view, a page that nobody can go to. The pane is as large as the largest page.
     void Insert(int index, QWidget* view, const QString& title);
     void Remove(int index);
+    /// Tab goes from the pages' controls to the buttons, which were made before them.
+    void PutButtonsLast();
     void Show(int index);
     /// Puts the focus on the first control of the page, unless one of its controls has it.
     void FocusPage(int index);

@@ -45,14 +45,15 @@ bool RunToolkitDialog(QDialog* native) {
     const DisplayedDialog displayed;
     const ClosedWithLoops closed([&dialog] { CloseWithChildren(dialog); });
     ModalLoop loop;
-    QObject::connect(dialog, &QDialog::finished, dialog, [&loop] { loop.End(); });
-    QObject::connect(dialog, &QObject::destroyed, [&loop] { loop.End(); });
+    const auto finished = QObject::connect(dialog, &QDialog::finished, [&loop] { loop.End(); });
+    const auto gone = QObject::connect(dialog, &QObject::destroyed, [&loop] { loop.End(); });
     dialog->setWindowModality(Qt::ApplicationModal);
     dialog->show();
     Shielded([&loop] { loop.Run(); });
     const bool accepted = dialog && dialog->result() == QDialog::Accepted && !dialog->isVisible();
-    CloseWithChildren(dialog);
-    if (dialog) dialog->disconnect();
+    if (!accepted) CloseWithChildren(dialog);
+    QObject::disconnect(finished);
+    QObject::disconnect(gone);
     return accepted;
 }
 

@@ -121,6 +121,9 @@ TEST_F(PropertySheet, ShowsPagesOnDemandAndIsAsLargeAsTheLargest) {
         EXPECT_EQ(pages[2]->view, nullptr);
         EXPECT_FALSE(pages[2]->UpdateData(FALSE));
         EXPECT_EQ(Root()->window()->focusWidget(), Item<QLineEdit>(*pages[1], 11));
+        Key(Qt::Key_Tab);
+        Key(Qt::Key_Tab);
+        EXPECT_EQ(Root()->window()->focusWidget(), Button(IDOK));
         QTest::mouseClick(Tabs(), Qt::LeftButton, {}, Tabs()->tabRect(2).center());
         EXPECT_THAT(Take(), ElementsAre("1 kill", "3 init", "3 set"));
         EXPECT_EQ(sheet->GetActiveIndex(), 2);
@@ -287,7 +290,10 @@ TEST_F(PropertySheet, PagesComeAndGoWhileItIsOpen) {
         EXPECT_GE(Root()->width(), std::max(width, 600));
         EXPECT_TRUE(sheet->SetActivePage(&fourth));
         Take();
+        fourth.SetModified();
+        EXPECT_TRUE(Button(ID_APPLY_NOW)->isEnabled());
         sheet->RemovePage(&fourth);
+        EXPECT_FALSE(Button(ID_APPLY_NOW)->isEnabled());
         EXPECT_THAT(Take(), ElementsAre("4 destroy", "3 init", "3 set"));
         EXPECT_EQ(fourth.GetParentSheet(), nullptr);
         EXPECT_EQ(Tabs()->count(), 3);
