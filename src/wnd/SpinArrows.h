@@ -56,7 +56,9 @@ public:
     void SetAccelerations(std::vector<SpinAcceleration> accelerations);
 
     bool CanStep(int direction) const;
-    void Step(int direction); ///< as its user does: 1 up, -1 down
+    // As its user does.
+    void Step(int direction); ///< 1 up, -1 down
+    void StepBy(int delta);
     QRect ArrowRect(int direction) const;
     QSize sizeHint() const override;
 
