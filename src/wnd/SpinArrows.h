@@ -23,8 +23,8 @@ class SpinArrows : public QWidget {
 public:
     enum class Align { None, Left, Right };
     struct BuddyUse {
-        bool showsNumber = false; ///< and a number that is typed there counts
-        bool takesKeys = false;   ///< its arrow keys step
+        bool showsNumber = true; ///< and a number that is typed there counts
+        bool takesKeys = true;   ///< its arrow keys step
         Align align = Align::None;
     };
 

@@ -12,7 +12,7 @@
 // lead out of the range is disabled, unless the range wraps. Steps repeat while the arrow is held.
 //
 // An object made by Create, bound with DDX_Control or attached to a handle works the same; in an
-// interface file the class is CSpinButton. A native number field (QSpinBox) is accepted too: it has no
+// interface file the class is CSpinButton, which has UDS_SETBUDDYINT and UDS_ARROWKEYS. A native number field (QSpinBox) is accepted too: it has no
 // buddy, no UDN_DELTAPOS, and reports like a text field. Without either every member does nothing
 // and returns 0, FALSE or null. Main thread only.
 #pragma once
