@@ -47,19 +47,25 @@ protected:
     QSize tabSizeHint(int index) const override {
         return QTabBar::tabSizeHint(index).expandedTo({m_leastWidth, 0});
     }
+    // A style may draw the selected tab further down than a row of tabs reaches.
     void paintEvent(QPaintEvent* event) override {
+        DrawPane(rect());
+        QTabBar::paintEvent(event);
+        DrawPane(rect().adjusted(0, Height() + 1, 0, 0));
+    }
+
+private:
+    void DrawPane(const QRect& part) {
         QStyleOptionTabWidgetFrame frame;
         frame.initFrom(this);
         frame.lineWidth = style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, this);
         frame.rect.setTop(Height() - 1);
+        if (frame.rect.height() <= kFrame) return;
         QPainter painter(this);
-        if (frame.rect.height() > kFrame)
-            style()->drawPrimitive(QStyle::PE_FrameTabWidget, &frame, &painter, this);
-        painter.end();
-        QTabBar::paintEvent(event);
+        painter.setClipRect(part);
+        style()->drawPrimitive(QStyle::PE_FrameTabWidget, &frame, &painter, this);
     }
 
-private:
     int m_leastWidth = -1;
     int m_height = 0;
 };

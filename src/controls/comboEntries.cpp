@@ -31,9 +31,8 @@ int ComboEntries::Insert(int index, const QString& text) {
     const int row = index == -1 ? count : index;
     if (row < 0 || row > count) return -1;
     const QString typed = count == 0 && m_combo.isEditable() ? m_combo.currentText() : QString();
-    QAbstractItemModel& model = *m_combo.model();
-    if (!model.insertRow(row)) return -1;
-    model.setData(model.index(row, 0), text, Qt::DisplayRole);
+    m_combo.insertItem(row, text);
+    if (Count() == count) return -1; // as many as it may have
     if (count > 0) return row;
     m_combo.setCurrentIndex(-1); // the toolkit selects the first entry that comes
     if (m_combo.isEditable()) m_combo.setEditText(typed);

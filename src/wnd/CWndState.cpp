@@ -9,6 +9,7 @@
 #include <QtWidgets/QAbstractSpinBox>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QGroupBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPlainTextEdit>
@@ -60,6 +61,8 @@ bool IsOneOf(const QWidget& view) {
 // What a person works or reads, other than the views that only hold such.
 bool IsControl(const QWidget& view) {
     if (dynamic_cast<const vm::SpinArrows*>(&view)) return true;
+    const auto* frame = qobject_cast<const QGroupBox*>(&view);
+    if (frame && !frame->findChild<QWidget*>()) return true;
     return IsOneOf<QAbstractButton, QLineEdit, QComboBox, QAbstractSpinBox, QAbstractSlider, QLabel,
                    QAbstractItemView, QTextEdit, QPlainTextEdit, QTabBar, QTabWidget, QProgressBar>(
         view);

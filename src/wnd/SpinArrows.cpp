@@ -12,6 +12,8 @@
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOption>
 
+#include "wnd/accessibleArrows.h"
+#include "wnd/accessibleView.h"
 #include "wnd/controlText.h"
 
 namespace vm {
@@ -38,6 +40,7 @@ std::optional<int> SpinNumberOf(const QString& text, int base) {
 
 SpinArrows::SpinArrows(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus);
+    InstallAccessibleViews();
 }
 
 QSize SpinArrows::sizeHint() const {
@@ -67,6 +70,7 @@ void SpinArrows::SetPosition(int position) {
     const auto [low, high] = std::minmax(m_first, m_last);
     m_position = std::clamp(position, low, high);
     ShowNumber();
+    TellPosition(*this);
     update();
 }
 
@@ -141,10 +145,12 @@ int SpinArrows::After(int delta) const {
 }
 
 void SpinArrows::Step(int direction) {
-    const QPointer<SpinArrows> self = this;
     ReadBuddy();
-    if (!CanStep(direction)) return;
-    int delta = direction * Increment() * (m_last < m_first ? -1 : 1);
+    if (CanStep(direction)) StepBy(direction * Increment() * (m_last < m_first ? -1 : 1));
+}
+
+void SpinArrows::StepBy(int delta) {
+    const QPointer<SpinArrows> self = this;
     const auto ask = onStep;
     if (ask && !ask(delta)) return;
     if (!self || After(delta) == m_position) return;

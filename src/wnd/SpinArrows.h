@@ -23,8 +23,8 @@ class SpinArrows : public QWidget {
 public:
     enum class Align { None, Left, Right };
     struct BuddyUse {
-        bool showsNumber = false; ///< and a number that is typed there counts
-        bool takesKeys = false;   ///< its arrow keys step
+        bool showsNumber = true; ///< and a number that is typed there counts
+        bool takesKeys = true;   ///< its arrow keys step
         Align align = Align::None;
     };
 
@@ -56,7 +56,9 @@ public:
     void SetAccelerations(std::vector<SpinAcceleration> accelerations);
 
     bool CanStep(int direction) const;
-    void Step(int direction); ///< as its user does: 1 up, -1 down
+    // As its user does.
+    void Step(int direction); ///< 1 up, -1 down
+    void StepBy(int delta);
     QRect ArrowRect(int direction) const;
     QSize sizeHint() const override;
 

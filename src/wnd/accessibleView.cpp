@@ -11,6 +11,8 @@
 #include "core/macroman.h"
 #include "wnd/CWndNSView.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/SpinArrows.h"
+#include "wnd/accessibleArrows.h"
 #include "wnd/views.h"
 
 namespace vm {
@@ -86,6 +88,7 @@ private:
 
 // Asked for every class that a view's class is derived from.
 QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
+    if (auto* const arrows = dynamic_cast<SpinArrows*>(object)) return MakeAccessible(*arrows);
     auto* const view = dynamic_cast<CWndView*>(object);
     return view ? new AccessibleView(*view) : nullptr;
 }

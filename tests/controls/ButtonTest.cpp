@@ -106,6 +106,8 @@ TEST_F(Button, AFrameIsBehindWhatItHolds) {
     frame.Create("12", WS_VISIBLE | BS_GROUPBOX, RECT{0, 0, 100, 60}, &child, 41);
     EXPECT_EQ(child.view->childAt(20, 30), native);
     EXPECT_EQ(frame.GetButtonStyle(), BS_GROUPBOX);
+    frame.EnableWindow(FALSE);
+    EXPECT_FALSE(frame.view->isEnabled());
     frame.SetCheck(1);
     EXPECT_EQ(frame.GetCheck(), 0) << "its title is no number";
     QGroupBox checkable(child.view);
@@ -131,23 +133,4 @@ TEST_F(Button, PicturesAreShownAsTheyAre) {
     EXPECT_EQ(label.GetBitmap(), nullptr);
     EXPECT_EQ(button.SetBitmap(nullptr), HBITMAP(bitmap));
     EXPECT_TRUE(native->icon().isNull());
-}
-
-TEST_F(Button, LabelsAreAlignedAndLined) {
-    struct Row {
-        DWORD style;
-        int alignment, shape;
-        const char* text;
-    };
-    for (const Row& row :
-         {Row{SS_CENTER, Qt::AlignCenter, QFrame::NoFrame, "a"},
-          Row{SS_RIGHT | SS_SUNKEN, Qt::AlignRight | Qt::AlignVCenter, QFrame::Panel, "a"},
-          Row{SS_ETCHEDHORZ, Qt::AlignLeft | Qt::AlignVCenter, QFrame::HLine, ""}}) {
-        CStatic label;
-        label.Create("a", WS_VISIBLE | row.style, RECT{0, 0, 50, 20}, &child);
-        const auto* native = qobject_cast<QLabel*>(label.view);
-        EXPECT_EQ(int(native->alignment()), row.alignment);
-        EXPECT_EQ(native->frameShape(), row.shape);
-        EXPECT_EQ(native->text(), row.text);
-    }
 }

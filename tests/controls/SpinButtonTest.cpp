@@ -1,5 +1,6 @@
 #include <vmcore/controls/CSpinButtonCtrl.h>
 
+#include <QtGui/QAccessible>
 #include <QtTest/QTest>
 #include <QtWidgets/QSpinBox>
 
@@ -134,6 +135,17 @@ TEST_F(SpinButton, RepeatsWhileItIsHeldAndNoLonger) {
     child.Take();
     RunFor(std::chrono::milliseconds(200));
     EXPECT_THAT(child.Take(WM_HSCROLL), IsEmpty());
+}
+
+TEST_F(SpinButton, AScreenReaderWorksItAsItsUserDoes) {
+    Make(0);
+    QAccessibleInterface* const reader = QAccessible::queryAccessibleInterface(arrows);
+    ASSERT_TRUE(reader && reader->valueInterface());
+    EXPECT_EQ(reader->role(), QAccessible::SpinBox);
+    reader->valueInterface()->setCurrentValue(40);
+    EXPECT_THAT(child.Take(WM_VSCROLL), ElementsAre(Moved(40)));
+    EXPECT_EQ(reader->valueInterface()->currentValue(), 40);
+    EXPECT_EQ(reader->valueInterface()->maximumValue(), 100);
 }
 
 TEST_F(SpinButton, NumberFieldsAreAcceptedToo) {

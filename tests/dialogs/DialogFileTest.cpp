@@ -11,6 +11,7 @@
 #include <QtWidgets/QTableView>
 
 #include <vmcore/controls/CListCtrl.h>
+#include <vmcore/controls/CSpinButtonCtrl.h>
 
 #include "controls/LCTableViewDelegate.h"
 #include "wnd/CWndNSView.h"
@@ -250,6 +251,23 @@ TEST_F(DialogFile, DrawnControlGetsItsMessages) {
     });
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
     EXPECT_FALSE(drawn.Take(WM_KEYDOWN).empty());
+}
+
+TEST_F(DialogFile, ArrowsCountForTheirObject) {
+    const std::string wraps = "<property name=\"wrap\" stdset=\"0\"><bool>true</bool></property>";
+    const std::string place = UiRect("geometry", 10, 10, 20, 40);
+    const std::string field = UiControl("QLineEdit", 21);
+    Look(UiDialog(UiControl("CSpinButton", 20, wraps + place) + field), [&](TestDialog& dialog) {
+        CSpinButtonCtrl arrows;
+        arrows.SubclassWindow(dialog.GetDlgItem(20)->view);
+        arrows.SetBuddy(dialog.GetDlgItem(21));
+        arrows.SetRange(0, 9);
+        QTest::mouseClick(arrows.view, Qt::LeftButton, {}, QPoint(10, 30));
+        EXPECT_EQ(dialog.GetDlgItemInt(21), 9u);
+        EXPECT_THAT(dialog.Take(WM_VSCROLL),
+                    ElementsAre(Message{WM_VSCROLL, MAKEWPARAM(SB_THUMBTRACK, 9),
+                                        AsParameter(arrows.view)}));
+    });
 }
 
 TEST_F(DialogFile, WarningsOfTheLoaderAreLogged) {

@@ -231,7 +231,7 @@ TEST_F(ControlWiring, AnotherActionCanBeNamed) {
     EXPECT_THAT(boxes.Take(), ElementsAre(ShownBox{"onButton called by a non-NSButton control",
                                                    "Internal Error", 1}));
     for (const char* name : {"onButton", "onRadio", "onPopupMenu", "onCombi", "onEdit",
-                             "onSelChange", "onTab", "onScroll"})
+                             "onSelChange", "onTab", "onScroll", "onSpin"})
         EXPECT_TRUE(vm::IsControlAction(name)) << name;
     EXPECT_FALSE(vm::IsControlAction("onbutton"));
 }

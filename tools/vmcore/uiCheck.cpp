@@ -33,8 +33,9 @@ constexpr std::string_view kCancelButtons[] = {"Cancel", "Close"};
 constexpr std::string_view kDelegates[] = {"LCTableViewDelegate", "LBTableViewDelegate",
                                            "TCOutlineViewDataSource"};
 constexpr std::string_view kItemActions[] = {"winCmd", "about", "preferences", "terminate"};
-constexpr std::string_view kControlActions[] = {
-    "onButton", "onRadio", "onPopupMenu", "onCombi", "onEdit", "onSelChange", "onTab", "onScroll"};
+constexpr std::string_view kControlActions[] = {"onButton", "onRadio",  "onPopupMenu",
+                                                "onCombi",  "onEdit",   "onSelChange",
+                                                "onTab",    "onScroll", "onSpin"};
 
 bool Has(Names names, std::string_view name) {
     return std::find(names.begin(), names.end(), name) != names.end();

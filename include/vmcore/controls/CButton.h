@@ -19,11 +19,11 @@ constexpr DWORD BS_RADIOBUTTON = 0x00400000; ///< as BS_CHECKBOX
 constexpr DWORD BS_AUTORADIOBUTTON = 0x00500000;
 constexpr DWORD BS_3STATE = 0x00600000; ///< as BS_CHECKBOX
 constexpr DWORD BS_AUTO3STATE = 0x00700000;
-constexpr DWORD BS_GROUPBOX =
-    0x00800000; ///< behind the controls beside it, and never in the way of the mouse
+/// behind the controls beside it, and never in the way of the mouse
+constexpr DWORD BS_GROUPBOX = 0x00800000;
 constexpr DWORD BS_TYPEMASK = 0x00F00000;
-constexpr DWORD BS_PUSHLIKE =
-    0x01000000; ///< a check box or radio button that looks like a push button
+/// a check box or radio button that looks like a push button
+constexpr DWORD BS_PUSHLIKE = 0x01000000;
 constexpr DWORD BS_LEFTTEXT = 0x02000000; ///< the text to the left of the box
 constexpr DWORD BS_FLAT = 0x04000000;
 constexpr DWORD BS_BITMAP = 0x08000000; ///< need not be given: see SetBitmap

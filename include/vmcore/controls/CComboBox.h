@@ -15,14 +15,14 @@
 
 #include <vmcore/wnd/CWnd.h>
 
-constexpr DWORD CBS_SIMPLE =
-    0x00100000; ///< as CBS_DROPDOWN: a list that is always open is a list box's work
+/// as CBS_DROPDOWN: a list that is always open is a list box's work
+constexpr DWORD CBS_SIMPLE = 0x00100000;
 constexpr DWORD CBS_DROPDOWN = 0x00200000; ///< any text can be typed
 constexpr DWORD CBS_DROPDOWNLIST =
     0x00300000;                               ///< one of the entries; also without any of the three
 constexpr DWORD CBS_AUTOHSCROLL = 0x00400000; ///< always so
-constexpr DWORD CBS_SORT =
-    0x00800000; ///< AddString keeps the entries in order, whatever their case
+/// AddString keeps the entries in order, whatever their case
+constexpr DWORD CBS_SORT = 0x00800000;
 constexpr DWORD CBS_HASSTRINGS = 0x01000000;       ///< always so
 constexpr DWORD CBS_NOINTEGRALHEIGHT = 0x02000000; ///< always so
 

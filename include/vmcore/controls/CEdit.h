@@ -26,8 +26,8 @@
 constexpr DWORD ES_LEFT = 0;
 constexpr DWORD ES_CENTER = 0x00100000;
 constexpr DWORD ES_RIGHT = 0x00200000;
-constexpr DWORD ES_MULTILINE =
-    0x00400000; ///< scrolled with the mouse when WS_VSCROLL or WS_HSCROLL is given
+/// scrolled with the mouse when WS_VSCROLL or WS_HSCROLL is given
+constexpr DWORD ES_MULTILINE = 0x00400000;
 constexpr DWORD ES_UPPERCASE = 0x00800000; ///< what is typed; the program's text stays as it is
 constexpr DWORD ES_LOWERCASE = 0x01000000;
 constexpr DWORD ES_PASSWORD = 0x02000000; ///< of one line

@@ -12,18 +12,18 @@
 // lead out of the range is disabled, unless the range wraps. Steps repeat while the arrow is held.
 //
 // An object made by Create, bound with DDX_Control or attached to a handle works the same; in an
-// interface file the class is CSpinButton. A native number field (QSpinBox) is accepted too: it has no
-// buddy, no UDN_DELTAPOS, and reports like a text field. Without either every member does nothing
-// and returns 0, FALSE or null. Main thread only.
+// interface file the class is CSpinButton, which has UDS_SETBUDDYINT and UDS_ARROWKEYS. A native
+// number field (QSpinBox) is accepted too: it has no buddy, no UDN_DELTAPOS, and reports like a text
+// field. Without either every member does nothing and returns 0, FALSE or null. Main thread only.
 #pragma once
 
 #include <vmcore/wnd/CWnd.h>
 
 constexpr DWORD UDS_WRAP = 0x00100000; ///< the end of the range is followed by its beginning
-constexpr DWORD UDS_SETBUDDYINT =
-    0x00200000; ///< the buddy shows the position, and a number typed there counts
-constexpr DWORD UDS_ALIGNRIGHT =
-    0x00400000; ///< SetBuddy puts the arrows at the buddy's right end, inside of it
+/// the buddy shows the position, and a number typed there counts
+constexpr DWORD UDS_SETBUDDYINT = 0x00200000;
+/// SetBuddy puts the arrows at the buddy's right end, inside of it
+constexpr DWORD UDS_ALIGNRIGHT = 0x00400000;
 constexpr DWORD UDS_ALIGNLEFT = 0x00800000;
 constexpr DWORD UDS_ARROWKEYS = 0x01000000;   ///< the arrow keys work in the buddy
 constexpr DWORD UDS_HORZ = 0x02000000;        ///< arrows to the left (down) and right (up)
