@@ -66,7 +66,6 @@ BOOL ControlsPage::OnInitDialog() {
     CDialog::OnInitDialog();
     m_patches.Fill();
     FillTree();
-    m_arrows.ModifyStyle(0, UDS_SETBUDDYINT | UDS_ARROWKEYS);
     m_arrows.SetBuddy(&m_voice);
     m_arrows.SetRange(1, 128);
     m_arrows.SetPos(12);

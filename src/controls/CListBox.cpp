@@ -34,7 +34,8 @@ CListBox::CListBox() : m_reserved4(0), tableView(nullptr) {
 }
 
 LBTableViewDelegate* CListBox::Rows() const {
-    return view && tableView && IsWindow(view) ? LBTableViewDelegate::Of(tableView) : nullptr;
+    return view && view == tableView && IsWindow(view) ? LBTableViewDelegate::Of(tableView)
+                                                       : nullptr;
 }
 
 BOOL CListBox::Create(DWORD createStyle, const RECT& rect, CWnd* parent, UINT id) {
@@ -140,9 +141,10 @@ int CListBox::FindStringExact(int start, const char* wanted) const {
         return macstricmp(TextAt(rows, row)->c_str(), wanted ? wanted : "") == 0;
     };
     const int count = rows->Count();
-    for (int row = start; ++row < count;)
+    const int before = std::min(start, count);
+    for (int row = before + 1; row < count; ++row)
         if (matches(row)) return row;
-    for (int row = 0; row < std::min(start, count); ++row)
+    for (int row = 0; row < before; ++row)
         if (matches(row)) return row;
     return LB_ERR;
 }

@@ -25,7 +25,7 @@ int CListBox::SetCurSel(int index) {
 
 int CListBox::GetSel(int index) const {
     LBTableViewDelegate* rows = Rows();
-    return rows && rows->Has(index) ? rows->Table().IsRowSelected(index) : LB_ERR;
+    return rows ? rows->Table().IsRowSelected(index) : LB_ERR;
 }
 
 int CListBox::SetSel(int index, BOOL select) {
@@ -62,7 +62,7 @@ int CListBox::SelItemRange(BOOL select, int, int last) {
 
 int CListBox::SelectString(int start, const char* wanted) {
     const LBTableViewDelegate* rows = Rows();
-    if (!rows || !wanted || style & LBS_MULTIPLESEL) return LB_ERR;
+    if (!rows || !wanted || style & LBS_MULTIPLESEL || start >= rows->Count()) return LB_ERR;
     for (int row = std::max(start, -1) + 1; row < rows->Count(); ++row) {
         if (rows->strings[static_cast<std::size_t>(row)] != wanted) continue;
         SetSel(row, TRUE);

@@ -69,7 +69,8 @@ void InsertRowBefore(LCTableViewDelegate& rows, const LVITEM& item, RowValues& v
 CListCtrl::CListCtrl() : tableView(nullptr), needsReload(0) {}
 
 LCTableViewDelegate* CListCtrl::Rows() const {
-    return view && tableView && IsWindow(view) ? LCTableViewDelegate::Of(tableView) : nullptr;
+    return view && view == tableView && IsWindow(view) ? LCTableViewDelegate::Of(tableView)
+                                                       : nullptr;
 }
 
 BOOL CListCtrl::Create(DWORD createStyle, const RECT& rect, CWnd* parent, UINT id) {

@@ -9,6 +9,7 @@
 #include <QtCore/QMargins>
 #include <QtCore/QVariant>
 #include <QtGui/QPainter>
+#include <QtWidgets/QLayout>
 #include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOption>
@@ -86,11 +87,20 @@ QString TextOf(const char* text) {
     return vm::FromMacRoman(text ? text : "");
 }
 
+// A bar without tabs has no height, and one that is not shown yet does not say when it gets one.
+void FitIntoLayout(QTabBar& bar) {
+    bar.updateGeometry();
+    QWidget* const parent = bar.parentWidget();
+    if (parent && parent->layout()) parent->layout()->invalidate();
+}
+
 int Insert(const Tabs& tabs, int index, const QString& text) {
     const vm::ProgramChange change;
     const int place = std::clamp(index, 0, tabs.bar->count());
-    return tabs.widget ? tabs.widget->insertTab(place, new QWidget, text)
-                       : tabs.bar->insertTab(place, text);
+    if (tabs.widget) return tabs.widget->insertTab(place, new QWidget, text);
+    const int inserted = tabs.bar->insertTab(place, text);
+    FitIntoLayout(*tabs.bar);
+    return inserted;
 }
 
 void Remove(const Tabs& tabs, int index) {

@@ -30,33 +30,36 @@ void LBTableViewDelegate::Clear() {
 }
 
 CWnd* LBTableViewDelegate::Object() const {
-    if (wnd && CWndListVerify(wnd)) return wnd->view ? wnd : nullptr;
+    if (CWndListVerify(wnd) && wnd->view == m_table.View()) return wnd;
     return GetControlReference(m_table.View());
 }
 
-// The wire is asked after this, by the same signal.
+// The wire is asked after this, by the same signal, and also when the handler throws.
 void LBTableViewDelegate::selectionDidChange() {
-    const bool isDone = !userEdit || Notify(LBN_SELCHANGE);
+    CWnd* const list = Object();
+    const bool isDone = !userEdit || (list && list->GetParent());
     QTableView* view = m_table.View();
     if (view->property(vm::kReportsItselfProperty).toBool() != isDone)
         view->setProperty(vm::kReportsItselfProperty, isDone);
+    if (userEdit && isDone) Notify(*list, LBN_SELCHANGE);
 }
 
 void LBTableViewDelegate::doubleClick() {
-    if (userEdit && !Notify(LBN_DBLCLK)) NotifyAround(LBN_DBLCLK);
+    if (!userEdit) return;
+    CWnd* const list = Object();
+    if (list && list->GetParent())
+        Notify(*list, LBN_DBLCLK);
+    else
+        NotifyAround(LBN_DBLCLK);
 }
 
 LPARAM LBTableViewDelegate::Handle() const {
     return reinterpret_cast<LPARAM>(m_table.View());
 }
 
-bool LBTableViewDelegate::Notify(int code) {
-    CWnd* list = Object();
-    CWnd* parent = list ? list->GetParent() : nullptr;
-    if (!parent) return false;
-    const vm::ResourceHandleScope resources(list->resourceBundle);
-    parent->WindowProc(WM_COMMAND, MAKELONG(m_table.Tag(), code), Handle());
-    return true;
+void LBTableViewDelegate::Notify(CWnd& list, int code) {
+    const vm::ResourceHandleScope resources(list.resourceBundle);
+    list.GetParent()->WindowProc(WM_COMMAND, MAKELONG(m_table.Tag(), code), Handle());
 }
 
 void LBTableViewDelegate::NotifyAround(int code) {

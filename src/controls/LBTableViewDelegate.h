@@ -44,7 +44,7 @@ public:
     void doubleClick() override;
 
 private:
-    bool Notify(int code);
+    void Notify(CWnd& list, int code); ///< to the parent that it has
     void NotifyAround(int code);
     LPARAM Handle() const;
 

@@ -27,7 +27,7 @@ LCTableViewDelegate* LCTableViewDelegate::Of(const QTableView* view) {
 }
 
 CWnd* LCTableViewDelegate::Object() const {
-    if (wnd) return CWndListVerify(wnd) && wnd->view ? wnd : nullptr;
+    if (CWndListVerify(wnd) && wnd->view == m_table.View()) return wnd;
     return GetControlReference(m_table.View());
 }
 

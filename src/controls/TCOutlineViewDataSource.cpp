@@ -11,6 +11,8 @@
 #include "gdi/imageList.h"
 #include "platform/eventboundary.h"
 #include "wnd/contextMenus.h"
+#include "wnd/controlText.h"
+#include "wnd/heldViews.h"
 #include "wnd/views.h"
 
 namespace {
@@ -32,8 +34,12 @@ TCOutlineViewDataSource::TCOutlineViewDataSource(vm::OutlineView* view)
     vm::SetUpOutlineView(*view);
     view->setModel(this);
     vm::SetUpOutlineColumns(*view, false);
-    connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            [this] { vm::AtEventBoundary([this] { outlineViewSelectionDidChange(); }); });
+    connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        const vm::HeldViews held; // the view goes on with its click or key
+        vm::AtEventBoundary([this] { outlineViewSelectionDidChange(); });
+    });
+    connect(view, &QTreeView::collapsed, this,
+            [this](const QModelIndex& index) { KeysGoOnFrom(index); });
     vm::ReportContextMenus(*view, [this]() -> CWnd* { return Tree(); });
     view->setExpanded(IndexOf(root), true);
 }
@@ -84,7 +90,7 @@ void TCOutlineViewDataSource::Remove(CellData* node) {
     RowAbove(*node)->hChildItems->Remove(*node);
     Kill(node);
     Changed(Rows::Move);
-    if (m_dead.size() > kMostDead + m_live.size()) Turn();
+    if (m_notices == 0 && m_dead.size() > kMostDead + m_live.size()) Turn();
 }
 
 void TCOutlineViewDataSource::RemoveAll() {
@@ -174,10 +180,35 @@ QImage TCOutlineViewDataSource::ImageOf(const QModelIndex& index, bool isSelecte
 
 void TCOutlineViewDataSource::outlineViewSelectionDidChange() {
     const CTreeCtrl* tree = Tree();
-    if (tree && tree->notifyEnabled && !m_programEdits) Notify(TVN_SELCHANGED, Selected());
+    const bool isProgram = m_programEdits || vm::ProgramChange::InProgress();
+    if (tree && tree->notifyEnabled && !isProgram) Notify(TVN_SELCHANGED, Selected());
 }
 
-// The handler may free this.
+// Nothing is freed while a handler runs, which may also throw, or free the data source.
+class TCOutlineViewDataSource::Notice {
+public:
+    explicit Notice(TCOutlineViewDataSource& items) : m_items(&items) { ++items.m_notices; }
+    ~Notice() {
+        if (!m_items) return;
+        --m_items->m_notices;
+        if (!m_items->m_dead.empty()) m_items->QueueTurn();
+    }
+    Notice(const Notice&) = delete;
+    Notice& operator=(const Notice&) = delete;
+
+private:
+    QPointer<TCOutlineViewDataSource> m_items;
+};
+
+// The arrow keys would begin at the top when the row they were at is hidden.
+void TCOutlineViewDataSource::KeysGoOnFrom(const QModelIndex& collapsed) {
+    QItemSelectionModel& selection = *m_view->selectionModel();
+    const QModelIndex current = selection.currentIndex();
+    if (current.isValid() && NodeOf(current) != NodeOf(collapsed) && IsAlive(NodeOf(current)) &&
+        IsIn(*NodeOf(collapsed), NodeOf(current)))
+        selection.setCurrentIndex(collapsed, QItemSelectionModel::NoUpdate);
+}
+
 void TCOutlineViewDataSource::Notify(UINT code, CellData* node) {
     CTreeCtrl* tree = Tree();
     if (!tree || !tree->GetParent()) return;
@@ -187,10 +218,6 @@ void TCOutlineViewDataSource::Notify(UINT code, CellData* node) {
     record.hdr.code = code;
     record.itemNew.hItem = node == root ? nullptr : node;
     const vm::ResourceHandleScope resources(tree->resourceBundle);
-    const QPointer<TCOutlineViewDataSource> self = this;
-    ++m_notices;
+    const Notice notice(*this);
     tree->WindowProc(WM_NOTIFY, record.hdr.idFrom, reinterpret_cast<LPARAM>(&record));
-    if (!self) return;
-    --m_notices;
-    if (!m_dead.empty()) QueueTurn();
 }

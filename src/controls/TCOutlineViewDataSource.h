@@ -64,6 +64,8 @@ public:
     bool hasChildren(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    QModelIndexList match(const QModelIndex& start, int role, const QVariant& value, int hits,
+                          Qt::MatchFlags how) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
     void outlineViewSelectionDidChange();
@@ -89,6 +91,8 @@ private:
     void Turn();
     void FreeDead();
     void Notify(UINT code, CellData* node);
+    class Notice;
+    void KeysGoOnFrom(const QModelIndex& collapsed);
 
     vm::OutlineView* m_view;
     int m_columns = 1;

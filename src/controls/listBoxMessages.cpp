@@ -30,6 +30,8 @@ int FindPrefix(const LBTableViewDelegate& rows, int after, const char* prefix) {
 TransientListBox::TransientListBox(QWidget& view) {
     m_box.view = &view;
     m_box.tableView = qobject_cast<QTableView*>(&view);
+    const CWnd* bound = GetControlReference(&view);
+    if (bound) m_box.style = bound->style;
 }
 
 TransientListBox::~TransientListBox() {

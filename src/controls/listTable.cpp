@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <QtCore/QSignalBlocker>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QTableView>
 
@@ -59,38 +60,41 @@ int ListTable::SectionOf(int number) const {
 // Before the first column the table has a hidden one, so that its rows can be selected.
 int ListTable::AppendColumn(int number, const QString& heading, int width) {
     const int section = static_cast<int>(m_columns.size());
+    KeepSelection();
     if (section > 0) beginInsertColumns({}, section, section);
     m_columns.push_back({number, heading});
     if (section > 0) endInsertColumns();
     View()->setColumnHidden(0, false);
     View()->setColumnWidth(section, std::clamp(width, kMinimumColumnWidth, kMaximumColumnWidth));
     Q_EMIT headerDataChanged(Qt::Horizontal, section, section);
-    SelectWholeRowsAgain();
     return section;
+}
+
+// The last column is only hidden: its arrow would be that of the next one.
+void ListTable::ForgetSort() {
+    QHeaderView* header = View()->horizontalHeader();
+    const QSignalBlocker quiet(header);
+    header->setSortIndicator(-1, Qt::AscendingOrder);
 }
 
 void ListTable::RemoveColumn(int number) {
     const int section = SectionOf(number);
     if (section < 0) return;
     const bool isLast = m_columns.size() == 1;
-    if (isLast)
+    KeepSelection();
+    if (isLast) {
         View()->setColumnHidden(0, true);
-    else
+        ForgetSort();
+    } else {
         beginRemoveColumns({}, section, section);
+    }
     m_columns.erase(m_columns.begin() + section);
-    m_rangesAreOld = true;
     if (!isLast) endRemoveColumns();
 }
 
 int ListTable::ColumnWidth(int number) const {
     const int section = SectionOf(number);
     return section < 0 ? -1 : View()->columnWidth(section);
-}
-
-void ListTable::SelectWholeRowsAgain() {
-    const ProgramEdit edit(m_rows);
-    const auto ranges = SelectedRanges();
-    for (const auto& [first, last] : ranges) SelectRows(first, last, true);
 }
 
 int ListTable::columnCount(const QModelIndex& parent) const {

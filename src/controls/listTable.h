@@ -34,8 +34,8 @@ private:
     };
 
     int SectionOf(int number) const;
+    void ForgetSort();
     void SortBy(int section, Qt::SortOrder order);
-    void SelectWholeRowsAgain();
 
     LCTableViewDelegate m_rows;
     std::vector<Column> m_columns;

@@ -5,6 +5,7 @@
 #include "controls/outlineView.h"
 #include "core/macroman.h"
 #include "platform/eventboundary.h"
+#include "wnd/heldViews.h"
 
 QModelIndex TCOutlineViewDataSource::IndexOf(CellData* node, int column) const {
     const CellData* above = RowAbove(*node);
@@ -63,8 +64,16 @@ bool TCOutlineViewDataSource::setData(const QModelIndex& index, const QVariant& 
     if (!IsAlive(node)) return false;
     node->nCheck = value.toInt() == Qt::Checked;
     Redraw();
+    const vm::HeldViews held; // the view goes on with its click or key
     vm::AtEventBoundary([&] { Notify(TVN_CHECKCHANGED, node); });
     return true;
+}
+
+// Typing looks for texts, wherever in its row the last click was.
+QModelIndexList TCOutlineViewDataSource::match(const QModelIndex& start, int role,
+                                               const QVariant& value, int hits,
+                                               Qt::MatchFlags how) const {
+    return QAbstractItemModel::match(start.siblingAtColumn(0), role, value, hits, how);
 }
 
 Qt::ItemFlags TCOutlineViewDataSource::flags(const QModelIndex& index) const {

@@ -1,5 +1,7 @@
 #include "controls/outlineView.h"
 
+#include <algorithm>
+
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QStyledItemDelegate>
@@ -56,6 +58,13 @@ void OutlineView::doItemsLayout() {
     QTreeView::doItemsLayout();
 }
 
+void OutlineView::updateGeometries() {
+    QTreeView::updateGeometries();
+    const int rest = header()->count() > 1 ? header()->sectionSize(1) : 0;
+    const int wanted = std::max(viewport()->width() - rest, sizeHintForColumn(0));
+    if (header()->count() > 0 && columnWidth(0) != wanted) setColumnWidth(0, wanted);
+}
+
 void SetUpOutlineView(QTreeView& view) {
     view.setProperty(kReportsItselfProperty, true);
     view.setHeaderHidden(true);
@@ -72,7 +81,8 @@ void SetUpOutlineColumns(QTreeView& view, bool hasChecks) {
     QHeaderView& header = *view.header();
     header.setStretchLastSection(false);
     header.setMinimumSectionSize(0);
-    header.setSectionResizeMode(0, QHeaderView::Stretch);
+    header.setSectionResizeMode(0, QHeaderView::Interactive);
+    header.setResizeContentsPrecision(0); // the rows in sight
     if (!hasChecks) return;
     header.setSectionResizeMode(1, QHeaderView::Fixed);
     header.resizeSection(1, kCheckColumnWidth);

@@ -11,6 +11,8 @@ public:
     using QTreeView::QTreeView;
 
     void doItemsLayout() override;
+    /// The column of the texts is as wide as what of them is in sight, at least as the view leaves.
+    void updateGeometries() override;
     /// From now on expanding and collapsing cost nothing until the layout.
     void LayOutLater() { scheduleDelayedItemsLayout(); }
 };

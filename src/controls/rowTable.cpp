@@ -4,7 +4,10 @@
 
 #include <QtCore/QEvent>
 #include <QtCore/QItemSelectionModel>
+#include <QtCore/QPersistentModelIndex>
+#include <QtCore/QPointer>
 #include <QtCore/QSignalBlocker>
+#include <QtGui/QMouseEvent>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QStyledItemDelegate>
@@ -64,22 +67,6 @@ void SetUpHeader(QHeaderView* header, QAbstractItemModel* model) {
     header->setSectionsMovable(false);
 }
 
-// Rows as ascending (first, last) that do not touch, whatever columns the selection has.
-std::vector<std::pair<int, int>> MergedRanges(const QItemSelection& selection) {
-    std::vector<std::pair<int, int>> ranges;
-    for (const QItemSelectionRange& range : selection)
-        ranges.emplace_back(range.top(), range.bottom());
-    std::sort(ranges.begin(), ranges.end());
-    std::vector<std::pair<int, int>> merged;
-    for (const auto& range : ranges) {
-        if (!merged.empty() && range.first <= merged.back().second + 1)
-            merged.back().second = std::max(merged.back().second, range.second);
-        else
-            merged.push_back(range);
-    }
-    return merged;
-}
-
 // A selection made by the program: the view neither looks for the cells that change, which costs a
 // walk over all rows, nor scrolls to them.
 class QuietView {
@@ -107,6 +94,11 @@ bool LooksAtRows(QEvent::Type type) {
     default:
         return false;
     }
+}
+
+bool IsDoubleClick(const QEvent& event) {
+    return event.type() == QEvent::MouseButtonDblClick &&
+           static_cast<const QMouseEvent&>(event).button() == Qt::LeftButton;
 }
 
 } // namespace
@@ -137,11 +129,6 @@ void RowTable::Connect() {
                 AtEventBoundary([&] { SelectionChanged(selected); });
                 CatchUp();
             });
-    connect(m_view, &QAbstractItemView::doubleClicked, this, [this] {
-        const HeldViews held;
-        AtEventBoundary([this] { m_keeper->doubleClick(); });
-        CatchUp();
-    });
 }
 
 int RowTable::Tag() const {
@@ -172,7 +159,7 @@ void RowTable::ShowSoon() {
         this,
         [this] {
             m_isPosted = false;
-            CatchUp();
+            CatchUpSelection();
         },
         Qt::QueuedConnection);
 }
@@ -184,19 +171,43 @@ void RowTable::CatchUp() {
     m_isBehind = m_heardInRequest = false;
     const ProgramEdit edit(*m_keeper);
     const int rows = m_keeper->Count();
-    ResizeTo(std::min({std::exchange(m_fewestRows, INT_MAX), rows, m_shownRows}));
+    const int kept = std::min({std::exchange(m_fewestRows, INT_MAX), rows, m_shownRows});
+    if (m_selectionIsAhead) m_selected.Remove(kept, INT_MAX - 1);
+    ResizeTo(kept);
     ResizeTo(rows);
     if (std::exchange(m_cellsAreOld, false)) ReloadRows(0, m_shownRows - 1);
 }
 
+// One selection of many ranges costs the view as much as one of few; many of one range each cost it
+// the square.
+void RowTable::CatchUpSelection() {
+    CatchUp();
+    if (m_requests > 0 || !std::exchange(m_selectionIsAhead, false)) return;
+    QItemSelection rows;
+    for (const auto& [first, last] : m_selected.Ranges())
+        rows.append({index(first, 0), index(last, columnCount() - 1)});
+    const ProgramChange change;
+    const QuietView quiet(*m_view);
+    QItemSelectionModel* selection = m_view->selectionModel();
+    const QPersistentModelIndex current = selection->currentIndex();
+    {
+        const QSignalBlocker silent(selection);
+        selection->reset();
+        selection->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+    }
+    selection->select(rows, QItemSelectionModel::Select);
+    m_selectedIsOld = false;
+}
+
 void RowTable::ResizeTo(int rows) {
     m_layoutIsOld |= rows != m_shownRows;
-    m_rangesAreOld |= rows != m_shownRows;
+    m_selectedIsOld |= rows != m_shownRows;
     if (rows > m_shownRows) {
         beginInsertRows({}, m_shownRows, rows - 1);
         m_shownRows = rows;
         endInsertRows();
     } else if (rows < m_shownRows) {
+        if (m_view->currentIndex().row() >= rows) ForgetCurrent();
         beginRemoveRows({}, rows, m_shownRows - 1);
         m_shownRows = rows;
         endRemoveRows();
@@ -221,22 +232,40 @@ void RowTable::ScrollToRow(int row) {
 }
 
 void RowTable::SelectRows(int first, int last, bool select) {
-    CatchUp();
+    RowSet& selected = Selected();
     const int lowest = std::max(first, 0);
     const int highest = std::min(last, m_shownRows - 1);
     if (lowest > highest) return;
-    const QuietView quiet(*m_view);
+    if (!select)
+        selected.Remove(lowest, highest);
+    else
+        selected.Add(lowest, highest);
+    if (select) m_lastSelected = highest;
     if (select && lowest == highest) MakeCurrent(lowest);
-    m_view->selectionModel()->select({index(lowest, 0), index(highest, columnCount() - 1)},
-                                     select ? QItemSelectionModel::Select
-                                            : QItemSelectionModel::Deselect);
+    SelectionIsAhead();
 }
 
 void RowTable::SelectOnly(int row) {
-    CatchUp();
-    const QuietView quiet(*m_view);
-    m_view->selectionModel()->clearSelection();
+    Selected().Clear();
+    SelectionIsAhead();
     SelectRows(row, row, true);
+}
+
+void RowTable::KeepSelection() {
+    Selected();
+    SelectionIsAhead();
+}
+
+void RowTable::SelectionIsAhead() {
+    m_selectionIsAhead = true;
+    ShowSoon();
+}
+
+// A view where one row can be selected would select a neighbour of a current row that goes.
+void RowTable::ForgetCurrent() {
+    QItemSelectionModel* selection = m_view->selectionModel();
+    const QSignalBlocker quiet(selection);
+    selection->setCurrentIndex({}, QItemSelectionModel::NoUpdate);
 }
 
 // The arrow keys go on from here.
@@ -246,44 +275,32 @@ void RowTable::MakeCurrent(int row) {
     selection->setCurrentIndex(index(row, 0), QItemSelectionModel::NoUpdate);
 }
 
-// Kept until the selection changes: hosts ask for one row after the other.
-const std::vector<std::pair<int, int>>& RowTable::SelectedRanges() {
+// The program's selection counts at once; the user's is read from the view.
+RowSet& RowTable::Selected() {
     CatchUp();
-    if (std::exchange(m_rangesAreOld, false))
-        m_selectedRanges = MergedRanges(m_view->selectionModel()->selection());
-    return m_selectedRanges;
-}
-
-bool RowTable::IsRowSelected(int row) {
-    const auto& ranges = SelectedRanges();
-    const auto after = std::upper_bound(
-        ranges.begin(), ranges.end(), row,
-        [](int wanted, const std::pair<int, int>& range) { return wanted < range.first; });
-    return after != ranges.begin() && row <= std::prev(after)->second;
-}
-
-int RowTable::SelectedCount() {
-    int count = 0;
-    for (const auto& [first, last] : SelectedRanges()) count += last - first + 1;
-    return count;
+    if (m_selectionIsAhead || !std::exchange(m_selectedIsOld, false)) return m_selected;
+    m_selected.Clear();
+    for (const QItemSelectionRange& range : m_view->selectionModel()->selection())
+        m_selected.Add(range.top(), range.bottom());
+    return m_selected;
 }
 
 int RowTable::SelectedRow() {
-    const auto& ranges = SelectedRanges();
-    if (m_lastSelected >= 0 && IsRowSelected(m_lastSelected)) return m_lastSelected;
-    return ranges.empty() ? -1 : ranges.back().second;
+    const RowSet& selected = Selected();
+    return selected.Contains(m_lastSelected) ? m_lastSelected : selected.Last();
 }
 
 // The current row may still be the old one; the end of the new rows away from it came last then.
 void RowTable::SelectionChanged(const QItemSelection& selected) {
-    m_rangesAreOld = true;
+    if (ProgramChange::InProgress()) return;
+    m_selectedIsOld = true;
     if (!selected.isEmpty()) {
         const QItemSelectionRange& range = selected.last();
         const int current = m_view->currentIndex().row();
         m_lastSelected = range.bottom() < current ? range.top() : range.bottom();
         if (range.top() <= current && current <= range.bottom()) m_lastSelected = current;
     }
-    if (!ProgramChange::InProgress()) m_keeper->selectionDidChange();
+    m_keeper->selectionDidChange();
 }
 
 // Whoever asks gets the rows of now; but the view, in the middle of its own work, those that it knew.
@@ -295,8 +312,19 @@ int RowTable::rowCount(const QModelIndex& parent) const {
 
 bool RowTable::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_view && event->type() == QEvent::FontChange) FitRowsToFont(m_view);
-    if (m_isBehind && LooksAtRows(event->type())) CatchUp();
+    if (LooksAtRows(event->type())) CatchUpSelection();
+    if (IsDoubleClick(*event)) DoubleClicked();
     return false;
+}
+
+// Of the toolkit's own signal nobody can tell the button, and it is for rows only.
+void RowTable::DoubleClicked() {
+    const QPointer<RowTable> self = this;
+    {
+        const HeldViews held;
+        AtEventBoundary([this] { m_keeper->doubleClick(); });
+    }
+    if (self) CatchUp();
 }
 
 } // namespace vm

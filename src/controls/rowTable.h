@@ -6,11 +6,12 @@
 #pragma once
 
 #include <climits>
+#include <map>
 #include <utility>
-#include <vector>
 
 #include <QtCore/QAbstractTableModel>
 
+#include "controls/RowSet.h"
 #include "wnd/heldViews.h"
 
 class CWnd;
@@ -65,9 +66,9 @@ public:
     // Selection by row numbers: rows that come or go in front of a selected one do not move it.
     void SelectRows(int first, int last, bool select);
     void SelectOnly(int row); ///< none when there is no such row
-    bool IsRowSelected(int row);
-    const std::vector<std::pair<int, int>>& SelectedRanges(); ///< ascending, disjoint
-    int SelectedCount();
+    bool IsRowSelected(int row) { return Selected().Contains(row); }
+    const std::map<int, int>& SelectedRanges() { return Selected().Ranges(); } ///< see RowSet
+    int SelectedCount() { return Selected().Count(); }
     int SelectedRow(); ///< the one selected last; -1 for none
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -93,21 +94,29 @@ protected:
         HeldViews m_held;
     };
 
-    bool m_rangesAreOld = true;
+    /// For a change of the columns, on both sides of it: whole rows are selected again.
+    void KeepSelection();
 
 private:
     void Connect();
     void SelectionChanged(const QItemSelection& selected);
     void CatchUp();
+    void CatchUpSelection();
+    void SelectionIsAhead();
+    RowSet& Selected();
     void ResizeTo(int rows);
     void ShowSoon();
     void MakeCurrent(int row);
+    void ForgetCurrent();
+    void DoubleClicked();
 
     QTableView* m_view;
     RowKeeper* m_keeper = nullptr;
     int m_shownRows = 0; // that the view knows of
     int m_lastSelected = -1;
-    std::vector<std::pair<int, int>> m_selectedRanges;
+    RowSet m_selected;
+    bool m_selectedIsOld = false;    // the view's selection is another by now
+    bool m_selectionIsAhead = false; // the view has not heard of it yet
 
     int m_fewestRows = INT_MAX; // since the view last knew: the selection beyond them has gone
     bool m_isBehind = false;

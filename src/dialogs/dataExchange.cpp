@@ -58,7 +58,11 @@ template <class Table, class Control>
 void BindRows(Control& control, QTableView& view) {
     control.tableView = &view;
     if (!view.model()) new Table(&view);
-    if (Table* rows = Table::Of(&view)) rows->Rows().wnd = &control;
+    if (Table* rows = Table::Of(&view))
+        rows->Rows().wnd = &control;
+    else
+        vm::Log(vm::LogModule::Dialogs, "DDX_Control: the rows of table %d are of another control",
+                control.GetDlgCtrlID());
 }
 
 void BindTable(CWnd& control, QWidget& view) {

@@ -33,6 +33,7 @@
 #include "wnd/SpinArrows.h"
 #include "wnd/TextRules.h"
 #include "wnd/controlText.h"
+#include "wnd/heldViews.h"
 #include "wnd/views.h"
 
 namespace vm {
@@ -119,6 +120,7 @@ private:
     void Send(const std::function<void(ControlActions&, QWidget*)>& message) {
         if (!m_receiver || ProgramChange::InProgress()) return;
         if (m_control->property(kReportsItselfProperty).toBool()) return;
+        const HeldViews held; // the control goes on with its click or key
         AtEventBoundary([&] { message(*m_actions, m_control); });
     }
 

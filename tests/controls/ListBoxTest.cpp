@@ -1,8 +1,10 @@
 // The list box: strings, item data, selection, and what the user does.
 #include <vmcore/controls/CListBox.h>
 
+#include <climits>
 #include <functional>
 
+#include <QtCore/QCoreApplication>
 #include <QtWidgets/QTableView>
 
 #include <gmock/gmock.h>
@@ -100,7 +102,7 @@ TEST_F(ListBox, RowsThatAreNotThere) {
         EXPECT_STREQ(text, "");
         EXPECT_EQ(m_box.GetItemData(row), 0u);
         EXPECT_EQ(m_box.SetItemData(row, 7), 0);
-        EXPECT_EQ(m_box.GetSel(row), LB_ERR);
+        EXPECT_EQ(m_box.GetSel(row), 0);
     }
     EXPECT_EQ(m_box.SetSel(2), LB_ERR);
     EXPECT_THAT(Texts(), ElementsAre("a", "b"));
@@ -147,14 +149,30 @@ TEST_F(ListBox, SelectStringExtendsAndNeverTells) {
     EXPECT_THAT(Selection(), ElementsAre(0, 2, 3));
 }
 
+TEST_F(ListBox, NoNeighbourIsSelectedWhenTheLastRowsGo) {
+    Add({"a", "b", "c", "d"});
+    m_box.SetCurSel(3);
+    m_box.DeleteString(3);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_box.GetCurSel(), LB_ERR);
+    m_box.SetCurSel(2);
+    m_box.SetSel(2, FALSE);
+    QCoreApplication::processEvents();
+    m_box.DeleteString(2);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_box.GetCurSel(), LB_ERR);
+    EXPECT_EQ(m_box.SelectString(INT_MAX, "a"), LB_ERR);
+}
+
 TEST_F(ListBox, FindStringExactIgnoresTheCaseAndGoesRound) {
     Add({"ABC", "find", "x", "y"});
     struct {
         int start;
         const char* text;
         int found;
-    } const kCases[] = {{-1, "abc", 0}, {1, "abc", 0},   {1, "find", -1}, {0, "FIND", 1},
-                        {2, "Y", 3},    {-2, "abc", -1}, {9, "y", 3},     {-1, "ab", -1}};
+    } const kCases[] = {{-1, "abc", 0}, {1, "abc", 0},  {1, "find", -1},
+                        {0, "FIND", 1}, {2, "Y", 3},    {-2, "abc", -1},
+                        {9, "y", 3},    {-1, "ab", -1}, {INT_MAX, "y", 3}};
     for (const auto& row : kCases)
         EXPECT_EQ(m_box.FindStringExact(row.start, row.text), row.found)
             << row.text << " after " << row.start;

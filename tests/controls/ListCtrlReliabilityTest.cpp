@@ -108,6 +108,32 @@ TEST_F(BusyListCtrl, RowsThatChangeWhileTheyAreSortedKeepTheirOrder) {
     EXPECT_THAT(LCTableViewDelegate::Of(view)->data, SizeIs(5));
 }
 
+TEST_F(BusyListCtrl, EveryDoubleClickOfTheLeftButtonIsReported) {
+    const auto doubleClick = [&](QPoint where, Qt::MouseButton button) {
+        QMouseEvent event(QEvent::MouseButtonDblClick, where,
+                          View()->viewport()->mapToGlobal(where), button, button, {});
+        m_window.codes.clear();
+        QCoreApplication::sendEvent(View()->viewport(), &event);
+        return m_window.codes;
+    };
+    EXPECT_THAT(doubleClick({5, 5}, Qt::LeftButton), testing::Contains(UINT{NM_DBLCLK}));
+    EXPECT_THAT(doubleClick({5, 5}, Qt::RightButton),
+                testing::Not(testing::Contains(UINT{NM_DBLCLK})));
+    EXPECT_THAT(doubleClick({5, 150}, Qt::LeftButton), testing::Contains(UINT{NM_DBLCLK}))
+        << "below the rows";
+}
+
+TEST_F(BusyListCtrl, TheSortArrowGoesWithItsColumn) {
+    m_list->InsertColumn(1, "Bank", 0, 50);
+    QHeaderView* header = View()->horizontalHeader();
+    header->setSortIndicator(1, Qt::DescendingOrder);
+    m_list->DeleteColumn(0);
+    EXPECT_EQ(header->sortIndicatorSection(), 0);
+    m_list->DeleteColumn(1);
+    m_list->InsertColumn(2, "Kind", 0, 50);
+    EXPECT_EQ(header->sortIndicatorSection(), -1);
+}
+
 TEST_F(BusyListCtrl, ATextWithoutAnEndIsCutAtItsRecord) {
     m_list->isSilent = true;
     m_list->onCell = [](LV_DISPTEXT& cell) { std::fill_n(cell.text, sizeof cell.text, 'w'); };

@@ -79,6 +79,7 @@ TEST_F(ListCtrl, RowsCanBeSelectedWithoutAnyColumn) {
     m_list.InsertColumn(0, "Name", 0, 100);
     m_list.InsertColumn(1, "Bank", 0, 100);
     EXPECT_THAT(Selection(), ElementsAre(1));
+    QCoreApplication::processEvents();
     EXPECT_TRUE(m_list.tableView->selectionModel()->isRowSelected(1, {}));
     EXPECT_EQ(Cell(1, 1), "1:101");
 }

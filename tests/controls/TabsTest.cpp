@@ -1,6 +1,7 @@
 #include <vmcore/controls/CTabCtrl.h>
 
 #include <QtTest/QTest>
+#include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QTabBar>
 #include <QtWidgets/QTabWidget>
 
@@ -88,4 +89,20 @@ TEST_F(Tabs, MayHaveALeastWidth) {
     EXPECT_EQ(tabs.SetMinTabWidth(-1), 120);
     tabs.GetItemRect(0, &tab);
     EXPECT_LT(tab.right - tab.left, 100);
+}
+
+TEST_F(Tabs, ABarOfALayoutHasRoomForTabsThatComeBeforeItIsShown) {
+    QWidget page;
+    auto* layout = new QVBoxLayout(&page);
+    auto* bar = new QTabBar(&page);
+    layout->addWidget(bar);
+    layout->addStretch();
+    page.resize(200, 100);
+    layout->activate(); // without tabs there is nothing to make room for
+    CTabCtrl tabs;
+    tabs.SubclassWindow(bar);
+    tabs.InsertItem(0, "Oscillator");
+    page.show();
+    EXPECT_GT(bar->height(), 5);
+    tabs.UnsubclassWindow();
 }

@@ -1,4 +1,5 @@
 // What users do with a tree, what they see of it, and handlers that take it apart meanwhile.
+#include <QtCore/QEventLoop>
 #include <QtCore/QPointer>
 
 #include <vmcore/gdi/CBitmap.h>
@@ -52,6 +53,7 @@ TEST_F(TreeUser, SelectionsGoToTheTreeItself) {
 TEST_F(TreeUser, CheckBoxesAreClickedAndSet) {
     EXPECT_FALSE(m_tree->SetCheck(m_tree->InsertItem("x"), 1)) << "without the style";
     MakeChecked();
+    QCoreApplication::processEvents();
     EXPECT_EQ(View().columnWidth(1), 80);
     EXPECT_EQ(View().columnWidth(0), View().viewport()->width() - 80);
     ClickCell(1, 1);
@@ -131,6 +133,18 @@ TEST_F(TreeUser, HandlersMayTakeTheTreeApart) {
              EXPECT_FALSE(m_tree->DeleteItem(a) || m_tree->DeleteAllItems());
          }},
         {"the tree", [this] { m_tree.reset(); }},
+        {"the tree, in a loop of the handler",
+         [this] {
+             QEventLoop loop;
+             QMetaObject::invokeMethod(
+                 &loop,
+                 [&] {
+                     m_tree.reset();
+                     QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+                 },
+                 Qt::QueuedConnection);
+             loop.exec();
+         }},
     };
     for (const int column : {0, 1}) {
         for (const auto& row : rows) {

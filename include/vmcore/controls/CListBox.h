@@ -64,7 +64,7 @@ public:
 
     int GetCurSel() const;       ///< the row selected last, -1 for none
     int SetCurSel(int index);    ///< this row alone, or none for -1; `index`
-    int GetSel(int index) const; ///< 1 or 0; LB_ERR when there is no such row
+    int GetSel(int index) const; ///< 1 or 0
     /// Adds the row to the selection or takes it away, -1 all rows. `index`; LB_ERR from the count on.
     int SetSel(int index, BOOL select = TRUE);
     int GetSelCount() const;

@@ -19,14 +19,16 @@
 // blind; only the item data moves, the rows' own texts and images stay. Typing selects the row whose text
 // begins so. Selection changes and double clicks of the user, never those of the program, go to the
 // parent as WM_NOTIFY. A right click and the Menu key select the row and ask the list, and so its parent,
-// with WM_CONTEXTMENU.
+// with WM_CONTEXTMENU. Shift extends the selection from the row that the user clicked or moved to last,
+// not from one that the program selected.
 //
 // Handlers of these may change rows and selection, which reports nothing more, and may destroy the list.
 // Rows that come or go in WM_GETDISPLAYTEXT are shown after the paint that asks; when it asks for a sort,
 // the rows keep their order. A text without an end is cut at 256 characters.
 //
-// The view is told of changes when it is next looked at: 100,000 calls of InsertItem, SetItemText or
-// DeleteItem cost some 50 ms on the screen, with redrawing on or off. Ten million rows take 28 bytes
+// The view is told of changes when it is next looked at: 100,000 calls of InsertItem or DeleteItem at
+// either end, of SetItemText or SetItemState cost some 50 ms on the screen, with redrawing on or off. In
+// the middle a row costs the moving of those on one side. Ten million rows take 28 bytes
 // each, and as much as their texts; selecting and counting them all is immediate.
 //
 // Without a view and a table view every operation does nothing and returns the value given. Main
