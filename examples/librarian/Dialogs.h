@@ -50,20 +50,3 @@ private:
     CString m_author;
     CString m_comment;
 };
-
-/// A file name in a folder that is given.
-class SaveDialog : public CDialog {
-public:
-    SaveDialog(CWnd* parent, const std::string& folder, const std::string& name);
-    void DoDataExchange(CDataExchange* exchange) override;
-    int MessageMap(int message, WPARAM wParam, LPARAM lParam) override;
-    BOOL OnInitDialog() override;
-    void OnOK() override; ///< asks before it replaces a file
-
-    std::string Path() const;
-
-private:
-    std::string m_folder;
-    CString m_folderText;
-    CString m_name;
-};

@@ -1,4 +1,6 @@
 // What the dialogs and the pop-up menu are for.
+#include <afxdlgs.h>
+
 #include "BankFolder.h"
 #include "Dialogs.h"
 #include "MainFrame.h"
@@ -53,18 +55,23 @@ void MainFrame::OnDetails() {
     SetStatus("Noted details of " + m_bank.name);
 }
 
-// Into the user's documents. FALSE when the user or the disk decided otherwise.
+// Into the user's documents, unless another folder is chosen. FALSE when the user or the disk decided
+// otherwise.
 BOOL MainFrame::OnSaveAs() {
     if (m_bank.messages.empty()) return FALSE;
     char documents[MAX_PATH] = {};
     GetDocumentsPath(documents, sizeof documents);
-    SaveDialog dialog(this, documents, m_bank.name);
+    CFileDialog dialog(FALSE, "syx", m_bank.name.c_str(), OFN_OVERWRITEPROMPT | OFN_NOCHANGEDIR,
+                       "System Exclusive (*.syx)|*.syx|All files (*.*)|*.*||", this);
+    dialog.m_ofn.lpstrTitle = "Save Bank As";
+    dialog.m_ofn.lpstrInitialDir = documents;
+    Report("dialog save");
     if (dialog.DoModal() != IDOK) {
         Report("save cancelled");
         return FALSE;
     }
     std::string error;
-    const std::string path = dialog.Path();
+    const std::string path = static_cast<const char*>(dialog.GetPathName());
     if (!WriteBank(path, m_bank, error)) {
         SetStatus(error);
         Report("not saved %s", NameOf(path).c_str());

@@ -45,7 +45,6 @@ enum ResourceId : int {
     IDD_DETAILS = 120,
     IDD_CLEAR = 121,
     IDD_FIND = 130,
-    IDD_SAVE = 140,
     IDR_MESSAGE_MENU = 200,
 };
 
@@ -60,8 +59,6 @@ enum ControlId : int {
     IDC_DETAILS_CLEAR = 1003,
     IDC_FIND_TEXT = 1001,
     IDC_FIND_NEXT = 1002,
-    IDC_SAVE_FOLDER = 1000,
-    IDC_SAVE_FILE = 1001,
 
     IDC_HEADER = 2001,
     IDC_MESSAGES = 2002,

@@ -173,8 +173,11 @@ void RowTable::CatchUp() {
     const int rows = m_keeper->Count();
     const int kept = std::min({std::exchange(m_fewestRows, INT_MAX), rows, m_shownRows});
     if (m_selectionIsAhead) m_selected.Remove(kept, INT_MAX - 1);
-    ResizeTo(kept);
-    ResizeTo(rows);
+    {
+        const Request viewIsBusy(*this); // it asks for rows while they change
+        ResizeTo(kept);
+        ResizeTo(rows);
+    }
     if (std::exchange(m_cellsAreOld, false)) ReloadRows(0, m_shownRows - 1);
 }
 
@@ -185,7 +188,7 @@ void RowTable::CatchUpSelection() {
     if (m_requests > 0 || !std::exchange(m_selectionIsAhead, false)) return;
     QItemSelection rows;
     for (const auto& [first, last] : m_selected.Ranges())
-        rows.append({index(first, 0), index(last, columnCount() - 1)});
+        rows.append({createIndex(first, 0), createIndex(last, columnCount() - 1)});
     const ProgramChange change;
     const QuietView quiet(*m_view);
     QItemSelectionModel* selection = m_view->selectionModel();
@@ -272,7 +275,7 @@ void RowTable::ForgetCurrent() {
 void RowTable::MakeCurrent(int row) {
     QItemSelectionModel* selection = m_view->selectionModel();
     const QSignalBlocker quiet(selection);
-    selection->setCurrentIndex(index(row, 0), QItemSelectionModel::NoUpdate);
+    selection->setCurrentIndex(createIndex(row, 0), QItemSelectionModel::NoUpdate);
 }
 
 // The program's selection counts at once; the user's is read from the view.
@@ -303,10 +306,11 @@ void RowTable::SelectionChanged(const QItemSelection& selected) {
     m_keeper->selectionDidChange();
 }
 
-// Whoever asks gets the rows of now; but the view, in the middle of its own work, those that it knew.
+// Whoever asks gets the rows and the selection of now; but the view, in the middle of its own work, those
+// that it knew.
 int RowTable::rowCount(const QModelIndex& parent) const {
     if (parent.isValid()) return 0;
-    if (m_isBehind && !m_heardInRequest) const_cast<RowTable*>(this)->CatchUp();
+    if (!m_heardInRequest) const_cast<RowTable*>(this)->CatchUpSelection();
     return m_shownRows;
 }
 

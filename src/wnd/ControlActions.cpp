@@ -161,9 +161,9 @@ bool ControlActions::MaySpin(QWidget* sender, int& delta) {
     if (!target) return false;
     const auto tag = static_cast<UINT>(TagWord(sender));
     NMUPDOWN record{{sender, tag, UDN_DELTAPOS}, arrows->Position(), delta};
-    const LRESULT refused = target->WindowProc(WM_NOTIFY, tag, reinterpret_cast<LPARAM>(&record));
+    target->WindowProc(WM_NOTIFY, tag, reinterpret_cast<LPARAM>(&record));
     delta = record.iDelta;
-    return refused == 0;
+    return delta != 0;
 }
 
 void ControlActions::controlTextDidBeginEditing(QWidget* sender) {

@@ -50,6 +50,7 @@ QString NumberText(const QDoubleSpinBox& spin) {
 
 QModelIndex SelectedIndex(const QAbstractItemView& view) {
     const QItemSelectionModel* selection = view.selectionModel();
+    if (selection) view.model()->rowCount(); // a list tells its view of changes when it is asked
     if (!selection || !selection->hasSelection()) return {};
     return selection->selection().first().topLeft();
 }

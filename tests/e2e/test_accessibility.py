@@ -85,7 +85,8 @@ class Accessibility(unittest.TestCase):
         self.addCleanup(shutil.rmtree, self.folder, ignore_errors=True)
         executable = bundle / "Contents/MacOS/Librarian"
         self.program = Program(display, executable, self.folder, data / "voices.syx",
-                               environment={"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"})
+                               environment={"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+                                            "VMCORE_MESSAGEBOX": ""})
         self.addCleanup(self.program.__exit__)
         self.program.expect(r"opened voices.syx \d+ messages")
         self.window = display.window("Librarian")

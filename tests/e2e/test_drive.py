@@ -219,12 +219,15 @@ class Drive:
 
     def save(self):
         for replaced in (False, True):
-            self.open_dialog(["ctrl+shift+s"], "SaveDialog", "Save Bank As")
+            self.display.key("ctrl+shift+s")
+            self.program.expect("dialog save")
+            window = self.display.window("Save Bank As")
+            self.display.wait_drawn(window)
+            self.display.screenshot(window, self.out / "save-bank-as.png")
             self.display.key("ctrl+a")
-            self.type("mine", "SaveDialog")
+            self.display.run("xdotool", "type", "--delay", "0", "mine")
             self.display.key("Return")
             if replaced:
-                self.program.expect("asks replace")
                 wait_for("the question", lambda: self.visible_windows() >= self.windows_at_rest + 2)
                 self.display.key("alt+y")
             self.program.expect("saved bank mine.syx")

@@ -6,8 +6,8 @@
 //     arrows.SetBuddy(&m_channel);
 //     arrows.SetRange(1, 16);
 //
-// Before a step the parent gets WM_NOTIFY with UDN_DELTAPOS and an NMUPDOWN, which may change iDelta;
-// a non-zero answer refuses the step. After it come WM_VSCROLL, or WM_HSCROLL for arrows side by side,
+// Before a step the parent gets WM_NOTIFY with UDN_DELTAPOS and an NMUPDOWN. It may change iDelta; 0
+// refuses the step, while the answer only says whether the message was handled. After it come WM_VSCROLL, or WM_HSCROLL for arrows side by side,
 // with MAKELONG(SB_THUMBTRACK, position). What a member changes is not reported. The arrow that would
 // lead out of the range is disabled, unless the range wraps. Steps repeat while the arrow is held.
 //
