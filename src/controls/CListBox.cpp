@@ -12,6 +12,7 @@
 #include "core/guard.h"
 #include "platform/messagebox.h"
 #include "wnd/nativeControl.h"
+#include "wnd/views.h"
 
 namespace {
 
@@ -34,8 +35,8 @@ CListBox::CListBox() : m_reserved4(0), tableView(nullptr) {
 }
 
 LBTableViewDelegate* CListBox::Rows() const {
-    return view && view == tableView && IsWindow(view) ? LBTableViewDelegate::Of(tableView)
-                                                       : nullptr;
+    return view && view == tableView && vm::IsLiveView(view) ? LBTableViewDelegate::Of(tableView)
+                                                             : nullptr;
 }
 
 BOOL CListBox::Create(DWORD createStyle, const RECT& rect, CWnd* parent, UINT id) {

@@ -8,6 +8,7 @@
 #include "controls/listTable.h"
 #include "core/macroman.h"
 #include "wnd/nativeControl.h"
+#include "wnd/views.h"
 
 namespace {
 
@@ -69,8 +70,8 @@ void InsertRowBefore(LCTableViewDelegate& rows, const LVITEM& item, RowValues& v
 CListCtrl::CListCtrl() : tableView(nullptr), needsReload(0) {}
 
 LCTableViewDelegate* CListCtrl::Rows() const {
-    return view && view == tableView && IsWindow(view) ? LCTableViewDelegate::Of(tableView)
-                                                       : nullptr;
+    return view && view == tableView && vm::IsLiveView(view) ? LCTableViewDelegate::Of(tableView)
+                                                             : nullptr;
 }
 
 BOOL CListCtrl::Create(DWORD createStyle, const RECT& rect, CWnd* parent, UINT id) {

@@ -9,6 +9,7 @@
 #include "platform/messagebox.h"
 #include "wnd/messageTrace.h"
 #include "wnd/nativeControl.h"
+#include "wnd/views.h"
 
 namespace {
 
@@ -22,8 +23,9 @@ CTreeCtrl::CTreeCtrl()
     : tableView(nullptr), stateImageList(nullptr), imageList(nullptr), notifyEnabled(1) {}
 
 TCOutlineViewDataSource* CTreeCtrl::Items() const {
-    return view && view == tableView && IsWindow(view) ? TCOutlineViewDataSource::Of(tableView)
-                                                       : nullptr;
+    return view && view == tableView && vm::IsLiveView(view)
+               ? TCOutlineViewDataSource::Of(tableView)
+               : nullptr;
 }
 
 BOOL CTreeCtrl::Create(DWORD createStyle, const RECT& rect, CWnd* parent, UINT id) {

@@ -7,6 +7,7 @@
 #include <QtGui/QImage>
 
 #include "app/appState.h"
+#include "controls/modelOf.h"
 #include "controls/outlineView.h"
 #include "gdi/imageList.h"
 #include "platform/eventboundary.h"
@@ -50,7 +51,7 @@ TCOutlineViewDataSource::~TCOutlineViewDataSource() {
 }
 
 TCOutlineViewDataSource* TCOutlineViewDataSource::Of(const QTreeView* view) {
-    return view ? dynamic_cast<TCOutlineViewDataSource*>(view->model()) : nullptr;
+    return vm::ModelOf<TCOutlineViewDataSource>(view);
 }
 
 // Another object may have the address of one that was deleted.

@@ -20,7 +20,7 @@ class OutlineView;
 }
 
 /// The data source and delegate of a tree's view; belongs to it.
-class TCOutlineViewDataSource : public QAbstractItemModel {
+class TCOutlineViewDataSource final : public QAbstractItemModel {
 public:
     /// Makes `view` a tree's.
     explicit TCOutlineViewDataSource(vm::OutlineView* view);

@@ -3,6 +3,7 @@
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QTableView>
 
+#include "controls/modelOf.h"
 #include "core/macroman.h"
 
 namespace vm {
@@ -14,7 +15,7 @@ ListBoxTable::ListBoxTable(QTableView* view) : RowTable(view), m_rows(*this) {
 }
 
 ListBoxTable* ListBoxTable::Of(const QWidget* view) {
-    return dynamic_cast<ListBoxTable*>(RowTable::Of(qobject_cast<const QTableView*>(view)));
+    return ModelOf<ListBoxTable>(qobject_cast<const QTableView*>(view));
 }
 
 int ListBoxTable::columnCount(const QModelIndex& parent) const {

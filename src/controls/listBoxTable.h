@@ -8,7 +8,7 @@ class QWidget;
 
 namespace vm {
 
-class ListBoxTable : public RowTable {
+class ListBoxTable final : public RowTable {
 public:
     /// Makes `view` a list box's table view, whose selection mode it keeps. The new object belongs
     /// to the view.

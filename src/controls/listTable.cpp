@@ -6,6 +6,7 @@
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QTableView>
 
+#include "controls/modelOf.h"
 #include "core/macroman.h"
 #include "platform/eventboundary.h"
 #include "wnd/controlWiring.h"
@@ -39,7 +40,7 @@ ListTable::ListTable(QTableView* view) : RowTable(view), m_rows(*this) {
 }
 
 ListTable* ListTable::Of(const QTableView* view) {
-    return dynamic_cast<ListTable*>(RowTable::Of(view));
+    return ModelOf<ListTable>(view);
 }
 
 void ListTable::SortBy(int section, Qt::SortOrder order) {

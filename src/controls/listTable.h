@@ -9,7 +9,7 @@
 
 namespace vm {
 
-class ListTable : public RowTable {
+class ListTable final : public RowTable {
 public:
     /// Makes `view` a list's table view. The new object belongs to the view.
     explicit ListTable(QTableView* view);

@@ -105,10 +105,6 @@ bool IsDoubleClick(const QEvent& event) {
 
 RowTable::RowTable(QTableView* view) : QAbstractTableModel(view), m_view(view) {}
 
-RowTable* RowTable::Of(const QTableView* view) {
-    return view ? dynamic_cast<RowTable*>(view->model()) : nullptr;
-}
-
 void RowTable::Attach(RowKeeper& rows) {
     m_keeper = &rows;
     m_view->setModel(this);
@@ -205,7 +201,11 @@ void RowTable::CatchUpSelection() {
 void RowTable::ResizeTo(int rows) {
     m_layoutIsOld |= rows != m_shownRows;
     m_selectedIsOld |= rows != m_shownRows;
-    if (rows > m_shownRows) {
+    if (rows > 0 && m_shownRows == 0) { // the cheapest way, and there is nothing to keep
+        beginResetModel();
+        m_shownRows = rows;
+        endResetModel();
+    } else if (rows > m_shownRows) {
         beginInsertRows({}, m_shownRows, rows - 1);
         m_shownRows = rows;
         endInsertRows();

@@ -51,9 +51,6 @@ private:
 
 class RowTable : public QAbstractTableModel {
 public:
-    /// Null when the view shows no rows of ours (or is null).
-    static RowTable* Of(const QTableView* view);
-
     QTableView* View() const { return m_view; }
     int Tag() const;
     void SetMultiSelect(bool multiple); ///< for the user; the program may always select several
