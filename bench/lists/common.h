@@ -13,6 +13,7 @@ constexpr int kRows = 1000000;
 constexpr int kSortedRows = 100000;
 constexpr int kInsertedRows = 100000;
 constexpr int kPages = 100;
+constexpr int kSeparateRows = 10000; // every second one
 constexpr int kColumns = 5;
 constexpr int kColumnWidth = 150;
 constexpr int kWidth = 800;

@@ -140,6 +140,13 @@ void MeasureList() {
         gtk_selection_model_select_all(gtk_column_view_get_model(GTK_COLUMN_VIEW(view)));
         shown.WaitForFrame();
     });
+    Measure("list-1000000-select-10000-separate", [&] {
+        GtkSelectionModel* selection = gtk_column_view_get_model(GTK_COLUMN_VIEW(view));
+        gtk_selection_model_unselect_all(selection);
+        for (guint i = 0; i < kSeparateRows; ++i)
+            gtk_selection_model_select_item(selection, 2 * i, FALSE);
+        shown.WaitForFrame();
+    });
 }
 
 char* SortText(Row* row, gpointer) {

@@ -85,6 +85,12 @@ void MeasureList() {
         list->SetItemState(-1, wxLIST_STATE_SELECTED, wxLIST_STATE_SELECTED);
         Frame(*list);
     });
+    Measure("list-1000000-select-10000-separate", [&] {
+        list->SetItemState(-1, 0, wxLIST_STATE_SELECTED);
+        for (int i = 0; i < kSeparateRows; ++i)
+            list->SetItemState(2 * i, wxLIST_STATE_SELECTED, wxLIST_STATE_SELECTED);
+        Frame(*list);
+    });
     frame->Destroy();
 }
 
