@@ -1,10 +1,13 @@
-// Frames of the toolkit: waiting for the first one, and painting one now.
+// Frames of the toolkit: waiting for the first one, painting one now, and one after the other.
 #pragma once
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtCore/QObject>
 #include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QScrollBar>
+
+#include "common.h"
 
 namespace lists {
 
@@ -27,6 +30,14 @@ private:
 inline void PaintNow(QAbstractItemView& view) {
     QCoreApplication::processEvents(); // pending layouts belong to the frame
     view.viewport()->repaint();
+}
+
+inline void ScrollPages(QAbstractItemView& view) {
+    QScrollBar& bar = *view.verticalScrollBar();
+    for (int i = 1; i <= kPages; ++i) {
+        bar.setValue(i * bar.pageStep());
+        PaintNow(view);
+    }
 }
 
 } // namespace lists

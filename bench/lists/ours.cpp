@@ -1,7 +1,6 @@
 // The library's controls, used as a host uses them.
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
-#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QTreeView>
 
@@ -39,14 +38,6 @@ constexpr RECT kWhole = {0, 0, kWidth, kHeight};
 void AddList(Patches& list, Window& window) {
     list.Create(WS_VISIBLE, kWhole, &window, 1);
     for (int i = 0; i < kColumns; ++i) list.InsertColumn(i, "Column", 0, kColumnWidth);
-}
-
-void ScrollPages(QAbstractItemView& view) {
-    QScrollBar& bar = *view.verticalScrollBar();
-    for (int i = 1; i <= kPages; ++i) {
-        bar.setValue(i * bar.pageStep());
-        PaintNow(view);
-    }
 }
 
 void MeasureList() {

@@ -8,7 +8,6 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QListView>
-#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QTreeView>
 
@@ -62,14 +61,6 @@ void SetUp(QTableView& view) {
 
 void SetColumnWidths(QTableView& view) {
     for (int i = 0; i < kColumns; ++i) view.setColumnWidth(i, kColumnWidth);
-}
-
-void ScrollPages(QAbstractItemView& view) {
-    QScrollBar& bar = *view.verticalScrollBar();
-    for (int i = 1; i <= kPages; ++i) {
-        bar.setValue(i * bar.pageStep());
-        PaintNow(view);
-    }
 }
 
 void MeasureList() {
