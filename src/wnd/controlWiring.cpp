@@ -33,6 +33,7 @@
 #include "wnd/SpinArrows.h"
 #include "wnd/TextRules.h"
 #include "wnd/controlText.h"
+#include "wnd/tabStops.h"
 #include "wnd/views.h"
 
 namespace vm {
@@ -132,6 +133,16 @@ private:
 void ConnectButton(ControlWire& wire, QWidget& control) {
     QObject::connect(static_cast<QAbstractButton*>(&control), &QAbstractButton::clicked, &wire,
                      [&wire] { wire.Act(); });
+}
+
+// The toolkit minds which button of a group is on only once one has had the focus.
+void ConnectRadio(ControlWire& wire, QWidget& control) {
+    auto* button = static_cast<QAbstractButton*>(&control);
+    ConnectButton(wire, control);
+    QObject::connect(button, &QAbstractButton::toggled, &wire, [button](bool on) {
+        if (on) LeadTabTo(*button);
+    });
+    if (button->isChecked()) LeadTabTo(*button);
 }
 
 void ConnectGroup(ControlWire& wire, QWidget& control) {
@@ -256,7 +267,7 @@ struct Kind {
 // The first that fits counts.
 const Kind* KindOf(const QWidget& control) {
     static constexpr Kind kKinds[] = {
-        {Is<QRadioButton>, ConnectButton, "onRadio"},
+        {Is<QRadioButton>, ConnectRadio, "onRadio"},
         {Is<QAbstractButton>, ConnectButton, "onButton"},
         {Is<QGroupBox>, ConnectGroup, "onButton"},
         {IsEditableCombo, ConnectEditableCombo, "onCombi"},
