@@ -12,6 +12,7 @@
 #include "controls/bitmapPicture.h"
 #include "wnd/controlText.h"
 #include "wnd/nativeControl.h"
+#include "wnd/tabStops.h"
 
 namespace {
 
@@ -42,7 +43,9 @@ void JoinGroup(QAbstractButton* button, QObject& parent, bool begins) {
     for (QObject* child : parent.children())
         if (auto* own = dynamic_cast<RadioGroup*>(child)) group = own; // the last one
     if (begins || !group) group = new RadioGroup(&parent);
-    if (takesPart) group->addButton(button);
+    if (!takesPart) return;
+    group->addButton(button);
+    if (group->checkedButton()) vm::LeadTabTo(*group->checkedButton());
 }
 
 bool IsManual(DWORD kind) {

@@ -83,6 +83,7 @@ QWidget* MakeLines(DWORD style) {
     edit->setVerticalScrollBarPolicy(BarFor(style & WS_VSCROLL));
     edit->setHorizontalScrollBarPolicy(BarFor(style & WS_HSCROLL));
     edit->setReadOnly((style & ES_READONLY) != 0);
+    edit->setTabChangesFocus((style & WS_TABSTOP) != 0);
     vm::TextRules::Of(edit)->rules = RulesOf(style);
     return edit;
 }

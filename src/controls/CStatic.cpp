@@ -1,5 +1,6 @@
 #include <vmcore/controls/CStatic.h>
 
+#include <QtCore/QEvent>
 #include <QtWidgets/QLabel>
 
 #include "controls/bitmapPicture.h"
@@ -21,15 +22,32 @@ int FrameOf(DWORD style) {
     return QFrame::NoFrame;
 }
 
+// A text with a marked key leads to the next control made in the same parent that the Tab key leads to.
+class MarkedLabel : public QLabel {
+public:
+    void WaitForNext() { parentWidget()->installEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject* parent, QEvent* event) override {
+        if (event->type() != QEvent::ChildAdded) return false;
+        auto* next = qobject_cast<QWidget*>(static_cast<QChildEvent*>(event)->child());
+        if (!next || !(next->focusPolicy() & Qt::TabFocus)) return false;
+        setBuddy(next);
+        parent->removeEventFilter(this);
+        return false;
+    }
+};
+
 } // namespace
 
 BOOL CStatic::Create(const char* label, DWORD createStyle, const RECT& rect, CWnd* parent,
                      UINT id) {
-    auto* control = new QLabel;
+    auto* control = new MarkedLabel;
     control->setTextFormat(Qt::PlainText);
     control->setAlignment(AlignmentOf(createStyle));
     control->setFrameStyle(FrameOf(createStyle));
     if (!vm::AdoptControl(*this, control, parent, rect, createStyle, id)) return FALSE;
+    if (!(createStyle & SS_NOPREFIX)) control->WaitForNext();
     const bool hasText = !(createStyle & (SS_BITMAP | SS_ETCHEDHORZ | SS_ETCHEDVERT));
     SetWindowText(label && hasText ? label : "");
     return TRUE;

@@ -11,6 +11,7 @@
 #include <vmcore/dialogs/CPropertySheet.h>
 
 #include "platform/eventboundary.h"
+#include "wnd/tabStops.h"
 #include "wnd/views.h"
 
 namespace vm {
@@ -38,15 +39,6 @@ const char* TextOf(int command) {
 
 QSize SizeOfPage(const QWidget& view) {
     return view.size().expandedTo(view.minimumSizeHint());
-}
-
-QWidget* FirstTabStopIn(QWidget& page) {
-    for (QWidget* view = page.nextInFocusChain(); view && view != &page;
-         view = view->nextInFocusChain())
-        if (page.isAncestorOf(view) && view->focusPolicy() & Qt::TabFocus && view->isEnabled() &&
-            view->isVisibleTo(&page))
-            return view;
-    return nullptr;
 }
 
 } // namespace
@@ -149,7 +141,7 @@ void SheetPane::FocusPage(int index) {
     if (!view) return;
     const QWidget* const focused = m_root.window()->focusWidget();
     if (focused && view->isAncestorOf(focused)) return;
-    if (QWidget* first = FirstTabStopIn(*view)) first->setFocus(Qt::TabFocusReason);
+    FocusFirstTabStop(*view);
 }
 
 QPushButton* SheetPane::Button(int command) const {

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <QtGui/QFontDatabase>
 #include <QtGui/QFontInfo>
 #include <QtGui/QRawFont>
 
@@ -45,6 +46,13 @@ bool IsFace(const std::string& name, const QRawFont& wanted) {
            IsItalic(raw.style()) == IsItalic(wanted.style());
 }
 
+// The toolkit's dialog goes by the style's name, which differs from family to family: Regular, Book, Roman.
+QFont WithStyleName(QFont font) {
+    const QString style = QRawFont::fromFont(font).styleName();
+    if (QFontDatabase::styles(font.family()).contains(style)) font.setStyleName(style);
+    return font;
+}
+
 } // namespace
 
 QFont FontOf(const LOGFONT& record) {
@@ -59,7 +67,7 @@ QFont FontOf(const LOGFONT& record) {
     font.setItalic(face.italic || record.lfItalic);
     font.setUnderline(record.lfUnderline);
     font.setStrikeOut(record.lfStrikeOut);
-    return font;
+    return WithStyleName(font);
 }
 
 std::string FaceNameOf(const QFont& font) {

@@ -13,6 +13,7 @@
 
 #include "platform/eventboundary.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/tabStops.h"
 #include "wnd/tagTable.h"
 
 namespace {
@@ -20,14 +21,6 @@ namespace {
 std::vector<CWndWindowController*>& Controllers() {
     static auto* const s_controllers = new std::vector<CWndWindowController*>;
     return *s_controllers;
-}
-
-QWidget* FirstTabStop(const QWidget& window) {
-    for (QWidget* view = window.nextInFocusChain(); view && view != &window;
-         view = view->nextInFocusChain())
-        if (view->focusPolicy() & Qt::TabFocus && view->isEnabled() && view->isVisibleTo(&window))
-            return view;
-    return nullptr;
 }
 
 } // namespace
@@ -109,8 +102,7 @@ void CWndWindowController::Cancel() {
 }
 
 void CWndWindowController::FocusFirstControl() {
-    if (!m_window || m_window->focusWidget()) return;
-    if (QWidget* first = FirstTabStop(*m_window)) first->setFocus(Qt::TabFocusReason);
+    if (m_window && !m_window->focusWidget()) vm::FocusFirstTabStop(*m_window);
 }
 
 void CWndWindowController::TellGone() {

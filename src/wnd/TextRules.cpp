@@ -73,10 +73,19 @@ TextRules::TextRules(QWidget* edit, QTextDocument* document)
 
 bool TextRules::eventFilter(QObject* edit, QEvent* event) {
     if (event->type() != QEvent::KeyPress) return false;
-    if (!static_cast<QKeyEvent*>(event)->matches(QKeySequence::InsertLineSeparator)) return false;
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (key.key() == Qt::Key_Tab && key.modifiers() == Qt::ControlModifier) return WriteTab();
+    if (!key.matches(QKeySequence::InsertLineSeparator)) return false;
     QKeyEvent plain(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
     QCoreApplication::sendEvent(edit, &plain);
     return true;
+}
+
+bool TextRules::WriteTab() {
+    if (!m_edit->property("tabChangesFocus").toBool() || m_edit->property("readOnly").toBool())
+        return false;
+    return QMetaObject::invokeMethod(m_edit, "insertPlainText",
+                                     Q_ARG(QString, QStringLiteral("\t")));
 }
 
 void TextRules::Changed() {

@@ -25,7 +25,8 @@ int HostLength(const QString& text);
 QString Beginning(const QString& text, int room);
 
 /// A child of the edit. It mends what the user typed before others hear of the change, when it was made
-/// before they connected. What the program sets stays as it is. Shift and Return end a line as Return does.
+/// before they connected. What the program sets stays as it is. Shift and Return end a line as Return does;
+/// Ctrl and Tab write a tab where Tab leads on.
 class TextRules : public QObject {
 public:
     /// Of a QPlainTextEdit or QTextEdit; made when there are none. Null for other views.
@@ -40,6 +41,7 @@ protected:
 
 private:
     explicit TextRules(QWidget* edit, QTextDocument* document);
+    bool WriteTab();
     void Changed();
     int Mend(int caret);
 

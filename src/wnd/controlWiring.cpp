@@ -34,6 +34,7 @@
 #include "wnd/TextRules.h"
 #include "wnd/controlText.h"
 #include "wnd/heldViews.h"
+#include "wnd/tabStops.h"
 #include "wnd/views.h"
 
 namespace vm {
@@ -134,6 +135,16 @@ private:
 void ConnectButton(ControlWire& wire, QWidget& control) {
     QObject::connect(static_cast<QAbstractButton*>(&control), &QAbstractButton::clicked, &wire,
                      [&wire] { wire.Act(); });
+}
+
+// The toolkit minds which button of a group is on only once one has had the focus.
+void ConnectRadio(ControlWire& wire, QWidget& control) {
+    auto* button = static_cast<QAbstractButton*>(&control);
+    ConnectButton(wire, control);
+    QObject::connect(button, &QAbstractButton::toggled, &wire, [button](bool on) {
+        if (on) LeadTabTo(*button);
+    });
+    if (button->isChecked()) LeadTabTo(*button);
 }
 
 void ConnectGroup(ControlWire& wire, QWidget& control) {
@@ -258,7 +269,7 @@ struct Kind {
 // The first that fits counts.
 const Kind* KindOf(const QWidget& control) {
     static constexpr Kind kKinds[] = {
-        {Is<QRadioButton>, ConnectButton, "onRadio"},
+        {Is<QRadioButton>, ConnectRadio, "onRadio"},
         {Is<QAbstractButton>, ConnectButton, "onButton"},
         {Is<QGroupBox>, ConnectGroup, "onButton"},
         {IsEditableCombo, ConnectEditableCombo, "onCombi"},

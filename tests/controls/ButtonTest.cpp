@@ -76,6 +76,23 @@ TEST_F(Button, RadioButtonsAreGroupedByTheirFirst) {
     EXPECT_THAT(child.Take(WM_COMMAND), IsEmpty());
 }
 
+TEST_F(Button, TheTabKeyLeadsToTheRadioButtonThatIsOn) {
+    CButton buttons[3];
+    const auto stops = [&] {
+        std::vector<bool> found;
+        for (const CButton& button : buttons)
+            found.push_back(button.view && button.view->focusPolicy() & Qt::TabFocus);
+        return found;
+    };
+    Make(buttons[0], BS_AUTORADIOBUTTON | WS_GROUP);
+    Make(buttons[1], BS_AUTORADIOBUTTON, 30);
+    buttons[1].SetCheck(1);
+    Make(buttons[2], BS_AUTORADIOBUTTON, 55);
+    EXPECT_THAT(stops(), ElementsAre(false, true, false));
+    buttons[2].SetCheck(1);
+    EXPECT_THAT(stops(), ElementsAre(false, false, true));
+}
+
 TEST_F(Button, StateAndStyleCanBeChanged) {
     CButton push;
     auto* native = qobject_cast<QPushButton*>(Make(push, BS_PUSHBUTTON));

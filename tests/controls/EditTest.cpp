@@ -195,6 +195,24 @@ TEST_F(Edit, StylesSayWhatCanBeTyped) {
         }
 }
 
+TEST_F(Edit, TheTabKeyLeavesManyLinesWithTheStyleOnly) {
+    const struct {
+        DWORD style;
+        Qt::KeyboardModifiers modifiers;
+        const char* text;
+    } rows[] = {{WS_TABSTOP, Qt::NoModifier, ""},
+                {WS_TABSTOP, Qt::ControlModifier, "\t"},
+                {WS_TABSTOP | ES_READONLY, Qt::ControlModifier, ""},
+                {0, Qt::NoModifier, "\t"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.style << " " << row.modifiers.toInt());
+        QWidget* const field = Make(ES_MULTILINE | row.style);
+        QTest::keyClick(field, Qt::Key_Tab, row.modifiers);
+        EXPECT_EQ(Text(), row.text);
+        edit.DestroyWindow();
+    }
+}
+
 TEST_F(Edit, UndoAndTheClipboard) {
     for (const DWORD style : {DWORD{0}, DWORD{ES_MULTILINE}}) {
         SCOPED_TRACE(style);

@@ -45,6 +45,17 @@ protected:
 
 } // namespace
 
+// Its upright style is named Book, and is not the first of the list.
+TEST_F(Choices, SuggestedFontComesBackAsItWas) {
+    LOGFONT record = FontNamed("DejaVu Sans", 10);
+    CFontDialog dialog(&record);
+    Soon([&] { QTest::keyClick(&Open<QFontDialog>(), Qt::Key_Return); });
+    ASSERT_EQ(dialog.DoModal(), IDOK);
+    EXPECT_STREQ(dialog.GetFaceName(), "DejaVu Sans");
+    EXPECT_STREQ(dialog.GetStyleName(), "Book");
+    EXPECT_FALSE(dialog.IsItalic());
+}
+
 TEST_F(Choices, ChosenFontIsTheOneThatCFontMakes) {
     const struct {
         QFont::Weight weight;

@@ -150,6 +150,9 @@ TEST_F(DialogFile, DisabledCancelAndRefusedCloseKeepItOpen) {
 }
 
 TEST_F(DialogFile, FirstControlHasTheFocusUnlessTheHostChoseOne) {
+    Look(UiDialog(UiControl("QLineEdit", 11, UiText("text", "whole"))), [&](TestDialog& dialog) {
+        EXPECT_EQ(Item<QLineEdit>(dialog, 11)->selectedText(), "whole");
+    });
     Look(PlainDialog(), [&](TestDialog& dialog) {
         EXPECT_EQ(dialog.nsWindow->focusWidget(), Item<QLineEdit>(dialog, 11));
         EXPECT_TRUE(Item<QPushButton>(dialog, 1)->isDefault());

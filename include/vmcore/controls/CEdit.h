@@ -41,7 +41,8 @@ constexpr DWORD ES_NUMBER = 0x80000000; ///< only the digits 0 to 9 can be typed
 class VM_API CEdit : public CWnd {
 public:
     using CWnd::Create;
-    /// FALSE when the parent has no view.
+    /// With WS_TABSTOP the Tab key leaves a field of many lines, too, and Ctrl+Tab writes a tab; without
+    /// it Tab does. FALSE when the parent has no view.
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
 
     // The selection.

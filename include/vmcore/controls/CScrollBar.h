@@ -4,7 +4,8 @@
 // SB_PAGEDOWN (3), one after it SB_LINEDOWN (1), a drag SB_THUMBTRACK (5) with a position in the high
 // word. That position is scaled to the parent's own range, vScrollMin to vScrollMax or hScrollMin
 // to hScrollMax. The bar itself has moved when the message arrives, so a handler reads the position
-// in the range of the bar from the bar, in all three cases and beyond 65535:
+// in the range of the bar from the bar, in all three cases and beyond 65535. Arrows at the ends, if the
+// desktop has them, move the bar by one and send nothing.
 //
 //     case WM_VSCROLL: if (HWND(lParam) == m_bar.view) ShowFrom(m_bar.GetScrollPos());
 //
@@ -29,7 +30,7 @@ enum : UINT {
     SIF_ALL = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_TRACKPOS,
 };
 
-/// What EnableScrollBar disables. There are no arrows: only both together.
+/// What EnableScrollBar disables: only both together.
 enum : UINT {
     ESB_ENABLE_BOTH = 0,
     ESB_DISABLE_LTUP = 1,

@@ -306,7 +306,7 @@ public:
     BOOL ReleaseDC(CDC* dc); ///< shows what was drawn and deletes it; FALSE for null
 
     // Focus and capture.
-    CWnd* SetFocus();
+    CWnd* SetFocus(); ///< of a child: a top-level window never gets keys, null and nothing done
     static CWnd* GetFocus();
     CWnd* SetCapture();
     static CWnd* GetCaptureWnd();
@@ -332,7 +332,7 @@ public:
     CMenu* GetMenu();
     BOOL DrawMenuBar() { return 0; }
     CMenu* GetSystemMenu(BOOL) { return nullptr; }
-    void SetFont(CFont* newFont, BOOL redraw = TRUE);
+    void SetFont(CFont* newFont, BOOL redraw = TRUE); ///< for GetFont: native controls keep theirs
     CFont* GetFont() const;
     COLORREF SetBkColor(COLORREF color);
     COLORREF SetTextColor(COLORREF color);
