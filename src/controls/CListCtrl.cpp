@@ -5,6 +5,7 @@
 #include <QtWidgets/QTableView>
 
 #include "controls/LCTableViewDelegate.h"
+#include "controls/RowView.h"
 #include "controls/listTable.h"
 #include "core/macroman.h"
 #include "wnd/nativeControl.h"
@@ -75,7 +76,7 @@ LCTableViewDelegate* CListCtrl::Rows() const {
 }
 
 BOOL CListCtrl::Create(DWORD createStyle, const RECT& rect, CWnd* parent, UINT id) {
-    auto* table = new QTableView;
+    auto* table = new vm::RowView;
     auto* rows = new vm::ListTable(table);
     rows->Rows().wnd = this;
     if (!vm::AdoptControl(*this, table, parent, rect, createStyle, id)) return FALSE;

@@ -3,6 +3,7 @@
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QTableView>
 
+#include "controls/RowView.h"
 #include "controls/modelOf.h"
 #include "core/macroman.h"
 
@@ -29,7 +30,7 @@ QVariant ListBoxTable::data(const QModelIndex& index, int role) const {
 }
 
 QTableView* MakeListBoxView(QWidget* parent) {
-    auto* view = new QTableView(parent);
+    auto* view = new RowView(parent);
     auto* table = new ListBoxTable(view);
     table->SetMultiSelect(false);
     return view;

@@ -12,6 +12,7 @@
 
 #include <vmcore/app/messages.h>
 
+#include "controls/RowView.h"
 #include "controls/TCOutlineViewDataSource.h"
 #include "controls/interfaceFile.h"
 #include "controls/listBoxTable.h"
@@ -78,6 +79,7 @@ public:
             if (className == QLatin1String("CSpinButton")) return new SpinArrows(owner);
             if (className == QLatin1String("QTabBar")) return new QTabBar(owner); // Designer has none
             if (className == QLatin1String("QTreeView")) return new OutlineView(owner);
+            if (className == QLatin1String("QTableView")) return new RowView(owner);
             return className == QLatin1String("CWndView") ? new CWndView(owner) : nullptr;
         };
         classes.made = [this](QWidget* widget) { m_widgets.push_back(widget); };

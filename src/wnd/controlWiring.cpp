@@ -19,6 +19,7 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QRadioButton>
+#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSpinBox>
 #include <QtWidgets/QTabBar>
 #include <QtWidgets/QTabWidget>
@@ -237,7 +238,11 @@ ScrollPart PartOf(int action) {
 // The signal comes before the slider takes its new value over, which the action reads.
 void ConnectSlider(ControlWire& wire, QWidget& control) {
     auto* slider = static_cast<QAbstractSlider*>(&control);
-    QObject::connect(slider, &QAbstractSlider::actionTriggered, &wire, [&wire, slider](int action) {
+    const bool isBar = qobject_cast<QScrollBar*>(slider) != nullptr;
+    QObject::connect(slider, &QAbstractSlider::actionTriggered, &wire, [=, &wire](int action) {
+        // The arrows of a bar are not told: its knob stays with what the program shows.
+        if (isBar && PartOf(action) == ScrollPart::Line)
+            return slider->setSliderPosition(slider->value());
         slider->setValue(slider->sliderPosition());
         wire.Act(PartOf(action));
     });

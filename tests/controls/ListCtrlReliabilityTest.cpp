@@ -123,6 +123,27 @@ TEST_F(BusyListCtrl, EveryDoubleClickOfTheLeftButtonIsReported) {
         << "below the rows";
 }
 
+TEST_F(BusyListCtrl, KeysMoveBetweenRows) {
+    const struct {
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        std::vector<int> selected;
+    } rows[] = {{Qt::Key_End, {}, {4}},
+                {Qt::Key_Home, {}, {0}},
+                {Qt::Key_Right, {}, {0}},
+                {Qt::Key_Down, {}, {1}},
+                {Qt::Key_End, Qt::ShiftModifier, {1, 2, 3, 4}}};
+    m_list->InsertColumn(1, "Bank", 0, 50);
+    ClickRow(View(), 2);
+    for (const auto& row : rows) {
+        PressKey(View(), row.key, row.modifiers);
+        std::vector<int> selected;
+        for (int i = 0; i < 5; ++i)
+            if (m_list->GetItemState(i, 8)) selected.push_back(i);
+        EXPECT_EQ(selected, row.selected) << "after " << row.key;
+    }
+}
+
 TEST_F(BusyListCtrl, TheSortArrowGoesWithItsColumn) {
     m_list->InsertColumn(1, "Bank", 0, 50);
     QHeaderView* header = View()->horizontalHeader();

@@ -5,7 +5,7 @@
 // word. That position is scaled to the parent's own range, vScrollMin to vScrollMax or hScrollMin
 // to hScrollMax. The bar itself has moved when the message arrives, so a handler reads the position
 // in the range of the bar from the bar, in all three cases and beyond 65535. Arrows at the ends, if the
-// desktop has them, move the bar by one and send nothing.
+// desktop has them, send nothing and leave the bar where it is.
 //
 //     case WM_VSCROLL: if (HWND(lParam) == m_bar.view) ShowFrom(m_bar.GetScrollPos());
 //
