@@ -82,7 +82,10 @@ public:
             if (className == QLatin1String("QTableView")) return new RowView(owner);
             return className == QLatin1String("CWndView") ? new CWndView(owner) : nullptr;
         };
-        classes.made = [this](QWidget* widget) { m_widgets.push_back(widget); };
+        classes.made = [this](QWidget* widget) {
+            LetTabLeave(*widget);
+            m_widgets.push_back(widget);
+        };
         QWidget* root = LoadInterfaceFile(m_name, parent, classes);
         wasLoaded = root != nullptr;
         if (!root || root == expected) return root;
@@ -111,6 +114,13 @@ public:
     bool wasLoaded = false;
 
 private:
+    // Of texts, as in every dialog, unless the file says otherwise: its properties come afterwards.
+    static void LetTabLeave(QWidget& widget) {
+        static constexpr char kProperty[] = "tabChangesFocus";
+        if (widget.metaObject()->indexOfProperty(kProperty) >= 0)
+            widget.setProperty(kProperty, true);
+    }
+
     static void TakeTag(QWidget& widget) {
         const QVariant tag = widget.property(kTagProperty);
         if (tag.isValid()) SetTagOf(&widget, tag.toInt());

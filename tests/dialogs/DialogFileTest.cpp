@@ -174,6 +174,17 @@ TEST_F(DialogFile, FirstControlHasTheFocusUnlessTheHostChoseOne) {
     dialog.DoModal();
 }
 
+TEST_F(DialogFile, TabLeavesTextsUnlessTheFileSaysOtherwise) {
+    const std::string file = UiDialog(UiControl("QPlainTextEdit", 11) +
+                                      UiControl("QTextEdit", 12, UiBool("tabChangesFocus", false)));
+    Look(file, [&](TestDialog& dialog) {
+        QTest::keyClick(Item<QWidget>(dialog, 11), Qt::Key_Tab);
+        EXPECT_EQ(dialog.nsWindow->focusWidget(), Item<QWidget>(dialog, 12));
+        QTest::keyClick(Item<QWidget>(dialog, 12), Qt::Key_Tab);
+        EXPECT_EQ(dialog.nsWindow->focusWidget(), Item<QWidget>(dialog, 12));
+    });
+}
+
 TEST_F(DialogFile, ButtonBoxHasTheUsualNumbers) {
     const std::string buttons =
         "<property name=\"standardButtons\"><set>QDialogButtonBox::Cancel|QDialogButtonBox::Ok|"
