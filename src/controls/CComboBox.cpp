@@ -13,6 +13,7 @@
 
 #include "controls/comboEntries.h"
 #include "core/macroman.h"
+#include "wnd/controlText.h"
 #include "wnd/nativeControl.h"
 
 namespace {
@@ -130,7 +131,7 @@ int CComboBox::SetItemDataPtr(int index, void* data) {
 
 int CComboBox::GetCurSel() const {
     const auto* combo = vm::ControlOf<QComboBox>(*this);
-    return combo ? combo->currentIndex() : CB_ERR;
+    return combo ? vm::SelectedEntry(*combo) : CB_ERR;
 }
 
 int CComboBox::SetCurSel(int index) {

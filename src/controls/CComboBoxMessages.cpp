@@ -115,10 +115,13 @@ int CComboBox::SetTopIndex(int index) {
 int CComboBox::SetItemHeight(int index, UINT height) {
     QComboBox* const combo = ComboOf(*this);
     if (!combo || height == 0 || index < -1) return CB_ERR;
-    if (index == -1)
+    if (index == -1) {
         combo->resize(combo->width(), static_cast<int>(height));
-    else
-        combo->setItemDelegate(new RowHeight(static_cast<int>(height), combo));
+        return 0;
+    }
+    QAbstractItemDelegate* const before = combo->itemDelegate();
+    combo->setItemDelegate(new RowHeight(static_cast<int>(height), combo));
+    if (dynamic_cast<RowHeight*>(before)) delete before;
     return 0;
 }
 

@@ -1,5 +1,6 @@
 #include <vmcore/controls/CSliderCtrl.h>
 
+#include <algorithm>
 #include <numeric>
 
 #include <QtCore/QVariant>
@@ -65,17 +66,21 @@ int CSliderCtrl::GetRangeMax() const {
     return slider ? slider->maximum() : 0;
 }
 
+// The position stays, as far as the range goes; a vertical slider counts it from the other end than the
+// toolkit does.
 void CSliderCtrl::SetRange(int lowest, int highest, BOOL) {
+    QAbstractSlider* const slider = SliderOf(*this);
+    if (!slider) return;
     const vm::ProgramChange change;
-    if (QAbstractSlider* slider = SliderOf(*this)) slider->setRange(lowest, highest);
+    const int position = GetPos();
+    slider->setRange(lowest, highest);
+    SetPos(position);
 }
 void CSliderCtrl::SetRangeMin(int lowest, BOOL) {
-    const vm::ProgramChange change;
-    if (QAbstractSlider* slider = SliderOf(*this)) slider->setMinimum(lowest);
+    SetRange(lowest, std::max(lowest, GetRangeMax()));
 }
 void CSliderCtrl::SetRangeMax(int highest, BOOL) {
-    const vm::ProgramChange change;
-    if (QAbstractSlider* slider = SliderOf(*this)) slider->setMaximum(highest);
+    SetRange(std::min(highest, GetRangeMin()), highest);
 }
 
 int CSliderCtrl::GetPos() const {

@@ -42,9 +42,11 @@ int ComboEntries::Insert(int index, const QString& text) {
 bool ComboEntries::Remove(int index) {
     if (!Has(index)) return false;
     const ProgramChange change;
-    const bool wasSelected = index == m_combo.currentIndex();
+    const bool wasSelected = index == SelectedEntry(m_combo);
+    const QString typed = wasSelected ? QString() : m_combo.currentText();
     m_combo.removeItem(index);
     if (wasSelected) m_combo.setCurrentIndex(-1);
+    if (m_combo.isEditable()) m_combo.setEditText(typed);
     return true;
 }
 

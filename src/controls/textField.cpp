@@ -128,16 +128,23 @@ public:
         return first;
     }
     void Scroll(int lines, int characters) override {
-        const bool countsLines = qobject_cast<QPlainTextEdit*>(&m_edit) != nullptr;
-        Move(*m_edit.verticalScrollBar(), lines,
-             countsLines ? 1 : m_edit.fontMetrics().lineSpacing());
+        if (qobject_cast<QPlainTextEdit*>(&m_edit))
+            m_edit.verticalScrollBar()->setValue(RowOfLine(FirstVisible() + lines));
+        else
+            Move(*m_edit.verticalScrollBar(), lines, m_edit.fontMetrics().lineSpacing());
         Move(*m_edit.horizontalScrollBar(), characters, m_edit.fontMetrics().averageCharWidth());
     }
     int FirstVisible() const override { return m_edit.cursorForPosition({0, 0}).blockNumber(); }
 
     bool CanUndo() const override { return m_document.isUndoAvailable(); }
     void Undo() override { m_edit.undo(); }
-    void ForgetUndo() override { m_document.clearUndoRedoStacks(); }
+    // The toolkit counts changes from the beginning of what can be undone.
+    void ForgetUndo() override {
+        const bool modified = m_document.isModified();
+        m_document.clearUndoRedoStacks();
+        m_document.setModified(!modified);
+        m_document.setModified(modified);
+    }
     void Copy() override { m_edit.copy(); }
     bool IsModified() const override { return m_document.isModified(); }
     void SetModified(bool modified) override { m_document.setModified(modified); }
@@ -146,6 +153,11 @@ public:
 
 private:
     static int Start(const QTextBlock& block) { return block.position() + block.blockNumber(); }
+    // A line may be wrapped to several rows.
+    int RowOfLine(int line) const {
+        const int last = m_document.blockCount() - 1;
+        return m_document.findBlockByNumber(std::clamp(line, 0, last)).firstLineNumber();
+    }
     static void Move(QScrollBar& bar, int count, int size) {
         bar.setValue(bar.value() + count * size);
     }

@@ -175,6 +175,14 @@ const BoxButton* PressedButton(UINT style, int pressed) {
     return nullptr;
 }
 
+// Of a box that went without an answer: what changes least.
+int AnswerOfNone(UINT style) {
+    const std::vector<BoxButton>& buttons = ButtonsOf(style);
+    if (const BoxButton* escape = EscapeButton(style)) return escape->answer;
+    return buttons.front().button == QMessageBox::Abort ? buttons.front().answer
+                                                        : buttons.back().answer;
+}
+
 int ShowNative(const BoxRequest& request) {
     // An owner that is freed while the box is open takes the box with it.
     const QPointer<Box> box(new Box(LiveOwner(request.owner), request));
@@ -188,7 +196,7 @@ int ShowNative(const BoxRequest& request) {
         answer = PressedButton(request.style, box->exec());
     while (!answer && box && !isOver && !box->HasEscape());
     delete box.data();
-    return answer ? answer->answer : ButtonsOf(request.style).back().answer;
+    return answer ? answer->answer : AnswerOfNone(request.style);
 }
 
 void AnswerRequest(void* argument) {

@@ -9,6 +9,7 @@
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QWheelEvent>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
 #include <QtWidgets/QStyleOption>
 
@@ -22,6 +23,11 @@ namespace {
 constexpr int kThickness = 17;
 constexpr char kWrapProperty[] = "wrap";
 constexpr char kHorizontalProperty[] = "horizontal";
+
+bool IsBehindModalWindow(const QWidget& view) {
+    const QWidget* modal = QApplication::activeModalWidget();
+    return modal && modal != view.window();
+}
 
 } // namespace
 
@@ -218,12 +224,14 @@ void SpinArrows::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
 }
 void SpinArrows::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::EnabledChange) LetGo();
+    if (event->type() == QEvent::EnabledChange || event->type() == QEvent::ActivationChange)
+        LetGo();
     QWidget::changeEvent(event);
 }
 
 void SpinArrows::timerEvent(QTimerEvent* event) {
     if (event->timerId() != m_repeat.timerId()) return QWidget::timerEvent(event);
+    if (IsBehindModalWindow(*this)) return LetGo(); // the release of the button went there
     m_repeat.start(style()->styleHint(QStyle::SH_SpinBox_ClickAutoRepeatRate), this);
     Step(m_held);
 }

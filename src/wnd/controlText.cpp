@@ -25,6 +25,7 @@ namespace {
 int s_programChanges = 0;
 
 constexpr char kLimitProperty[] = "textLimit";
+constexpr char kShrinksProperty[] = "textLimitShrinks";
 constexpr int kMostText = 32767; // what the toolkit allows a line
 
 // The toolkit cuts what does not fit, and forgets what can be undone when the limit is set.
@@ -33,6 +34,10 @@ void MakeRoom(QLineEdit& line, qsizetype length) {
     if (!limit.isValid()) return;
     const int room = std::max(limit.toInt(), static_cast<int>(length));
     if (room != line.maxLength()) line.setMaxLength(room);
+    if (room == limit.toInt() || line.property(kShrinksProperty).toBool()) return;
+    line.setProperty(kShrinksProperty, true);
+    QObject::connect(&line, &QLineEdit::textEdited, &line,
+                     [&line](const QString& text) { MakeRoom(line, text.size()); });
 }
 
 // Leading blanks and trailing text are allowed, as a control's number reads everywhere.
@@ -179,6 +184,12 @@ int TextLimit(const QLineEdit& line) {
     return limit.isValid() ? limit.toInt() : line.maxLength();
 }
 
+int SelectedEntry(const QComboBox& combo) {
+    const int index = combo.currentIndex();
+    const bool isTyped = combo.isEditable() && combo.currentText() != combo.itemText(index);
+    return isTyped ? -1 : index;
+}
+
 int ControlInteger(const QWidget& control) {
     if (const auto* button = qobject_cast<const QAbstractButton*>(&control))
         return CheckState(*button);
@@ -188,7 +199,7 @@ int ControlInteger(const QWidget& control) {
     if (const auto* bar = qobject_cast<const QProgressBar*>(&control)) return bar->value();
     if (const auto* spin = qobject_cast<const QSpinBox*>(&control)) return spin->value();
     if (const auto* combo = qobject_cast<const QComboBox*>(&control))
-        return combo->currentIndex() + 1;
+        return SelectedEntry(*combo) + 1;
     if (const auto* bar = qobject_cast<const QTabBar*>(&control)) return bar->currentIndex() + 1;
     if (const auto* tabs = qobject_cast<const QTabWidget*>(&control))
         return tabs->currentIndex() + 1;

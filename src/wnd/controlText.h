@@ -6,6 +6,7 @@
 #include <QtCore/QString>
 
 class QLineEdit;
+class QComboBox;
 class QWidget;
 
 namespace vm {
@@ -16,6 +17,9 @@ std::optional<QString> ControlText(const QWidget& control);
 /// False for a view that is no control with a text that can be set.
 bool SetControlText(QWidget& control, const QString& text);
 bool IsButton(const QWidget& control);
+
+/// -1 for none, also while another text than the entry's has been typed.
+int SelectedEntry(const QComboBox& combo);
 
 /// The check state (2: neither), the position, the current index plus 1 of a combo box, a list or
 /// tabs, or the text as a number.

@@ -94,14 +94,15 @@ public:
         Act();
     }
     void FocusLeft() {
-        if (!std::exchange(m_editing, false)) return;
-        Send(Plainly(&ControlActions::controlTextDidEndEditing));
+        if (!std::exchange(m_editing, false) || !m_receiver) return;
+        Tell(Plainly(&ControlActions::controlTextDidEndEditing)); // whoever moved the focus
     }
     bool IsEditing() const { return m_editing; }
     // Of arrows: false refuses.
     bool MayStep(int& delta) {
         bool may = true;
         Send([&](ControlActions& actions, QWidget* sender) {
+            may = false; // also when the handler throws
             may = actions.MaySpin(sender, delta);
         });
         return may;
@@ -120,7 +121,9 @@ private:
         return [method](ControlActions& actions, QWidget* sender) { (actions.*method)(sender); };
     }
     void Send(const std::function<void(ControlActions&, QWidget*)>& message) {
-        if (!m_receiver || ProgramChange::InProgress()) return;
+        if (m_receiver && !ProgramChange::InProgress()) Tell(message);
+    }
+    void Tell(const std::function<void(ControlActions&, QWidget*)>& message) {
         if (m_control->property(kReportsItselfProperty).toBool()) return;
         const HeldViews held; // the control goes on with its click or key
         AtEventBoundary([&] { message(*m_actions, m_control); });

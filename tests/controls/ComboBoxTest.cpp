@@ -114,12 +114,17 @@ TEST_F(ComboBox, TypingIsReportedAsInATextField) {
     QTest::keyClicks(native.lineEdit(), "al");
     EXPECT_THAT(Codes(), ElementsAre(EN_SETFOCUS, EN_UPDATE, EN_CHANGE, EN_UPDATE, EN_CHANGE));
     EXPECT_EQ(native.currentText(), "al") << "not completed";
+    EXPECT_EQ(combo.GetCurSel(), CB_ERR);
     QTest::keyClick(native.lineEdit(), Qt::Key_Return);
     EXPECT_THAT(Codes(), ElementsAre(EN_KILLFOCUS));
     EXPECT_EQ(combo.GetCount(), 1) << "Return adds nothing";
     QTest::keyClick(&native, Qt::Key_Down);
     EXPECT_THAT(Codes(), ElementsAre(CBN_SELCHANGE));
+    EXPECT_EQ(combo.GetCurSel(), 0);
     combo.SetWindowText("program");
+    EXPECT_EQ(combo.GetCurSel(), CB_ERR);
+    EXPECT_EQ(combo.DeleteString(0), 0);
+    EXPECT_EQ(native.currentText(), "program");
     EXPECT_THAT(Codes(), IsEmpty());
 }
 

@@ -155,6 +155,9 @@ TEST_F(Edit, TheLimitIsForTyping) {
         EXPECT_EQ(Text(), "longer than five");
         QTest::keyClicks(field, "!");
         EXPECT_EQ(Text(), "longer than five");
+        edit.SetSel(0, -1);
+        QTest::keyClicks(field, "1234567");
+        EXPECT_EQ(Text(), "12345") << "the room went with the text";
         edit.SetWindowText("ab");
         edit.SetSel(2, 2);
         QTest::keyClicks(field, "cdefg");

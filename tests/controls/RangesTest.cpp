@@ -54,6 +54,8 @@ TEST_F(Ranges, SliderPositionsAreThoseOfItsMessages) {
     EXPECT_EQ(slider.GetPos(), 9);
     QTest::keyClick(native, Qt::Key_PageDown);
     EXPECT_EQ(slider.GetPos(), 29);
+    slider.SetRange(0, 127);
+    EXPECT_EQ(slider.GetPos(), 29);
 
     CSliderCtrl across;
     native = qobject_cast<QSlider*>(Make(TBS_HORZ, kWide, across));

@@ -54,7 +54,7 @@ public:
     int SetItemDataPtr(int index, void* data);
 
     // The selection.
-    int GetCurSel() const; ///< CB_ERR for none
+    int GetCurSel() const; ///< CB_ERR for none, also when another text was typed
     /// CB_ERR, and nothing selected, for an index without an entry.
     int SetCurSel(int index);
     int SelectString(int after, const char* text); ///< what FindString finds; the same result
