@@ -1,5 +1,7 @@
 #include <vmcore/controls/CListBox.h>
 
+#include <strings.h>
+
 #include <algorithm>
 #include <cstring>
 
@@ -9,6 +11,7 @@
 
 #include "controls/listBoxEdit.h"
 #include "controls/listBoxTable.h"
+#include "controls/rowPlaces.h"
 #include "core/guard.h"
 #include "platform/messagebox.h"
 #include "wnd/nativeControl.h"
@@ -123,6 +126,10 @@ int CListBox::GetText(int index, CString& result) const {
     return found ? static_cast<int>(found->size()) : LB_ERR;
 }
 
+int CListBox::GetTextLen(int index) const {
+    return GetText(index, static_cast<char*>(nullptr));
+}
+
 DWORD_PTR CListBox::GetItemData(int index) const {
     const LBTableViewDelegate* rows = Rows();
     return rows && rows->Has(index) ? rows->data[static_cast<std::size_t>(index)] : 0;
@@ -148,6 +155,28 @@ int CListBox::FindStringExact(int start, const char* wanted) const {
     for (int row = 0; row < before; ++row)
         if (matches(row)) return row;
     return LB_ERR;
+}
+
+int CListBox::FindString(int start, const char* wanted) const {
+    const LBTableViewDelegate* rows = Rows();
+    if (!rows) return LB_ERR;
+    const char* const prefix = wanted ? wanted : "";
+    const std::size_t length = std::strlen(prefix);
+    const int count = rows->Count();
+    const int first = rows->Has(start) ? start + 1 : 0;
+    for (int i = 0; i < count; ++i) {
+        const int row = (first + i) % count;
+        if (strncasecmp(TextAt(rows, row)->c_str(), prefix, length) == 0) return row;
+    }
+    return LB_ERR;
+}
+
+int CListBox::GetItemRect(int index, RECT* rect) const {
+    const LBTableViewDelegate* rows = Rows();
+    const QRect place = rows ? vm::RowRect(rows->Table(), index) : QRect();
+    if (!rect || place.isNull()) return LB_ERR;
+    *rect = {place.left(), place.top(), place.left() + place.width(), place.top() + place.height()};
+    return 0;
 }
 
 int CListBox::SetItemHeight(int, UINT) {

@@ -1,5 +1,6 @@
 #include <vmcore/controls/CListCtrl.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include <QtWidgets/QTableView>
@@ -79,6 +80,7 @@ BOOL CListCtrl::Create(DWORD createStyle, const RECT& rect, CWnd* parent, UINT i
     auto* table = new vm::RowView;
     auto* rows = new vm::ListTable(table);
     rows->Rows().wnd = this;
+    if (createStyle & LVS_SINGLESEL) rows->SetMultiSelect(false);
     if (!vm::AdoptControl(*this, table, parent, rect, createStyle, id)) return FALSE;
     tableView = table;
     return TRUE;
@@ -112,6 +114,11 @@ BOOL CListCtrl::DeleteColumn(int column) {
 int CListCtrl::GetColumnWidth(int column) const {
     LCTableViewDelegate* rows = Rows();
     return rows ? rows->Table().ColumnWidth(column) : -1;
+}
+
+BOOL CListCtrl::SetColumnWidth(int column, int width) {
+    LCTableViewDelegate* rows = Rows();
+    return rows && rows->Table().SetColumnWidth(column, width);
 }
 
 int CListCtrl::InsertItem(const LVITEM* item) {
@@ -185,6 +192,31 @@ BOOL CListCtrl::GetItem(LVITEM* item) const {
 std::uintptr_t CListCtrl::GetItemData(int row) const {
     const LCTableViewDelegate* rows = Rows();
     return rows ? ValueAt(rows->data, row) : 0;
+}
+
+BOOL CListCtrl::SetItemData(int row, std::uintptr_t data) {
+    LCTableViewDelegate* rows = Rows();
+    if (!rows || row < 0 || row >= rows->Count()) return FALSE;
+    const vm::ProgramEdit edit(*rows);
+    rows->data[static_cast<std::size_t>(row)] = data;
+    Refresh();
+    return TRUE;
+}
+
+// The handler that answers may destroy the list.
+CString CListCtrl::GetItemText(int row, int subItem) const {
+    const LCTableViewDelegate* rows = Rows();
+    if (!rows || row < 0 || row >= rows->Count()) return {};
+    return rows->DisplayText(subItem, ValueAt(rows->data, row)).c_str();
+}
+
+int CListCtrl::GetItemText(int row, int subItem, char* buffer, int size) const {
+    if (!buffer || size <= 0) return 0;
+    const CString shown = GetItemText(row, subItem);
+    const int length = std::min(static_cast<int>(shown.GetLength()), size - 1);
+    std::memcpy(buffer, static_cast<const char*>(shown), static_cast<std::size_t>(length));
+    buffer[length] = '\0';
+    return length;
 }
 
 BOOL CListCtrl::SetItemText(int row, int, const char* itemText) {

@@ -1,6 +1,8 @@
 // The selection of a list.
 #include <vmcore/controls/CListCtrl.h>
 
+#include <iterator>
+
 #include <QtWidgets/QTableView>
 
 #include "controls/LCTableViewDelegate.h"
@@ -8,8 +10,21 @@
 #include "platform/messagebox.h"
 
 namespace {
+
 constexpr int kAllRows = -1;
+
+bool TakesOneRow(const QTableView& view) {
+    return view.selectionMode() == QAbstractItemView::SingleSelection;
 }
+
+// The first selected row from `row` on, or -1.
+int SelectedFrom(const std::map<int, int>& ranges, int row) {
+    auto range = ranges.upper_bound(row);
+    if (range != ranges.begin() && std::prev(range)->second >= row) return row;
+    return range == ranges.end() ? -1 : range->first;
+}
+
+} // namespace
 
 BOOL CListCtrl::SetItemState(int row, UINT state, UINT mask) {
     LCTableViewDelegate* rows = Rows();
@@ -18,9 +33,14 @@ BOOL CListCtrl::SetItemState(int row, UINT state, UINT mask) {
     const vm::ProgramEdit edit(*rows);
     vm::ListTable& table = rows->Table();
     table.NoteNumberOfRowsChanged(); // rows inserted while redrawing is off can be selected, too
+    const bool selects = (state & LVIS_SELECTED) != 0;
+    if (selects && TakesOneRow(*tableView)) {
+        if (row >= 0 && row < table.rowCount()) table.SelectOnly(row);
+        return TRUE;
+    }
     const int first = row == kAllRows ? 0 : row;
     const int last = row == kAllRows ? table.rowCount() - 1 : row;
-    table.SelectRows(first, last, (state & LVIS_SELECTED) != 0);
+    table.SelectRows(first, last, selects);
     return TRUE;
 }
 
@@ -58,4 +78,12 @@ int CListCtrl::GetNextSelectedItem(POSITION& position) const {
     const auto row = static_cast<int>(selected[position - 1]);
     position = position == selected.size() ? 0 : position + 1;
     return row;
+}
+
+int CListCtrl::GetNextItem(int row, UINT flags) const {
+    const LCTableViewDelegate* rows = Rows();
+    if (!rows || row < -1 || row >= rows->Count()) return -1;
+    const int next = row + 1;
+    if (flags & LVNI_SELECTED) return SelectedFrom(rows->Table().SelectedRanges(), next);
+    return next < rows->Count() ? next : -1;
 }

@@ -80,6 +80,28 @@ BOOL CTreeCtrl::EnsureVisible(HTREEITEM hItem) {
     return TRUE;
 }
 
+BOOL CTreeCtrl::GetItemRect(HTREEITEM hItem, RECT* rect, BOOL textOnly) const {
+    TCOutlineViewDataSource* items = Items();
+    CellData* node = vm::ItemOf(items, hItem);
+    const auto place = node && rect ? items->PlaceOf(node) : std::nullopt;
+    if (!place) return FALSE;
+    const QWidget& viewport = *tableView->viewport();
+    const QRect row(0, place->top(), viewport.width(), place->height());
+    const QRect inView = (textOnly ? *place : row).translated(viewport.pos());
+    *rect = {inView.left(), inView.top(), inView.right() + 1, inView.bottom() + 1};
+    return TRUE;
+}
+
+UINT CTreeCtrl::GetItemState(HTREEITEM hItem, UINT mask) const {
+    TCOutlineViewDataSource* items = Items();
+    CellData* node = vm::ItemOf(items, hItem);
+    if (!node) return 0;
+    UINT state = node->nState & ~(TVIS_SELECTED | TVIS_EXPANDED);
+    if (items->Selected() == node) state |= TVIS_SELECTED;
+    if (items->IsExpanded(node)) state |= TVIS_EXPANDED;
+    return state & mask;
+}
+
 CImageList* CTreeCtrl::SetImageList(CImageList* list, int code) {
     HIMAGELIST handle = list ? list->GetSafeHandle() : nullptr;
     if (code == TVSIL_STATE) stateImageList = handle;

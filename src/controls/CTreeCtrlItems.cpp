@@ -111,6 +111,25 @@ HTREEITEM CTreeCtrl::GetNextItem(HTREEITEM hItem, UINT code) const {
     return node && code == TVGN_NEXT ? items->Next(*node) : nullptr;
 }
 
+HTREEITEM CTreeCtrl::GetRootItem() const {
+    return GetChildItem(TVI_ROOT);
+}
+
+HTREEITEM CTreeCtrl::GetNextSiblingItem(HTREEITEM hItem) const {
+    return GetNextItem(hItem, TVGN_NEXT);
+}
+
+HTREEITEM CTreeCtrl::GetPrevSiblingItem(HTREEITEM hItem) const {
+    const TCOutlineViewDataSource* items = Items();
+    const CellData* node = vm::ItemOf(items, hItem);
+    return node ? items->Previous(*node) : nullptr;
+}
+
+UINT CTreeCtrl::GetCount() const {
+    const TCOutlineViewDataSource* items = Items();
+    return items ? static_cast<UINT>(items->Count()) : 0;
+}
+
 BOOL CTreeCtrl::ItemHasChildren(HTREEITEM hItem) const {
     const CellData* node = vm::ItemOf(Items(), hItem);
     return node && node->numberOfChildren() > 0;
@@ -133,6 +152,12 @@ BOOL CTreeCtrl::SetItemText(HTREEITEM hItem, const char* itemText) {
 std::uintptr_t CTreeCtrl::GetItemData(HTREEITEM hItem) const {
     const CellData* node = vm::ItemOf(Items(), hItem);
     return node ? node->data : 0;
+}
+
+BOOL CTreeCtrl::SetItemData(HTREEITEM hItem, std::uintptr_t data) {
+    CellData* node = vm::ItemOf(Items(), hItem);
+    if (node) node->data = data;
+    return node != nullptr;
 }
 
 BOOL CTreeCtrl::SetCheck(HTREEITEM hItem, int check) {

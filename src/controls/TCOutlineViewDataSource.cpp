@@ -1,5 +1,6 @@
 #include "controls/TCOutlineViewDataSource.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QtCore/QItemSelectionModel>
@@ -122,6 +123,12 @@ CellData* TCOutlineViewDataSource::Next(const CellData& node) const {
     return above ? above->childAtIndex(above->hChildItems->IndexOf(node) + 1) : nullptr;
 }
 
+CellData* TCOutlineViewDataSource::Previous(const CellData& node) const {
+    const CellData* above = RowAbove(node);
+    const std::size_t index = above ? above->hChildItems->IndexOf(node) : 0;
+    return index > 0 ? above->childAtIndex(index - 1) : nullptr;
+}
+
 CellData* TCOutlineViewDataSource::Selected() const {
     const QItemSelection selection = m_view->selectionModel()->selection();
     return selection.isEmpty() ? nullptr : NodeOf(selection.first().topLeft());
@@ -157,6 +164,18 @@ void TCOutlineViewDataSource::Expand(CellData* node, bool expand) {
     if (m_view->isExpanded(index) == expand) return;
     LayOutAnew();
     m_view->setExpanded(index, expand);
+}
+
+bool TCOutlineViewDataSource::IsExpanded(CellData* node) {
+    Settle();
+    return m_view->isExpanded(IndexOf(node));
+}
+
+std::optional<QRect> TCOutlineViewDataSource::PlaceOf(CellData* node) {
+    if (!IsShown(*node)) return {};
+    QRect place = m_view->visualRect(IndexOf(node));
+    place.setWidth(std::min(place.width(), m_view->WidthOf(IndexOf(node))));
+    return place;
 }
 
 void TCOutlineViewDataSource::ScrollTo(CellData* node) {

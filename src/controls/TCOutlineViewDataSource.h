@@ -4,10 +4,12 @@
 // view may still name them.
 #pragma once
 
+#include <optional>
 #include <unordered_set>
 #include <vector>
 
 #include <QtCore/QAbstractItemModel>
+#include <QtCore/QRect>
 
 #include <vmcore/controls/CTreeCtrl.h>
 
@@ -42,11 +44,16 @@ public:
     void Remove(CellData* node);        ///< not the top row
     void RemoveAll();                   ///< and a new top row
     CellData* Next(const CellData& node) const;
+    CellData* Previous(const CellData& node) const;
+    std::size_t Count() const { return m_live.size() - 1; } ///< without the top row
 
     // The view.
     CellData* Selected() const;
     void Select(CellData* node);
     void Expand(CellData* node, bool expand);
+    bool IsExpanded(CellData* node);
+    /// In the viewport: image and text. Nothing while it is in a collapsed one.
+    std::optional<QRect> PlaceOf(CellData* node);
     void ScrollTo(CellData* node); ///< when it is shown
     void Redraw();                 ///< texts, check boxes
     void LayOutAnew();             ///< soon; the height of rows may have changed

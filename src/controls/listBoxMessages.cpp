@@ -1,31 +1,10 @@
 #include "controls/listBoxMessages.h"
 
-#include <strings.h>
-
-#include <cstring>
-
 #include <QtWidgets/QTableView>
 
 #include "controls/listBoxTable.h"
 
 namespace vm {
-namespace {
-
-// The first row behind `after`, at the end on from the top, that begins with `prefix`.
-int FindPrefix(const LBTableViewDelegate& rows, int after, const char* prefix) {
-    const int count = rows.Count();
-    const int start = rows.Has(after) ? after + 1 : 0;
-    const std::size_t length = std::strlen(prefix);
-    for (int i = 0; i < count; ++i) {
-        const int row = (start + i) % count;
-        const std::string& text = rows.strings[static_cast<std::size_t>(row)];
-        if (strncasecmp(text.c_str(), prefix, length) == 0) return row;
-    }
-    return LB_ERR;
-}
-
-} // namespace
-
 // Not attached, which would bind the view anew.
 TransientListBox::TransientListBox(QWidget& view) {
     m_box.view = &view;
@@ -39,8 +18,7 @@ TransientListBox::~TransientListBox() {
 }
 
 LRESULT SendToListBox(QWidget& view, UINT message, WPARAM wParam, LPARAM lParam) {
-    ListBoxTable* table = ListBoxTable::Of(&view);
-    if (!table) return LB_ERR;
+    if (!ListBoxTable::Of(&view)) return LB_ERR;
     TransientListBox box(view);
     const int index = static_cast<int>(wParam);
     auto* text = reinterpret_cast<char*>(lParam);
@@ -62,9 +40,9 @@ LRESULT SendToListBox(QWidget& view, UINT message, WPARAM wParam, LPARAM lParam)
     case LB_GETTEXT:
         return box->GetText(index, text);
     case LB_GETTEXTLEN:
-        return box->GetText(index, static_cast<char*>(nullptr));
+        return box->GetTextLen(index);
     case LB_FINDSTRING:
-        return FindPrefix(table->Rows(), index, text ? text : "");
+        return box->FindString(index, text);
     case LB_SELECTSTRING:
         return box->SelectString(index, text);
     default:

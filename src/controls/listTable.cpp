@@ -98,6 +98,13 @@ int ListTable::ColumnWidth(int number) const {
     return section < 0 ? -1 : View()->columnWidth(section);
 }
 
+bool ListTable::SetColumnWidth(int number, int width) {
+    const int section = SectionOf(number);
+    if (section < 0) return false;
+    View()->setColumnWidth(section, std::clamp(width, kMinimumColumnWidth, kMaximumColumnWidth));
+    return true;
+}
+
 int ListTable::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : std::max(1, static_cast<int>(m_columns.size()));
 }

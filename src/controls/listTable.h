@@ -21,7 +21,8 @@ public:
     // Columns go by the number given to them; of two with one number the first counts.
     int AppendColumn(int number, const QString& heading, int width); ///< the index
     void RemoveColumn(int number);
-    int ColumnWidth(int number) const; ///< -1 for none
+    int ColumnWidth(int number) const;          ///< -1 for none
+    bool SetColumnWidth(int number, int width); ///< within the limits; false for none
 
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;

@@ -13,6 +13,7 @@ public:
     void doItemsLayout() override;
     /// The column of the texts is as wide as what of them is in sight, at least as the view leaves.
     void updateGeometries() override;
+    int WidthOf(const QModelIndex& index) const { return sizeHintForIndex(index).width(); }
     /// From now on expanding and collapsing cost nothing until the layout.
     void LayOutLater() { scheduleDelayedItemsLayout(); }
 };

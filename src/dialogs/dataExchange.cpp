@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QTableView>
 
 #include <vmcore/app/messages.h>
@@ -19,6 +20,7 @@
 #include "core/log.h"
 #include "wnd/CWndNSView.h"
 #include "wnd/controlText.h"
+#include "wnd/radioButtons.h"
 #include "wnd/views.h"
 
 namespace {
@@ -114,6 +116,17 @@ void DDX_Check(CDataExchange* pDX, int nIDC, int& value) {
 void DDX_Check(CDataExchange* pDX, int nIDC, BOOL& value) {
     ExchangeInteger(pDX, nIDC, value);
 }
+
+void DDX_Radio(CDataExchange* pDX, int nIDC, int& value) {
+    const auto* first = qobject_cast<QAbstractButton*>(ItemView(pDX, nIDC));
+    const auto buttons = first ? vm::RadioButtonsFrom(*first) : QList<QAbstractButton*>();
+    if (buttons.isEmpty()) return;
+    if (pDX->m_bSaveAndValidate)
+        value = vm::IndexOfChecked(buttons);
+    else
+        vm::CheckOnly(buttons, buttons.value(value));
+}
+
 void DDX_Slider(CDataExchange* pDX, int nIDC, int& value) {
     ExchangeInteger(pDX, nIDC, value);
 }

@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include <vmcore/gdi/CBitmap.h>
+
 #include "gdi/imageList.h"
 #include "gdi/imageOwners.h"
 #include "platform/Image.h"
@@ -52,6 +54,24 @@ BOOL ImageList_Destroy(HIMAGELIST list) {
 
 CImageList::~CImageList() {
     ImageList_Destroy(m_hImageList);
+}
+
+BOOL CImageList::Create(int width, int height, unsigned int flags, int initial, int grow) {
+    DeleteImageList();
+    return Attach(ImageList_Create(width, height, flags, initial, grow));
+}
+
+int CImageList::Add(const CBitmap* bitmap, const CBitmap*) {
+    HBITMAP const handle = bitmap ? static_cast<HBITMAP>(*bitmap) : nullptr;
+    return handle ? ImageList_Add(m_hImageList, handle, nullptr) : -1;
+}
+
+int CImageList::Add(const CBitmap* bitmap, COLORREF) {
+    return Add(bitmap);
+}
+
+BOOL CImageList::DeleteImageList() {
+    return ImageList_Destroy(Detach());
 }
 
 BOOL CImageList::Attach(HIMAGELIST list) {

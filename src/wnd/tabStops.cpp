@@ -2,9 +2,10 @@
 
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAbstractSpinBox>
-#include <QtWidgets/QButtonGroup>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
+
+#include "wnd/radioButtons.h"
 
 namespace vm {
 namespace {
@@ -28,18 +29,6 @@ void SelectTextOf(QWidget& field) {
     if (combo && combo->lineEdit()) combo->lineEdit()->selectAll();
 }
 
-QList<QAbstractButton*> GroupOf(const QAbstractButton& button) {
-    if (const QButtonGroup* group = button.group())
-        return group->exclusive() ? group->buttons() : QList<QAbstractButton*>();
-    QList<QAbstractButton*> buttons;
-    if (!button.autoExclusive() || !button.parentWidget()) return buttons;
-    for (QObject* child : button.parentWidget()->children()) {
-        auto* other = qobject_cast<QAbstractButton*>(child);
-        if (other && other->autoExclusive() && !other->group()) buttons += other;
-    }
-    return buttons;
-}
-
 } // namespace
 
 void FocusFirstTabStop(QWidget& view) {
@@ -50,7 +39,7 @@ void FocusFirstTabStop(QWidget& view) {
 }
 
 void LeadTabTo(QAbstractButton& button) {
-    for (QAbstractButton* other : GroupOf(button)) {
+    for (QAbstractButton* other : RadioGroupOf(button)) {
         const int policy = other->focusPolicy() & ~Qt::TabFocus;
         other->setFocusPolicy(
             static_cast<Qt::FocusPolicy>(other == &button ? policy | Qt::TabFocus : policy));

@@ -32,6 +32,11 @@ class QTableView;
 // Styles of a list box.
 constexpr DWORD LBS_HASSTRINGS = 0x00200000;  ///< without it every string is kept as an empty one
 constexpr DWORD LBS_MULTIPLESEL = 0x00400000; ///< SelectString refuses to work
+/// The same: several rows are selected with Shift and Ctrl in either.
+constexpr DWORD LBS_EXTENDEDSEL = LBS_MULTIPLESEL;
+constexpr DWORD LBS_NOTIFY = 0;           ///< always so
+constexpr DWORD LBS_NOINTEGRALHEIGHT = 0; ///< always so
+constexpr DWORD LBS_SORT = 0; ///< ignored: a list box is never sorted, add the strings in order
 
 class VM_API CListBox : public CWnd {
 public:
@@ -56,11 +61,15 @@ public:
     /// The length; there is no limit to what is written. Without such a row LB_ERR and an empty text.
     int GetText(int index, char* buffer) const;
     int GetText(int index, CString& text) const;
+    int GetTextLen(int index) const;
     DWORD_PTR GetItemData(int index) const;     ///< 0 when there is no such row, or no view
     int SetItemData(int index, DWORD_PTR data); ///< 1; 0 when there is no such row, or no view
     /// The first row behind `start`, then on from the top but never `start` itself, with just this
     /// text in whatever case; LB_ERR for none.
     int FindStringExact(int start, const char* text) const;
+    /// The first row behind `start` (from the top when there is no such row), then on from the top up to
+    /// `start` itself, that begins with this text in whatever case; LB_ERR for none.
+    int FindString(int start, const char* text) const;
 
     int GetCurSel() const;       ///< the row selected last, -1 for none
     int SetCurSel(int index);    ///< this row alone, or none for -1; `index`
@@ -75,9 +84,11 @@ public:
     /// returns LB_ERR whether there is one or not: hosts rely on both.
     int SelectString(int start, const char* text);
 
-    int GetTopIndex() const;                       ///< the selected row
-    int SetTopIndex(int index);                    ///< brings the row into view; `index`
-    int SetItemHeight(int index, UINT height);     ///< 1; ignored
+    int GetTopIndex() const;                   ///< the selected row
+    int SetTopIndex(int index);                ///< brings the row into view; `index`
+    int SetItemHeight(int index, UINT height); ///< 1; ignored
+    /// 0; the row in the client area of the list box, above or below it when it is scrolled out of sight.
+    int GetItemRect(int index, RECT* rect) const;
     int Dir(UINT attributes, const char* pattern); ///< not supported: LB_ERR
     void SetTabStops();                            ///< not supported: a message box says so
     BOOL SetTabStops(const int& each);             ///< the same; FALSE

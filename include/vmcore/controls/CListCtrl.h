@@ -35,7 +35,9 @@
 // thread only.
 #pragma once
 
+#include <vmcore/core/CString.h>
 #include <vmcore/core/export.h>
+#include <vmcore/core/geometry.h>
 #include <vmcore/core/position.h>
 #include <vmcore/core/types.h>
 #include <vmcore/wnd/CWnd.h>
@@ -49,6 +51,30 @@ struct LV_DISPTEXT {
     std::uintptr_t itemData; ///< of the row
     char text[256];
 };
+
+// Styles of a list.
+constexpr DWORD LVS_SINGLESEL = 0x00400000; ///< one row at most is selected, by whomever
+constexpr DWORD LVS_REPORT = 0;             ///< always so
+constexpr DWORD LVS_SHOWSELALWAYS = 0;      ///< always so
+
+// A column's format: texts are always at the left.
+constexpr int LVCFMT_LEFT = 0;
+constexpr int LVCFMT_RIGHT = 0;  ///< ignored
+constexpr int LVCFMT_CENTER = 0; ///< ignored
+
+// A column record's mask, which is ignored: give both the text and the width.
+constexpr UINT LVCF_TEXT = 0;
+constexpr UINT LVCF_WIDTH = 0;
+constexpr UINT LVCF_FMT = 0;     ///< the format is not used
+constexpr UINT LVCF_SUBITEM = 0; ///< nor is the number of the subitem
+
+enum : UINT { LVNI_ALL = 0, LVNI_SELECTED = 0x2 }; ///< of GetNextItem
+
+/// Of GetItemRect. Lists show no icons: LVIR_ICON is an empty rectangle at the row's left.
+enum : UINT { LVIR_BOUNDS = 0, LVIR_ICON = 1, LVIR_LABEL = 2, LVIR_SELECTBOUNDS = 3 };
+
+/// Of HitTest: beside the cells, or on one of them, whatever its column.
+enum : UINT { LVHT_NOWHERE = 0x1, LVHT_ONITEMLABEL = 0x4, LVHT_ONITEM = 0xE };
 
 enum : UINT {
     LVIF_PARAM = 0x1, ///< the record's lParam counts
@@ -82,6 +108,15 @@ struct tagLVCOLUMN {
 using LVCOLUMN = tagLVCOLUMN;
 using LV_COLUMN = tagLVCOLUMN;
 
+struct tagLVHITTESTINFO {
+    tagPOINT pt; ///< in the client area of the list
+    UINT flags;  ///< filled: LVHT_NOWHERE or LVHT_ONITEMLABEL
+    int iItem;   ///< filled: the row, or -1
+    int iSubItem;
+};
+using LVHITTESTINFO = tagLVHITTESTINFO;
+using LV_HITTESTINFO = tagLVHITTESTINFO;
+
 /// Notification codes.
 enum : UINT {
     LVN_ITEMCHANGED = 128, ///< the selection changed
@@ -109,7 +144,8 @@ class VM_API CListCtrl : public CWnd {
 public:
     CListCtrl();
     using CWnd::Create;
-    /// Makes the table as a child of the parent. FALSE when the parent has no view.
+    /// Makes the table as a child of the parent. LVS_SINGLESEL counts here. FALSE when the parent has
+    /// no view.
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
 
     /// Always appends, whatever `column` is; `column` is the number that WM_GETDISPLAYTEXT gives
@@ -119,6 +155,8 @@ public:
     int InsertColumn(int column, const LVCOLUMN* record);
     BOOL DeleteColumn(int column);        ///< TRUE, also when there is no such column
     int GetColumnWidth(int column) const; ///< -1 when there is no such column
+    /// Kept between 4 and 400. FALSE when there is no such column.
+    BOOL SetColumnWidth(int column, int width);
 
     /// The new row's index. Appends from the end on. Inserting in front of a row without LVIF_TEXT
     /// adds no text of the row's own, so that GetItemCount does not grow: hosts rely on both.
@@ -134,10 +172,17 @@ public:
 
     BOOL GetItem(LVITEM* item) const; ///< pszText is filled without a bound
     std::uintptr_t GetItemData(int row) const;
+    BOOL SetItemData(int row, std::uintptr_t data); ///< FALSE when there is no such row
+    /// What WM_GETDISPLAYTEXT answers for the row and the column `subItem`, which need not have been
+    /// inserted; empty when there is no such row. The row's own text is GetItem's.
+    CString GetItemText(int row, int subItem) const;
+    /// The length of what fits into `size` bytes, of which the last is the end.
+    int GetItemText(int row, int subItem, char* text, int size) const;
     /// Sets the row's own text, whatever `subItem` is.
     BOOL SetItemText(int row, int subItem, const char* text);
     /// Selects (adding to the selection) or deselects a row, or all with -1. Only LVIS_SELECTED
-    /// counts; no notification is sent.
+    /// counts; no notification is sent. With LVS_SINGLESEL the row takes the selection over, and
+    /// selecting all changes nothing.
     BOOL SetItemState(int row, UINT state, UINT mask);
     BOOL SetItemState(int row, const LVITEM* item); ///< not supported: a message box says so
     UINT GetItemState(int row, UINT mask) const;
@@ -145,6 +190,19 @@ public:
     /// The iteration is shared by all lists: finish one before starting another.
     POSITION GetFirstSelectedItemPosition() const;
     int GetNextSelectedItem(POSITION& position) const; ///< -1 past the end
+
+    /// The first row behind `row` (from the top: -1), with LVNI_SELECTED the first that is selected;
+    /// -1 for none.
+    int GetNextItem(int row, UINT flags) const;
+
+    // Where rows are, in the client area of the list, of which its header is the upper end.
+    int GetTopIndex() const; ///< the first row in sight, also one of which a part is; 0 for none
+    int GetCountPerPage() const; ///< how many rows there is room for, as a whole; 0
+    /// A row scrolled out of sight is above or below. FALSE without such a row, and for other codes.
+    BOOL GetItemRect(int row, RECT* rect, UINT code) const;
+    /// The row at a point of the client area; -1 beside the cells, and on the header.
+    int HitTest(CPoint point, UINT* flags = nullptr) const;
+    int HitTest(LVHITTESTINFO* info) const; ///< iSubItem stays
 
     BOOL RedrawItems(int first, int last);
     BOOL EnsureVisible(int row, BOOL partialOK);

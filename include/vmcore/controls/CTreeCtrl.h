@@ -52,6 +52,13 @@ inline constexpr HTREEITEM TVI_LAST = nullptr;
 /// A style: a second column, 80 wide, with a check box for every row.
 inline constexpr DWORD TVS_CHECKBOXES = 0x00400000;
 
+constexpr DWORD TVS_HASBUTTONS = 0;    ///< always so
+constexpr DWORD TVS_LINESATROOT = 0;   ///< always so
+constexpr DWORD TVS_HASLINES = 0;      ///< always so, in themes that draw lines
+constexpr DWORD TVS_SHOWSELALWAYS = 0; ///< always so
+
+enum : UINT { TVIS_SELECTED = 0x2, TVIS_EXPANDED = 0x20 }; ///< of GetItemState
+
 enum : UINT {
     TVIF_PARAM = 0x1, ///< the record's lParam counts
     TVIF_IMAGE = 0x2,
@@ -141,10 +148,17 @@ public:
     HTREEITEM GetChildItem(HTREEITEM hItem) const;           ///< the first; of the top row for null
     HTREEITEM GetNextItem(HTREEITEM hItem, UINT code) const; ///< TVGN_NEXT: the next sibling
     BOOL ItemHasChildren(HTREEITEM hItem) const;
+    HTREEITEM GetRootItem() const; ///< the first item below the top row
+    HTREEITEM GetNextSiblingItem(HTREEITEM hItem) const;
+    HTREEITEM GetPrevSiblingItem(HTREEITEM hItem) const;
+    UINT GetCount() const; ///< all items, shown or not, without the top row
 
     CString GetItemText(HTREEITEM hItem) const;
     BOOL SetItemText(HTREEITEM hItem, const char* text);
     std::uintptr_t GetItemData(HTREEITEM hItem) const;
+    BOOL SetItemData(HTREEITEM hItem, std::uintptr_t data); ///< FALSE for null
+    /// TVIS_SELECTED and TVIS_EXPANDED as the user sees them, the other bits as they were inserted.
+    UINT GetItemState(HTREEITEM hItem, UINT mask) const;
     /// FALSE, and nothing stored, without the style TVS_CHECKBOXES. Clicks of the user store 1 or 0 and
     /// are sent as TVN_CHECKCHANGED.
     BOOL SetCheck(HTREEITEM hItem, int check = 1);
@@ -160,6 +174,10 @@ public:
     BOOL Expand(HTREEITEM hItem, UINT code);
     /// TRUE. Nothing happens while an item that it is in is collapsed.
     BOOL EnsureVisible(HTREEITEM hItem);
+    /// The item's row in the client area of the tree, as wide as that is, or with `textOnly` only its
+    /// image and text. A row scrolled out of sight is above or below. FALSE while an item that it is in
+    /// is collapsed.
+    BOOL GetItemRect(HTREEITEM hItem, RECT* rect, BOOL textOnly) const;
 
     /// TVSIL_NORMAL: every row shows the image of its item in front of the text. The list stays the
     /// caller's; once it is destroyed no images are shown. Other codes than TVSIL_NORMAL show

@@ -3,6 +3,8 @@
 // plain SIZE; there is no CSize.
 #pragma once
 
+#include <cstdint>
+
 #include <vmcore/core/export.h>
 #include <vmcore/core/types.h>
 
@@ -71,6 +73,10 @@ public:
         return static_cast<int>(static_cast<UINT>(bottom) - static_cast<UINT>(top));
     }
     tagSIZE Size() const { return {Width(), Height()}; }
+    CPoint CenterPoint() const {
+        return {static_cast<int>((std::int64_t{left} + right) / 2),
+                static_cast<int>((std::int64_t{top} + bottom) / 2)};
+    }
 
     /// The corner of the rectangle on which this function was first called in the process, for
     /// every rectangle from then on. Hosts keep that first answer as a fixed reference corner; for

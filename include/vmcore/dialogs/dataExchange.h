@@ -32,6 +32,12 @@ VM_API void DDX_Check(CDataExchange* pDX, int nIDC, int& value);
 VM_API void DDX_Check(CDataExchange* pDX, int nIDC, BOOL& value);
 VM_API void DDX_Slider(CDataExchange* pDX, int nIDC, int& value);
 
+/// Which radio button of a group is on, counted from 0 at the item, which is the first of them: the others
+/// are those that exclude it (beside it in an interface file; from a WS_GROUP to the next for CButton), in
+/// the order of their IDs. -1 for none; any other number without a button also puts them all off. Nothing
+/// is done when the item is no radio button.
+VM_API void DDX_Radio(CDataExchange* pDX, int nIDC, int& value);
+
 // The control's text. Numbers are read as far as they go, from at most 255 characters.
 VM_API void DDX_Text(CDataExchange* pDX, int nIDC, BYTE& value);
 VM_API void DDX_Text(CDataExchange* pDX, int nIDC, SHORT& value);

@@ -235,6 +235,10 @@ public:
     void SetDlgItemInt(int id, UINT value, BOOL isSigned = TRUE);
     void CheckDlgButton(int id, UINT state);
     UINT IsDlgButtonChecked(int id); ///< 0 when absent
+    /// Of the radio buttons with these IDs, `check` is on and the others are off; all are off when it is
+    /// none of them.
+    void CheckRadioButton(int first, int last, int check);
+    int GetCheckedRadioButton(int first, int last) const; ///< its ID; 0 for none
     /// WM_SETTEXT (1), WM_GETTEXT (the length of the whole text) and the BM_, LB_, CB_ and EM_ groups
     /// act on the control; 0 without it. EM_LIMITTEXT and any other message is reported in a message box that names the
     /// item, and forwarded to the WindowProc of the item's object.
@@ -265,6 +269,10 @@ public:
     /// Puts a child below `insertAfter`. A top-level window comes to the front with `insertAfter` in
     /// front of it: the desktop puts no window below another that stays where it is.
     BOOL SetWindowPos(const CWnd* insertAfter, int x, int y, int cx, int cy, UINT flags);
+    /// Moves the window over the middle of `other`: without one a child over that of its parent, a
+    /// top-level window over that of the window that it was made for, or of the screen when there is none
+    /// in sight. A top-level window stays within the screen, without the desktop's panels.
+    void CenterWindow(const CWnd* other = nullptr);
     void ClientToScreen(POINT* point) const;
     void ClientToScreen(RECT* rect) const;
     void ScreenToClient(POINT* point) const;
