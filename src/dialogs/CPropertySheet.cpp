@@ -72,9 +72,13 @@ BOOL CPropertySheet::Create(CWnd* parent, DWORD newStyle, DWORD newExStyle) {
     exStyle = newExStyle;
     if (!CWnd::Create("", m_caption, newStyle & ~DWORD{WS_VISIBLE}, RECT{0, 0, 1, 1}, parent, 0))
         return FALSE;
-    if (!m_pages->Fill(*view, false)) return DestroyWindow(), FALSE;
-    const QSize size = view->minimumSizeHint();
+    const std::shared_ptr<vm::Sheet> pages = m_pages;
     const QPointer<QWidget> own = view;
+    if (!pages->Fill(*own, false)) {
+        if (own && pages->HasOwner() && view == own) DestroyWindow();
+        return FALSE;
+    }
+    const QSize size = view->minimumSizeHint();
     MoveWindow(0, 0, size.width(), size.height());
     if (own) WindowProc(WM_INITDIALOG, 0, 0);
     if (!own || !vm::IsLiveView(own)) return FALSE;

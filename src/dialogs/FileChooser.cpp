@@ -4,7 +4,6 @@
 #include <cstring>
 #include <filesystem>
 
-#include <QtCore/QDir>
 #include <QtCore/QFile>
 
 #include <vmcore/app/messages.h>
@@ -12,9 +11,11 @@
 
 #include "core/macroman.h"
 #include "dialogs/chosenFiles.h"
+#include "dialogs/shownPath.h"
 #include "dialogs/toolkitDialog.h"
 #include "platform/eventboundary.h"
 #include "platform/messagebox.h"
+#include "platform/runloop.h"
 
 namespace fs = std::filesystem;
 
@@ -40,26 +41,14 @@ std::string Translated(const char* name) {
 
 std::string StartFolder(const OPENFILENAME& record) {
     const std::string suggested = Translated(record.lpstrFile);
-    for (const std::string& folder :
-         {std::string(FolderOf(suggested)), Translated(record.lpstrInitialDir),
+    const std::string folder(FolderOf(suggested));
+    // After a choice of several files the record begins with their folder.
+    for (const std::string& start :
+         {folder.empty() ? folder : suggested, folder, Translated(record.lpstrInitialDir),
           std::string(CurrentDirectory)})
-        if (!folder.empty() && IsFolder(folder)) return folder;
+        if (!start.empty() && IsFolder(start)) return start;
     std::error_code ignored;
     return fs::current_path(ignored).string();
-}
-
-// The bytes of a name that the toolkit shows: those of a file whose name is in no encoding are lost
-// in its text, and are looked for in the folder.
-std::string BytesOf(const QString& path) {
-    const std::string bytes = QFile::encodeName(QDir::cleanPath(path)).toStdString();
-    if (!path.contains(QChar::ReplacementCharacter) || Exists(bytes)) return bytes;
-    const std::string folder(FolderOf(bytes));
-    const QString name = path.mid(path.lastIndexOf(u'/') + 1);
-    std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error))
-        if (QFile::decodeName(entry.path().filename().c_str()) == name)
-            return entry.path().string();
-    return bytes;
 }
 
 } // namespace
@@ -110,7 +99,7 @@ void FileChooser::accept() {
     AtEventBoundary([&] { taken = Takes(); });
     if (!alive) return;
     if (taken) return QDialog::accept();
-    if (!testAttribute(Qt::WA_DontShowOnScreen) || result() == Accepted) return;
+    if (!testAttribute(Qt::WA_DontShowOnScreen) || result() == Accepted || LoopsAreEnding()) return;
     hide();
     show();
 }
@@ -118,13 +107,13 @@ void FileChooser::accept() {
 bool FileChooser::Navigates() const {
     const QStringList files = selectedFiles();
     return files.empty() || std::any_of(files.begin(), files.end(), [](const QString& file) {
-               return IsFolder(BytesOf(file));
+               const std::optional<std::string> path = PathShownAs(file);
+               return path && IsFolder(*path);
            });
 }
 
 // What is typed without an extension gets one, but for a file that has none.
-std::string FileChooser::PathOf(const QString& file) const {
-    const std::string path = BytesOf(file);
+std::string FileChooser::Completed(const std::string& path) const {
     if (!m_record.lpstrDefExt || (m_isOpening && Exists(path))) return path;
     const DWORD filter = FilterIndex();
     std::string extension = filter ? ExtensionOf(m_filters[filter - 1]) : std::string();
@@ -135,7 +124,9 @@ std::string FileChooser::PathOf(const QString& file) const {
 bool FileChooser::Takes() {
     m_chosen.clear();
     for (const QString& file : selectedFiles()) {
-        const std::string path = m_isOpening ? PathOf(file) : SavedAs(PathOf(file));
+        const std::optional<std::string> shown = PathShownAs(file);
+        if (!shown) return Refuse(file.toStdString(), "Several files are shown under this name.");
+        const std::string path = m_isOpening ? Completed(*shown) : SavedAs(Completed(*shown));
         if (!Takes(path)) return false;
         m_chosen.push_back(path);
     }
@@ -165,15 +156,18 @@ bool FileChooser::Refuse(const std::string& path, const char* why) {
 
 namespace {
 
-// False when the buffer cannot hold it.
+// False when the buffer cannot hold it. The zero after the last name is for those who walk a list: in
+// a buffer for one path of the greatest length there is no place for it.
 bool Deliver(OPENFILENAME& record, const std::string& list) {
-    if (list.size() > record.nMaxFile) {
-        const WORD needed = static_cast<WORD>(std::min<std::size_t>(list.size(), 0xFFFF));
+    const bool mayBeList = record.Flags & OFN_ALLOWMULTISELECT;
+    const std::size_t least = mayBeList ? list.size() : list.size() - 1;
+    if (least > record.nMaxFile) {
+        const WORD needed = static_cast<WORD>(std::min<std::size_t>(least, 0xFFFF));
         if (record.nMaxFile >= sizeof needed) std::memcpy(record.lpstrFile, &needed, sizeof needed);
         SetDialogError(FNERR_BUFFERTOOSMALL);
         return false;
     }
-    std::memcpy(record.lpstrFile, list.data(), list.size());
+    std::memcpy(record.lpstrFile, list.data(), std::min<std::size_t>(list.size(), record.nMaxFile));
     return true;
 }
 

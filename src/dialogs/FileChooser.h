@@ -28,7 +28,7 @@ private:
     void Suggest();
     bool Navigates() const;
     bool Takes();
-    std::string PathOf(const QString& file) const;
+    std::string Completed(const std::string& path) const;
     /// After the message or question that stands between the user and this file.
     bool Takes(const std::string& path);
     bool Refuse(const std::string& path, const char* why);

@@ -56,6 +56,8 @@ void Sheet::Add(CPropertyPage& page) {
     m_pages.push_back({&page, nullptr, nullptr, false, false});
     page.m_sheet = m_owner;
     if (!m_pane) return;
+    const std::shared_ptr<Sheet> self = shared_from_this();
+    const DelayedMessageBoxes boxes; // shown last: anything may happen while one is open
     Load(m_pages.back());
     UpdateButtons();
     if (!m_owner->nsWindow) return;
@@ -143,8 +145,7 @@ void Sheet::Load(Page& entry) {
                        MB_OKCANCEL);
 }
 
-bool Sheet::Fill(QWidget& root, bool hasButtons) {
-    DropPages();
+void Sheet::MakePane(QWidget& root, bool hasButtons) {
     SheetLook look;
     look.hasTabs = !IsWizard();
     if (hasButtons) look.buttons = ButtonCommands();
@@ -154,12 +155,20 @@ bool Sheet::Fill(QWidget& root, bool hasButtons) {
         if (!Activate(index) && m_pane && m_active) m_pane->Show(IndexOf(m_active));
     };
     m_pane->onStep = [this](int step) { Step(step); };
-    bool isLoaded = false;
-    for (Page& entry : m_pages) {
-        Load(entry);
-        isLoaded |= entry.view != nullptr;
+}
+
+bool Sheet::Fill(QWidget& root, bool hasButtons) {
+    DropPages();
+    const Asking asking(*this);
+    {
+        // In a box's loop pages may come and go, and the sheet be deleted.
+        const DelayedMessageBoxes boxes;
+        MakePane(root, hasButtons);
+        for (Page& entry : m_pages) Load(entry);
     }
-    return isLoaded;
+    return m_owner && m_pane && m_pane->parent() == &root &&
+           std::any_of(m_pages.begin(), m_pages.end(),
+                       [](const Page& entry) { return entry.view != nullptr; });
 }
 
 FillResult Sheet::FillWindow(NativeWindow& window, CWndWindowController& controller) {
@@ -204,7 +213,11 @@ bool Sheet::Prepare(CPropertyPage* page) {
 }
 
 bool Sheet::AskToShow(CPropertyPage* page) {
-    if (IsWizard()) SetWizardButtons(UsualWizardButtons(IndexOf(page)));
+    m_hasUsualButtons = IsWizard();
+    if (m_hasUsualButtons) {
+        if (page != m_active) m_pane->ResetText(ID_WIZFINISH);
+        ShowWizardButtons(UsualWizardButtons(IndexOf(page)));
+    }
     return Ask(page, &CPropertyPage::OnSetActive);
 }
 

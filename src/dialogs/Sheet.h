@@ -35,11 +35,13 @@ public:
     int ActiveIndex() const;
 
     // The window.
-    /// Makes the pane in `root` and loads the pages. False when none could be loaded.
+    /// Makes the pane in `root` and loads the pages; then shows the message boxes about those that
+    /// could not be loaded. False when none could be, or the sheet was closed or deleted meanwhile.
     bool Fill(QWidget& root, bool hasButtons);
     FillResult FillWindow(NativeWindow& window, CWndWindowController& controller);
-    bool Start();        ///< shows the first page that accepts; false when none does
-    void DropPages();    ///< the pages' windows are destroyed
+    bool Start();     ///< shows the first page that accepts; false when none does
+    void DropPages(); ///< the pages' windows are destroyed
+    bool HasOwner() const { return m_owner != nullptr; }
     bool IsOpen() const; ///< an ended one asks nobody any more
     bool CanPress(int command) const;
 
@@ -68,6 +70,7 @@ private:
     Page* Find(const CPropertyPage* page);
 
     bool Ask(CPropertyPage* page, Question question);
+    void MakePane(QWidget& root, bool hasButtons);
     void Load(Page& page);
     bool Prepare(CPropertyPage* page);
     bool AskToShow(CPropertyPage* page);
@@ -81,12 +84,14 @@ private:
     void OK();
     void Cancel();
     void Help();
+    int Neighbour(int index, int step) const;
     int WizardTarget(bool forward);
     void Turn(bool forward);
     void Finish();
     void UpdateButtons();
     bool IsWizard() const;
     DWORD UsualWizardButtons(int index) const;
+    void ShowWizardButtons(DWORD flags);
     std::vector<int> ButtonCommands() const;
     void LimitSize(QWidget& root) const;
     std::vector<CPropertyPage*> ShownPages() const;
@@ -96,6 +101,7 @@ private:
     QPointer<SheetPane> m_pane;
     CPropertyPage* m_active = nullptr;
     bool m_isAsking = false;
+    bool m_hasUsualButtons = false; // a wizard whose page has not set them
 };
 
 /// Pages are asked one thing at a time. Holds the sheet while a handler may delete it.

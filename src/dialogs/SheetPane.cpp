@@ -150,4 +150,9 @@ QPushButton* SheetPane::Button(int command) const {
     return nullptr;
 }
 
+void SheetPane::ResetText(int command) {
+    if (QPushButton* button = Button(command))
+        button->setText(QString::fromLatin1(TextOf(command)));
+}
+
 } // namespace vm

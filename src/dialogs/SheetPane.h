@@ -39,6 +39,7 @@ public:
     void FocusPage(int index);
 
     QPushButton* Button(int command) const; ///< null when there is none
+    void ResetText(int command);            ///< the button's, to what it was made with
     const std::vector<QPushButton*>& Buttons() const { return m_buttons; }
 
     std::function<void(int index)> onTab; ///< the user chose it; the tab is shown as chosen already

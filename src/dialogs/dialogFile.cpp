@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include <QtCore/QPointer>
 #include <QtCore/QVariant>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QLayout>
@@ -77,7 +78,8 @@ public:
         classes.makeWidget = [](const QString& className, QWidget* owner) -> QWidget* {
             if (IsListClass(className)) return MakeListBoxView(owner);
             if (className == QLatin1String("CSpinButton")) return new SpinArrows(owner);
-            if (className == QLatin1String("QTabBar")) return new QTabBar(owner); // Designer has none
+            if (className == QLatin1String("QTabBar"))
+                return new QTabBar(owner); // Designer has none
             if (className == QLatin1String("QTreeView")) return new OutlineView(owner);
             if (className == QLatin1String("QTableView")) return new RowView(owner);
             return className == QLatin1String("CWndView") ? new CWndView(owner) : nullptr;
@@ -222,6 +224,7 @@ void SizeToContent(NativeWindow& window) {
 std::unique_ptr<CWndWindowController>
 MakeDialogWindow(QWidget* over,
                  const std::function<FillResult(NativeWindow&, CWndWindowController&)>& fill) {
+    const QPointer<QWidget> owner = over; // a message box of `fill` runs a loop
     auto* window = new NativeWindow(QRect(), FrameStyle::Dialog, false);
     window->SetEndsProgram(false);
     auto controller = std::make_unique<CWndWindowController>(window);
@@ -234,7 +237,7 @@ MakeDialogWindow(QWidget* over,
     MarkDefaultButton(*window->ContentView());
     TakeWindowProperties(*window);
     SizeToContent(*window);
-    window->SetOwner(over);
+    window->SetOwner(owner);
     window->PlaceOverOwner();
     return controller;
 }

@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <optional>
 #include <string>
 
 #include <QtCore/QFile>
@@ -13,9 +15,11 @@
 #include "core/macroman.h"
 #include "dialogs/chosenFiles.h"
 #include "dialogs/modalRun.h"
+#include "dialogs/shownPath.h"
 #include "dialogs/toolkitDialog.h"
 #include "platform/eventboundary.h"
 #include "platform/messagebox.h"
+#include "platform/runloop.h"
 #include "wnd/MessageTaker.h"
 
 struct ITEMIDLIST {
@@ -24,8 +28,9 @@ struct ITEMIDLIST {
 
 namespace {
 
+// Also of one that several folders are shown as.
 std::string BytesOf(const QString& path) {
-    return QFile::encodeName(path).toStdString();
+    return vm::PathShownAs(path).value_or(QFile::encodeName(path).toStdString());
 }
 
 LPITEMIDLIST ListOf(const std::string& path) {
@@ -71,17 +76,31 @@ public:
 
 protected:
     void accept() override {
-        const std::string path = Chosen();
-        if (vm::IsUsablePath(path)) return QFileDialog::accept();
-        const std::string text = path + "\nThis folder cannot be used.";
-        vm::ShowMessageBox(this, text.c_str(), windowTitle().toUtf8().constData(),
-                           MB_OK | MB_ICONWARNING);
-        if (!testAttribute(Qt::WA_DontShowOnScreen)) return;
+        const QString shown = selectedFiles().value(0);
+        const std::optional<std::string> path = vm::PathShownAs(shown);
+        if (path && vm::IsUsablePath(*path)) return AcceptFolder(shown, *path);
+        const QPointer<QObject> alive = this;
+        Refuse(shown.toStdString() + (path ? "\nThis folder cannot be used."
+                                           : "\nSeveral folders are shown under this name."));
+        if (!alive || !testAttribute(Qt::WA_DontShowOnScreen) || vm::LoopsAreEnding()) return;
         hide(); // the desktop's own dialog is closed already
         show();
     }
 
 private:
+    // The toolkit takes a folder whose name is in no encoding for a missing one.
+    void AcceptFolder(const QString& shown, const std::string& path) {
+        std::error_code ignored;
+        const bool isHidden =
+            !QFileInfo::exists(shown) && std::filesystem::is_directory(path, ignored);
+        isHidden ? QDialog::accept() : QFileDialog::accept();
+    }
+
+    void Refuse(const std::string& text) {
+        vm::ShowMessageBox(this, text.c_str(), windowTitle().toUtf8().constData(),
+                           MB_OK | MB_ICONWARNING);
+    }
+
     void TellOf(const std::string& path) {
         const LPITEMIDLIST list = ListOf(path);
         Tell(BFFM_SELCHANGED, reinterpret_cast<LPARAM>(list));

@@ -92,6 +92,13 @@ void Sheet::Help() {
     if (m_active) m_active->WindowProc(WM_COMMAND, ID_HELP, 0);
 }
 
+// The next page in this direction that could be loaded, -1 for none.
+int Sheet::Neighbour(int index, int step) const {
+    do index += step;
+    while (At(index) && !m_pages[static_cast<std::size_t>(index)].view);
+    return At(index) ? index : -1;
+}
+
 // The page to go to, -1 for none.
 int Sheet::WizardTarget(bool forward) {
     const Asking asking(*this);
@@ -99,7 +106,7 @@ int Sheet::WizardTarget(bool forward) {
     if (!page) return -1;
     const LRESULT answer = forward ? page->OnWizardNext() : page->OnWizardBack();
     if (answer == -1 || !IsOpen() || !Find(page)) return -1;
-    if (answer == 0) return IndexOf(page) + (forward ? 1 : -1);
+    if (answer == 0) return Neighbour(IndexOf(page), forward ? 1 : -1);
     for (const Page& entry : m_pages)
         if (entry.page->templateId == answer) return IndexOf(entry.page);
     return -1;
@@ -146,6 +153,7 @@ void Sheet::UpdateButtons() {
                                       [](const Page& entry) { return entry.isModified; }));
     if (QPushButton* help = m_pane->Button(IDHELP))
         help->setEnabled(m_active && m_active->m_psp.dwFlags & PSP_HASHELP);
+    if (m_active && m_hasUsualButtons) ShowWizardButtons(UsualWizardButtons(IndexOf(m_active)));
 }
 
 void Sheet::CancelToClose() {
@@ -155,11 +163,16 @@ void Sheet::CancelToClose() {
 }
 
 DWORD Sheet::UsualWizardButtons(int index) const {
-    const DWORD back = index > 0 ? DWORD{PSWIZB_BACK} : 0;
-    return back | (index == Count() - 1 ? DWORD{PSWIZB_FINISH} : DWORD{PSWIZB_NEXT});
+    const DWORD back = Neighbour(index, -1) >= 0 ? DWORD{PSWIZB_BACK} : 0;
+    return back | (Neighbour(index, 1) < 0 ? DWORD{PSWIZB_FINISH} : DWORD{PSWIZB_NEXT});
 }
 
 void Sheet::SetWizardButtons(DWORD flags) {
+    m_hasUsualButtons = false;
+    ShowWizardButtons(flags);
+}
+
+void Sheet::ShowWizardButtons(DWORD flags) {
     QPushButton* const next = m_pane ? m_pane->Button(ID_WIZNEXT) : nullptr;
     if (!next) return;
     QPushButton* const finish = m_pane->Button(ID_WIZFINISH);
@@ -168,6 +181,7 @@ void Sheet::SetWizardButtons(DWORD flags) {
     const bool hasBoth = m_owner && m_owner->m_psh.dwFlags & PSH_WIZARDHASFINISH;
     const bool finishes = isLast && !(hasBoth && flags & PSWIZB_NEXT);
     const KeptFocus focus(*m_pane, finishes ? *finish : *next);
+    back->show(); // unless SetFinishText hides it again
     back->setEnabled(flags & PSWIZB_BACK);
     next->setEnabled(flags & PSWIZB_NEXT);
     next->setVisible(hasBoth || !isLast);

@@ -9,6 +9,7 @@
 #include <QtWidgets/QColorDialog>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QFontDialog>
+#include <QtWidgets/QLineEdit>
 
 #include <vmcore/dialogs/CFontDialog.h>
 #include <vmcore/dialogs/folderBrowser.h>
@@ -196,4 +197,34 @@ TEST_F(Choices, FolderIsChosenAndFreed) {
     EXPECT_EQ(SHBrowseForFolder(&info), nullptr);
     EXPECT_FALSE(SHGetPathFromIDList(nullptr, path));
     EXPECT_EQ(path[0], '\0');
+}
+
+TEST_F(Choices, FoldersInNoEncodingAreFound) {
+    const TemporaryHome home;
+    const fs::path folder(home.Path());
+    fs::create_directories(folder / "\xff");
+    std::strcpy(CurrentDirectory, folder.c_str());
+    BROWSEINFO info{};
+    const auto choose = [] {
+        auto* const line = Open<QFileDialog>().findChild<QLineEdit*>("fileNameEdit");
+        line->setText(QStringLiteral("\uFFFD"));
+        QTest::keyClick(line, Qt::Key_Return);
+    };
+    Soon(choose);
+    const LPITEMIDLIST list = SHBrowseForFolder(&info);
+    char path[MAX_PATH] = "";
+    ASSERT_TRUE(SHGetPathFromIDList(list, path));
+    EXPECT_EQ(path, (folder / "\xff").string());
+    ILFree(list);
+    fs::create_directories(folder / "\xfe");
+    Soon([&] {
+        choose();
+        EXPECT_EQ(boxes.Take().size(), 1u) << "which of both?";
+        vm::SetMessageBoxHandler([before = vm::SetMessageBoxHandler({})](auto...) {
+            delete &Open<QFileDialog>(); // as its owner does
+            return vm::SetMessageBoxHandler(before), IDOK;
+        });
+        QMetaObject::invokeMethod(&Open<QFileDialog>(), "accept");
+    });
+    EXPECT_EQ(SHBrowseForFolder(&info), nullptr);
 }

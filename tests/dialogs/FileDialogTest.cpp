@@ -18,6 +18,7 @@
 #include "app/appState.h"
 #include "dialogs/chosenFiles.h"
 #include "dialogs/fileFilter.h"
+#include "dialogs/shownPath.h"
 #include "platform/runloop.h"
 
 namespace fs = std::filesystem;
@@ -249,6 +250,46 @@ TEST_F(FileDialogs, NamesInNoEncodingAreNotLost) {
     CFileDialog dialog(TRUE, nullptr, nullptr, OFN_FILEMUSTEXIST);
     EXPECT_EQ(Run(dialog, [&] { Choose(QFile::decodeName(name.c_str()).toStdString()); }), IDOK);
     EXPECT_STREQ(dialog.GetPathName(), In(name.c_str()).c_str());
+    std::ofstream(folder / "\xe4\xff.syx") << "other";
+    EXPECT_EQ(Run(dialog,
+                  [&] {
+                      Choose(QFile::decodeName(name.c_str()).toStdString());
+                      EXPECT_EQ(boxes.Take().size(), 1u) << "which of both?";
+                      Cancel();
+                  }),
+              IDCANCEL);
+}
+
+TEST_F(FileDialogs, ShownPathsAreFoundInTheirFolders) {
+    for (const char* path : {"\xff/\xe4/x.syx", "\xff/\xe4\xfd.syx", "\xff/\xe4\xfe.syx"}) {
+        fs::create_directories((folder / path).parent_path());
+        std::ofstream(folder / path) << "data";
+    }
+    const struct {
+        const char* shown;
+        std::optional<std::string> path;
+    } rows[] = {{"a.syx", In("a.syx")},
+                {"\uFFFD/\uFFFD/x.syx", In("\xff/\xe4/x.syx")},
+                {"sub/../\uFFFD/new.syx", In("\xff/new.syx")},
+                {"\uFFFD/\uFFFD\uFFFD.syx", std::nullopt},
+                {"sub/\uFFFD.syx", In("sub/\uFFFD.syx")}};
+    for (const auto& row : rows)
+        EXPECT_EQ(vm::PathShownAs(QString::fromStdString(In(row.shown))), row.path) << row.shown;
+    EXPECT_EQ(vm::PathShownAs("/"), "/");
+}
+
+TEST_F(FileDialogs, OnePathMayFillTheBuffer) {
+    const std::string path = In("b.syx");
+    std::string buffer(path.size() + 1, '?');
+    CFileDialog dialog(TRUE);
+    for (const bool fits : {true, false}) {
+        buffer.front() = '\0';
+        dialog.m_ofn.lpstrFile = buffer.data();
+        dialog.m_ofn.nMaxFile = static_cast<DWORD>(path.size() + fits);
+        EXPECT_EQ(Run(dialog, [&] { Choose("b.syx"); }), fits ? IDOK : IDCANCEL);
+        EXPECT_EQ(CommDlgExtendedError(), fits ? 0u : DWORD{FNERR_BUFFERTOOSMALL});
+        EXPECT_EQ(buffer.c_str() == path, fits);
+    }
 }
 
 TEST_F(FileDialogs, StartsWhereThereIsAFolder) {
@@ -256,6 +297,7 @@ TEST_F(FileDialogs, StartsWhereThereIsAFolder) {
     const struct {
         std::string file, initial, current, expected;
     } rows[] = {{sub + "/x.syx", start, "", sub},
+                {sub, start, "", sub},
                 {"x.syx", start, sub, start},
                 {"", "/nowhere", sub, sub},
                 {"/nowhere/x", "", "", QDir::currentPath().toStdString()}};
@@ -288,6 +330,20 @@ TEST_F(FileDialogs, EndWithTheApplicationAndWithNobodyToAsk) {
         });
     };
     EXPECT_EQ(outer.DoModal(), IDCANCEL);
+    EXPECT_EQ(Run(dialog,
+                  [] {
+                      const vm::MessageBoxHandler before = vm::SetMessageBoxHandler({});
+                      vm::SetMessageBoxHandler([](const char*, const char*, UINT) {
+                          vm::EndAllLoops();
+                          return IDOK;
+                      });
+                      QFileDialog& open = Open();
+                      open.setAttribute(Qt::WA_DontShowOnScreen); // as the desktop's own one
+                      Choose("x:y.syx");
+                      EXPECT_FALSE(open.isVisible());
+                      vm::SetMessageBoxHandler(before);
+                  }),
+              IDCANCEL);
     EXPECT_THAT(log.TakeLog(), ElementsAre("GetOpenFileName: cancelled, there is nobody to ask"));
     setenv("VMCORE_MESSAGEBOX", "log", 1);
     EXPECT_EQ(CFileDialog(FALSE).DoModal(), IDCANCEL);

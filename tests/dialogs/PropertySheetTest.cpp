@@ -385,6 +385,87 @@ TEST_F(PropertySheet, WizardTurnsPages) {
     EXPECT_EQ(result, ID_WIZFINISH);
 }
 
+TEST_F(PropertySheet, WizardStepsOverPagesThatCannotBeLoaded) {
+    Write(2, "damaged");
+    TestPage missing(77, calls);
+    sheet->AddPage(&missing);
+    sheet->SetWizardMode();
+    Run([&] {
+        EXPECT_TRUE(sheet->PressButton(PSBTN_NEXT));
+        EXPECT_EQ(sheet->GetActiveIndex(), 2);
+        EXPECT_TRUE(Button(ID_WIZFINISH)->isVisible()) << "nothing comes after";
+        EXPECT_TRUE(sheet->PressButton(PSBTN_BACK));
+        EXPECT_EQ(sheet->GetActiveIndex(), 0);
+        sheet->EndDialog(1);
+    });
+    EXPECT_EQ(boxes.Take().size(), 2u);
+    log.Ignore();
+}
+
+TEST_F(PropertySheet, WizardButtonsFollowThePages) {
+    Write(4, PageFile("Four", 100, 100));
+    TestPage fourth(4, calls);
+    sheet->SetWizardMode();
+    Run([&] {
+        sheet->SetActivePage(2);
+        sheet->AddPage(&fourth);
+        EXPECT_TRUE(Button(ID_WIZNEXT)->isVisible());
+        sheet->RemovePage(&fourth);
+        EXPECT_TRUE(Button(ID_WIZFINISH)->isVisible());
+        sheet->SetFinishText("Send");
+        sheet->AddPage(&fourth);
+        EXPECT_FALSE(Button(ID_WIZNEXT)->isVisible()) << "the host has set them";
+        EXPECT_FALSE(Button(ID_WIZBACK)->isVisible());
+        sheet->SetWizardButtons(PSWIZB_BACK | PSWIZB_FINISH);
+        EXPECT_TRUE(Button(ID_WIZBACK)->isVisible());
+        EXPECT_EQ(Button(ID_WIZFINISH)->text(), "Send");
+        sheet->SetActivePage(3);
+        EXPECT_EQ(Button(ID_WIZFINISH)->text(), "&Finish");
+        sheet->EndDialog(1);
+    });
+}
+
+// A message box about a page runs a loop: timers and posted messages come.
+TEST_F(PropertySheet, MayChangeWhileAPageIsReported) {
+    RecordingWindow top;
+    top.Create("", "Top", WS_VISIBLE, RECT{80, 90, 680, 490}, nullptr, 0);
+    std::map<int, std::unique_ptr<TestPage>> own;
+    const struct {
+        const char* what;
+        std::function<void()> change;
+        int result;
+    } rows[] = {{"sheet deleted", [&] { sheet.reset(); }, -1},
+                {"page deleted", [&] { own.erase(1); }, 6},
+                {"pages deleted", [&] { own.clear(); }, -1},
+                {"page added", [&] { sheet->AddPage(pages[3].get()); }, 6},
+                {"ended", [&] { sheet->EndDialog(5); }, 5}};
+    for (const bool isModal : {true, false}) {
+        for (const auto& row : rows) {
+            SCOPED_TRACE(row.what);
+            sheet = std::make_unique<CPropertySheet>("Short");
+            for (int id : {1, 77, 2}) {
+                own[id] = std::make_unique<TestPage>(id, calls);
+                own[id]->during["set"] = [&] { sheet->EndDialog(6); };
+                sheet->AddPage(own[id].get());
+            }
+            const vm::MessageBoxHandler before = vm::SetMessageBoxHandler({});
+            vm::SetMessageBoxHandler([&](const char*, const char*, UINT) {
+                row.change();
+                return IDOK;
+            });
+            if (isModal)
+                EXPECT_EQ(sheet->DoModal(), row.result);
+            else
+                EXPECT_FALSE(sheet->Create(&top));
+            vm::SetMessageBoxHandler(before);
+            own.clear();
+        }
+    }
+    sheet.reset();
+    log.Ignore();
+    top.DestroyWindow();
+}
+
 TEST_F(PropertySheet, IsEmbeddedInAWindow) {
     RecordingWindow top;
     top.Create("", "Top", WS_VISIBLE, RECT{80, 90, 680, 490}, nullptr, 0);

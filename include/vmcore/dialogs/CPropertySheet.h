@@ -201,9 +201,11 @@ public:
     /// of a wizard without a caption is that of the page.
     void SetWizardMode() { m_psh.dwFlags |= PSH_WIZARD; }
     /// PSWIZB_ bits, usually in OnSetActive: what is enabled. Finish takes the place of Next.
-    /// Without a call Back works from the second page on, and the last page has Finish.
+    /// Without a call Back works from the second page on, and the last page has Finish, also when
+    /// pages come and go. Pages that could not be loaded are stepped over.
     void SetWizardButtons(DWORD flags);
-    /// Shows Finish with this text, and nothing to go back or on.
+    /// Shows Finish with this text, and nothing to go back or on, until another page is asked to be
+    /// shown; SetWizardButtons brings Back again.
     void SetFinishText(const char* text);
 
     // State. The order is part of the binary interface.

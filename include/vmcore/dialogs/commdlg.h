@@ -25,12 +25,13 @@ struct tagOFN {
     DWORD nMaxCustFilter;
     DWORD nFilterIndex; ///< from 1; comes back as the user left it
     /// In: the name, with or without a path, that is suggested. Out: the path; of several files the
-    /// folder and each name, all ended by a zero, and one more zero.
+    /// folder and each name, all ended by a zero, and one more zero; that is left out after a single path
+    /// that fills the buffer, unless Flags has OFN_ALLOWMULTISELECT.
     char* lpstrFile;
     DWORD nMaxFile;       ///< bytes of lpstrFile
     char* lpstrFileTitle; ///< out, when it is not null: the name without the path
     DWORD nMaxFileTitle;
-    /// Where to start, unless lpstrFile has a path. A folder that does not exist counts as none: then it
+    /// Where to start, unless lpstrFile has a path or is one of a folder. A folder that does not exist counts as none: then it
     /// is CurrentDirectory, or else the process's working directory.
     const char* lpstrInitialDir;
     const char* lpstrTitle;
@@ -68,8 +69,9 @@ enum : DWORD {
 
 /// TRUE when files were chosen. What comes back is what the file functions take for these very files:
 /// a path that they could not open (longer than 255 bytes, a ':' or '\' in a name, an existing ".bmp"
-/// file, which they would take for a ".png") is refused with a message box, and the dialog stays. A name
-/// for saving that ends in ".bmp" comes back as the ".png" that is written.
+/// file, which they would take for a ".png") is refused with a message box, and the dialog stays; so is
+/// a name in no encoding that looks like another one's. A name for saving that ends in ".bmp" comes back
+/// as the ".png" that is written.
 VM_API BOOL GetOpenFileName(OPENFILENAME* record);
 VM_API BOOL GetSaveFileName(OPENFILENAME* record);
 VM_API DWORD CommDlgExtendedError();

@@ -53,8 +53,8 @@ enum : UINT {
 };
 
 /// The folder that was chosen, to be freed with any of the four functions below; null for Cancel. A
-/// folder that the file functions cannot work with (longer than 255 bytes, a ':' or '\' in its name)
-/// is refused with a message box, and the dialog stays. See commdlg.h for what all dialogs do.
+/// folder that the file functions cannot work with (longer than 255 bytes, a ':' or '\' in its name),
+/// or whose name in no encoding looks like another one's, is refused with a message box, and the dialog stays. See commdlg.h for what all dialogs do.
 VM_API LPITEMIDLIST SHBrowseForFolder(BROWSEINFO* info);
 /// Copies the path into `path`, which holds MAX_PATH bytes. FALSE and an empty string for null.
 VM_API BOOL SHGetPathFromIDList(LPCITEMIDLIST list, char* path);
