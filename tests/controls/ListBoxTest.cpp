@@ -206,16 +206,45 @@ TEST_F(ListBox, UserSelectionAndDoubleClickGoToTheParent) {
     EXPECT_THAT(Selection(), ElementsAre(0));
 }
 
+TEST_F(ListBox, FindsByTheBeginning) {
+    Add({"Alpha", "beta", "Al", "BETAMAX"});
+    EXPECT_EQ(m_box.GetTextLen(3), 7);
+    EXPECT_EQ(m_box.GetTextLen(4), LB_ERR);
+    const struct {
+        int start;
+        const char* text;
+        int found;
+    } rows[] = {{-1, "al", 0}, {0, "AL", 2},       {2, "al", 0}, {1, "beta", 3}, {3, "betam", 3},
+                {9, "b", 1},   {-1, "bx", LB_ERR}, {1, "", 2},   {1, nullptr, 2}};
+    for (const auto& [start, text, found] : rows)
+        EXPECT_EQ(m_box.FindString(start, text), found) << start << " " << (text ? text : "null");
+}
+
 TEST_F(ListBox, WithoutATableEverythingIsNeutral) {
     CListBox box;
     int rows[2];
     char text[2];
-    for (const int result :
-         {box.AddString("a"), box.InsertString(0, "a"), box.DeleteString(0), box.GetCount(),
-          box.GetText(0, text), box.GetCurSel(), box.SetCurSel(0), box.GetSel(0), box.SetSel(-1),
-          box.GetSelCount(), box.GetSelItems(2, rows), box.SelItemRange(TRUE, 0, 1),
-          box.SelectString(-1, "a"), box.FindStringExact(-1, "a"), box.SetTopIndex(0),
-          box.GetTopIndex(), box.Dir(0, "*"), box.SetItemHeight(0, 9)})
+    for (const int result : {box.AddString("a"),
+                             box.InsertString(0, "a"),
+                             box.DeleteString(0),
+                             box.GetCount(),
+                             box.GetText(0, text),
+                             box.GetCurSel(),
+                             box.SetCurSel(0),
+                             box.GetSel(0),
+                             box.SetSel(-1),
+                             box.GetSelCount(),
+                             box.GetSelItems(2, rows),
+                             box.SelItemRange(TRUE, 0, 1),
+                             box.SelectString(-1, "a"),
+                             box.FindStringExact(-1, "a"),
+                             box.SetTopIndex(0),
+                             box.GetTopIndex(),
+                             box.Dir(0, "*"),
+                             box.SetItemHeight(0, 9),
+                             box.FindString(-1, "a"),
+                             box.GetTextLen(0),
+                             box.GetItemRect(0, nullptr)})
         EXPECT_EQ(result, LB_ERR);
     EXPECT_EQ(box.SetItemData(0, 1), 0);
     EXPECT_FALSE(box.SetTabStops(1, rows));

@@ -48,6 +48,10 @@ TEST_F(ListCtrl, WithoutATableEverythingIsNeutral) {
     EXPECT_FALSE(list.RedrawItems(0, 1));
     EXPECT_FALSE(list.EnsureVisible(0, TRUE));
     EXPECT_EQ(list.SetFocus(), nullptr);
+    EXPECT_STREQ(list.GetItemText(0, 0), "");
+    EXPECT_FALSE(list.SetItemData(0, 1) || list.SetColumnWidth(0, 9));
+    EXPECT_EQ(list.GetNextItem(-1, LVNI_ALL) + list.HitTest({1, 1}), -2);
+    EXPECT_EQ(list.GetTopIndex() + list.GetCountPerPage(), 0);
     list.ReloadData();
 }
 

@@ -38,6 +38,31 @@ TEST_F(TreeCtrl, ShowsItsTopRowAndItemsInTheOrderOfInsertion) {
     EXPECT_EQ(m_tree->WindowProc(TVM_ANSWERED, 0, 0), 1);
 }
 
+TEST_F(TreeCtrl, ItemsAreCountedAndFoundByTheirSiblings) {
+    EXPECT_EQ(m_tree->GetCount(), 0u);
+    EXPECT_EQ(m_tree->GetRootItem(), nullptr);
+    const HTREEITEM a = m_tree->InsertItem("A");
+    const HTREEITEM b = m_tree->InsertItem("B");
+    const HTREEITEM b1 = m_tree->InsertItem("b1", b);
+    EXPECT_EQ(m_tree->GetRootItem(), a);
+    const struct {
+        HTREEITEM item, previous, next;
+    } rows[] = {
+        {a, nullptr, b}, {b, a, nullptr}, {b1, nullptr, nullptr}, {nullptr, nullptr, nullptr}};
+    for (const auto& [item, previous, next] : rows) {
+        EXPECT_EQ(m_tree->GetPrevSiblingItem(item), previous) << m_tree->GetItemText(item);
+        EXPECT_EQ(m_tree->GetNextSiblingItem(item), next) << m_tree->GetItemText(item);
+    }
+    EXPECT_TRUE(m_tree->SetItemData(b1, 9));
+    EXPECT_EQ(m_tree->GetItemData(b1), 9u);
+    EXPECT_FALSE(m_tree->SetItemData(nullptr, 9));
+    EXPECT_EQ(m_tree->GetCount(), 3u);
+    m_tree->DeleteItem(b);
+    EXPECT_EQ(m_tree->GetCount(), 1u);
+    m_tree->DeleteAllItems();
+    EXPECT_EQ(m_tree->GetCount(), 0u);
+}
+
 TEST_F(TreeCtrl, TakesTheValuesThatTheMaskNames) {
     char text[] = "text";
     for (const UINT mask : {0u, 1u, 2u, 4u, 16u, 32u, 55u}) {

@@ -83,7 +83,9 @@ TEST_F(TreeUser, CheckBoxesAreClickedAndSet) {
 TEST_F(TreeUser, RowsShowTheImagesOfTheirItems) {
     CBitmap bitmaps[2];
     CImageList list;
-    list.Attach(ImageList_Create(20, 40, 0, 0, 0));
+    EXPECT_EQ(list.Add(&bitmaps[0]), -1) << "without a list";
+    EXPECT_TRUE(list.Create(20, 40, ILC_COLOR32, 2, 1));
+    EXPECT_EQ(list.Add(&bitmaps[0]), -1) << "without an image";
     for (int i = 0; i < 2; ++i) {
         bitmaps[i].CreateBitmap(20, 40, 1, 32, nullptr);
         CDC memory;
@@ -91,7 +93,7 @@ TEST_F(TreeUser, RowsShowTheImagesOfTheirItems) {
         memory.SelectObject(&bitmaps[i]);
         CBrush brush(i ? RGB(0, 255, 0) : RGB(255, 0, 0));
         memory.FillRect(CRect(0, 0, 20, 40), &brush);
-        ImageList_Add(list.GetSafeHandle(), bitmaps[i], nullptr);
+        EXPECT_EQ(i ? list.Add(&bitmaps[i], RGB(0, 0, 0)) : list.Add(&bitmaps[i]), i);
     }
     m_tree->InsertItem("pictured", 0, 1);
     const auto pixel = [&] {
@@ -108,8 +110,12 @@ TEST_F(TreeUser, RowsShowTheImagesOfTheirItems) {
     EXPECT_EQ(pixel(), "#00ff00");
     bitmaps[1].DeleteObject();
     EXPECT_NE(pixel(), "#00ff00");
-    ImageList_Destroy(list.Detach());
-    EXPECT_NE(pixel(), "#00ff00");
+    ClickCell(0);
+    EXPECT_EQ(pixel(), "#ff0000");
+    EXPECT_EQ(list.GetImageCount(), 2);
+    EXPECT_TRUE(list.DeleteImageList());
+    EXPECT_NE(pixel(), "#ff0000");
+    EXPECT_FALSE(list.DeleteImageList());
 }
 
 // Inside a selection and inside a click on a check box, with a loop that frees what can be freed.
