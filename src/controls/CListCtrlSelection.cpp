@@ -13,10 +13,6 @@ namespace {
 
 constexpr int kAllRows = -1;
 
-bool TakesOneRow(const QTableView& view) {
-    return view.selectionMode() == QAbstractItemView::SingleSelection;
-}
-
 // The first selected row from `row` on, or -1.
 int SelectedFrom(const std::map<int, int>& ranges, int row) {
     auto range = ranges.upper_bound(row);
@@ -33,14 +29,9 @@ BOOL CListCtrl::SetItemState(int row, UINT state, UINT mask) {
     const vm::ProgramEdit edit(*rows);
     vm::ListTable& table = rows->Table();
     table.NoteNumberOfRowsChanged(); // rows inserted while redrawing is off can be selected, too
-    const bool selects = (state & LVIS_SELECTED) != 0;
-    if (selects && TakesOneRow(*tableView)) {
-        if (row >= 0 && row < table.rowCount()) table.SelectOnly(row);
-        return TRUE;
-    }
     const int first = row == kAllRows ? 0 : row;
     const int last = row == kAllRows ? table.rowCount() - 1 : row;
-    table.SelectRows(first, last, selects);
+    table.SelectRows(first, last, (state & LVIS_SELECTED) != 0);
     return TRUE;
 }
 

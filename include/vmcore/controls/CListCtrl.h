@@ -53,7 +53,7 @@ struct LV_DISPTEXT {
 };
 
 // Styles of a list.
-constexpr DWORD LVS_SINGLESEL = 0x00400000; ///< one row at most is selected, by whomever
+constexpr DWORD LVS_SINGLESEL = 0x00400000; ///< the user selects one row at most
 constexpr DWORD LVS_REPORT = 0;             ///< always so
 constexpr DWORD LVS_SHOWSELALWAYS = 0;      ///< always so
 
@@ -181,8 +181,8 @@ public:
     /// Sets the row's own text, whatever `subItem` is.
     BOOL SetItemText(int row, int subItem, const char* text);
     /// Selects (adding to the selection) or deselects a row, or all with -1. Only LVIS_SELECTED
-    /// counts; no notification is sent. With LVS_SINGLESEL the row takes the selection over, and
-    /// selecting all changes nothing.
+    /// counts; no notification is sent. The program may select several also with
+    /// LVS_SINGLESEL.
     BOOL SetItemState(int row, UINT state, UINT mask);
     BOOL SetItemState(int row, const LVITEM* item); ///< not supported: a message box says so
     UINT GetItemState(int row, UINT mask) const;
