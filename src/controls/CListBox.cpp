@@ -15,6 +15,7 @@
 #include "core/guard.h"
 #include "platform/messagebox.h"
 #include "wnd/nativeControl.h"
+#include "wnd/rects.h"
 #include "wnd/views.h"
 
 namespace {
@@ -175,7 +176,7 @@ int CListBox::GetItemRect(int index, RECT* rect) const {
     const LBTableViewDelegate* rows = Rows();
     const QRect place = rows ? vm::RowRect(rows->Table(), index) : QRect();
     if (!rect || place.isNull()) return LB_ERR;
-    *rect = {place.left(), place.top(), place.left() + place.width(), place.top() + place.height()};
+    *rect = vm::RectOf(place);
     return 0;
 }
 

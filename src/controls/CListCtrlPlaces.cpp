@@ -6,6 +6,7 @@
 #include "controls/LCTableViewDelegate.h"
 #include "controls/listTable.h"
 #include "controls/rowPlaces.h"
+#include "wnd/rects.h"
 
 int CListCtrl::GetTopIndex() const {
     const LCTableViewDelegate* rows = Rows();
@@ -24,7 +25,7 @@ BOOL CListCtrl::GetItemRect(int row, RECT* rect, UINT code) const {
     if (place.height() <= 0) return FALSE;
     if (code == LVIR_ICON) place.setWidth(0);
     if (code == LVIR_LABEL) place.setWidth(tableView->columnWidth(0));
-    *rect = {place.left(), place.top(), place.left() + place.width(), place.top() + place.height()};
+    *rect = vm::RectOf(place);
     return TRUE;
 }
 

@@ -19,6 +19,7 @@
 #include "core/macroman.h"
 #include "wnd/controlText.h"
 #include "wnd/nativeControl.h"
+#include "wnd/rects.h"
 #include "wnd/views.h"
 
 namespace {
@@ -219,7 +220,7 @@ BOOL CTabCtrl::GetItemRect(int index, RECT* rect) const {
     if (!tabs.Has(index) || !rect) return FALSE;
     QRect tab = tabs.bar->tabRect(index);
     if (tabs.widget) tab.moveTopLeft(tabs.bar->mapTo(tabs.widget, tab.topLeft()));
-    *rect = {tab.left(), tab.top(), tab.right() + 1, tab.bottom() + 1};
+    *rect = vm::RectOf(tab);
     return TRUE;
 }
 

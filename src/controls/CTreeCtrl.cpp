@@ -9,6 +9,7 @@
 #include "platform/messagebox.h"
 #include "wnd/messageTrace.h"
 #include "wnd/nativeControl.h"
+#include "wnd/rects.h"
 #include "wnd/views.h"
 
 namespace {
@@ -87,8 +88,7 @@ BOOL CTreeCtrl::GetItemRect(HTREEITEM hItem, RECT* rect, BOOL textOnly) const {
     if (!place) return FALSE;
     const QWidget& viewport = *tableView->viewport();
     const QRect row(0, place->top(), viewport.width(), place->height());
-    const QRect inView = (textOnly ? *place : row).translated(viewport.pos());
-    *rect = {inView.left(), inView.top(), inView.right() + 1, inView.bottom() + 1};
+    *rect = vm::RectOf((textOnly ? *place : row).translated(viewport.pos()));
     return TRUE;
 }
 

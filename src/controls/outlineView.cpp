@@ -7,13 +7,13 @@
 #include <QtWidgets/QStyledItemDelegate>
 
 #include "controls/TCOutlineViewDataSource.h"
+#include "controls/rowHeight.h"
 #include "wnd/controlWiring.h"
 
 namespace vm {
 namespace {
 
 constexpr int kCheckColumnWidth = 80;
-constexpr int kRowPadding = 5; // above and below the text together, as in lists
 
 // Rows are what is selected and has the focus: no frame around one cell, and Space is for the row's
 // check box.
@@ -22,8 +22,8 @@ public:
     explicit OutlineRow(QTreeView& view) : QStyledItemDelegate(&view), m_view(view) {}
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        const int height = option.fontMetrics.height() + kRowPadding;
-        return QStyledItemDelegate::sizeHint(option, index).expandedTo({0, height});
+        return QStyledItemDelegate::sizeHint(option, index)
+            .expandedTo({0, RowHeight(option.fontMetrics)});
     }
 
 protected:

@@ -13,6 +13,7 @@
 #include <QtWidgets/QStyledItemDelegate>
 #include <QtWidgets/QTableView>
 
+#include "controls/rowHeight.h"
 #include "platform/eventboundary.h"
 #include "wnd/contextMenus.h"
 #include "wnd/controlText.h"
@@ -20,8 +21,6 @@
 
 namespace vm {
 namespace {
-
-constexpr int kRowPadding = 5; // above and below the text together
 
 // Rows are what is selected and has the focus: no frame around one cell.
 class RowPainter : public QStyledItemDelegate {
@@ -36,7 +35,7 @@ protected:
 };
 
 void FitRowsToFont(QTableView* view) {
-    view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + kRowPadding);
+    view->verticalHeader()->setDefaultSectionSize(RowHeight(view->fontMetrics()));
 }
 
 void SetUpRows(QTableView* view) {
@@ -192,8 +191,8 @@ void RowTable::CatchUpSelection() {
     {
         const QSignalBlocker silent(selection);
         selection->reset();
-        selection->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
     }
+    SetCurrent(current);
     selection->select(rows, QItemSelectionModel::Select);
     m_selectedIsOld = false;
 }
@@ -210,7 +209,8 @@ void RowTable::ResizeTo(int rows) {
         m_shownRows = rows;
         endInsertRows();
     } else if (rows < m_shownRows) {
-        if (m_view->currentIndex().row() >= rows) ForgetCurrent();
+        // Where one row can be selected, the view would select a neighbour of a current one that goes.
+        if (m_view->currentIndex().row() >= rows) SetCurrent({});
         beginRemoveRows({}, rows, m_shownRows - 1);
         m_shownRows = rows;
         endRemoveRows();
@@ -239,12 +239,13 @@ void RowTable::SelectRows(int first, int last, bool select) {
     const int lowest = std::max(first, 0);
     const int highest = std::min(last, m_shownRows - 1);
     if (lowest > highest) return;
-    if (!select)
-        selected.Remove(lowest, highest);
-    else
+    if (select) {
         selected.Add(lowest, highest);
-    if (select) m_lastSelected = highest;
-    if (select && lowest == highest) MakeCurrent(lowest);
+        m_lastSelected = highest;
+        if (lowest == highest) SetCurrent(createIndex(lowest, 0));
+    } else {
+        selected.Remove(lowest, highest);
+    }
     SelectionIsAhead();
 }
 
@@ -264,18 +265,11 @@ void RowTable::SelectionIsAhead() {
     ShowSoon();
 }
 
-// A view where one row can be selected would select a neighbour of a current row that goes.
-void RowTable::ForgetCurrent() {
-    QItemSelectionModel* selection = m_view->selectionModel();
-    const QSignalBlocker quiet(selection);
-    selection->setCurrentIndex({}, QItemSelectionModel::NoUpdate);
-}
-
 // The arrow keys go on from here.
-void RowTable::MakeCurrent(int row) {
+void RowTable::SetCurrent(const QModelIndex& index) {
     QItemSelectionModel* selection = m_view->selectionModel();
     const QSignalBlocker quiet(selection);
-    selection->setCurrentIndex(createIndex(row, 0), QItemSelectionModel::NoUpdate);
+    selection->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
 }
 
 // The program's selection counts at once; the user's is read from the view.

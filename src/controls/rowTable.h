@@ -91,7 +91,7 @@ protected:
         HeldViews m_held;
     };
 
-    /// For a change of the columns, on both sides of it: whole rows are selected again.
+    /// Before a change of the columns: whole rows are selected again after it.
     void KeepSelection();
 
 private:
@@ -103,8 +103,7 @@ private:
     RowSet& Selected();
     void ResizeTo(int rows);
     void ShowSoon();
-    void MakeCurrent(int row);
-    void ForgetCurrent();
+    void SetCurrent(const QModelIndex& index);
     void DoubleClicked();
 
     QTableView* m_view;

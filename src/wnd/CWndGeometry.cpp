@@ -6,16 +6,13 @@
 
 #include "wnd/CWndNSView.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/rects.h"
 #include "wnd/screen.h"
 #include "wnd/scrollBars.h"
 #include "wnd/viewScaling.h"
 #include "wnd/views.h"
 
 namespace {
-
-RECT RectOf(const QRect& rect) {
-    return {rect.left(), rect.top(), rect.left() + rect.width(), rect.top() + rect.height()};
-}
 
 void PlaceView(QWidget& view, int x, int y, int width, int height) {
     if (auto* own = dynamic_cast<CWndView*>(&view); own && own->wnd)
@@ -44,7 +41,7 @@ void CWnd::GetWindowRect(RECT* rect) const {
     *rect = {screen.left(), 0, screen.left() + screen.width(), screen.height()};
     if (!view) return;
     if (nsWindow) {
-        *rect = RectOf(nsWindow->Frame());
+        *rect = vm::RectOf(nsWindow->Frame());
         const QSize bars = vm::ScrollBarSpace(*this);
         rect->right -= bars.width();
         rect->bottom -= bars.height();
@@ -59,7 +56,7 @@ void CWnd::GetWindowRect(RECT* rect) const {
 void GetWindowRect(HWND window, RECT* rect) {
     if (!rect || !vm::IsLiveView(window)) return;
     const QPoint corner = window->mapToGlobal(QPoint(0, 0));
-    *rect = RectOf(QRect(corner, window->size()));
+    *rect = vm::RectOf(QRect(corner, window->size()));
 }
 
 void CWnd::GetClientRect(RECT* rect) const {

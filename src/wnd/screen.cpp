@@ -10,6 +10,7 @@
 
 #include "platform/NativeApplication.h"
 #include "wnd/NativeWindow.h"
+#include "wnd/rects.h"
 #include "wnd/screen.h"
 #include "wnd/scrollBars.h"
 
@@ -41,10 +42,6 @@ int MenuBarHeight() {
     bar.setNativeMenuBar(false);
     bar.addAction(QStringLiteral("M"));
     return bar.sizeHint().height();
-}
-
-RECT RectOf(const QRect& rect) {
-    return {rect.left(), rect.top(), rect.left() + rect.width(), rect.top() + rect.height()};
 }
 
 // What the style and the desktop say; needs an application object.
@@ -80,11 +77,11 @@ QRect vm::VirtualScreen() {
 }
 
 RECT GetScreenRect() {
-    return RectOf(MainScreen());
+    return vm::RectOf(MainScreen());
 }
 
 RECT GetVirtualScreenRect() {
-    return RectOf(vm::VirtualScreen());
+    return vm::RectOf(vm::VirtualScreen());
 }
 
 int GetSystemMetrics(int index) {
