@@ -3,3 +3,6 @@
 
 #include <vmcore/core/CString.h>
 #include <vmcore/core/types.h>
+#include <vmcore/net/CFtpConnection.h>
+#include <vmcore/net/CFtpFileFind.h>
+#include <vmcore/net/CInternetSession.h>
