@@ -23,5 +23,5 @@ public:
 
 private:
     char m_agent[256] = {};
-    CString m_reserved[2]; // hosts' copies of the class have them
+    CString m_unused[2]; // part of the object's size
 };
