@@ -1,0 +1,101 @@
+#!/usr/bin/python3
+"""test_first_host.py BUILD_FOLDER COMPILER
+
+Builds every step of docs/first-host.md from a staged install, exactly as the page shows it, and uses it on a
+virtual display as the page says.
+"""
+
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "e2e"))
+from display import Display, Program, wait_for  # noqa: E402
+
+PAGE = pathlib.Path(__file__).resolve().parents[2] / "docs/first-host.md"
+FILE = re.compile(r"^`([\w.]+)`:\n\n```\w+\n(.*?)^```", re.MULTILINE | re.DOTALL)
+build = compiler = None
+
+
+def steps():
+    """The files of each step; what a step does not show stays as it was."""
+    files = {}
+    for part in PAGE.read_text().split("\n## ")[1:]:
+        shown = dict(FILE.findall(part))
+        if shown:
+            files = {**files, **shown}
+            yield files
+
+
+def run(*command):
+    result = subprocess.run([str(word) for word in command], capture_output=True, text=True,
+                            stdin=subprocess.DEVNULL, timeout=100)
+    if result.returncode != 0:
+        raise AssertionError(f"{command} gave {result.returncode}:\n{result.stdout}{result.stderr}")
+
+
+class FirstHost(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        folder = tempfile.TemporaryDirectory(prefix="vmcore-first-host-")
+        cls.addClassCleanup(folder.cleanup)
+        cls.folder = pathlib.Path(folder.name)
+        run("cmake", "--install", build, "--prefix", cls.folder / "prefix")
+        cls.library = next((cls.folder / "prefix").rglob("libVMCore.so")).parent
+        cls.programs = [cls.build_step(number, files) for number, files in enumerate(steps(), 1)]
+
+    @classmethod
+    def build_step(cls, number, files):
+        source = cls.folder / f"step{number}"
+        source.mkdir()
+        for name, text in files.items():
+            (source / name).write_text(text)
+        run("cmake", "-S", source, "-B", source / "build",
+            f"-DCMAKE_PREFIX_PATH={cls.folder / 'prefix'}", f"-DCMAKE_CXX_COMPILER={compiler}",
+            "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror")
+        run("cmake", "--build", source / "build")
+        return source / "build/hello.app/Contents/MacOS/hello"
+
+    def start(self, display, step):
+        program = self.enterContext(Program(
+            display, self.programs[step - 1], self.folder,
+            environment={"VMCORE_MESSAGEBOX": "", "LD_LIBRARY_PATH": str(self.library)}))
+        display.window("Hello")
+        return program
+
+    def test_every_step_does_what_the_page_says(self):
+        self.assertEqual(3, len(self.programs))
+        with Display() as display:
+            program = self.start(display, 1)
+            display.close(display.find("Hello"))
+            self.assertEqual(0, program.wait())
+
+            program = self.start(display, 2)
+            main = display.find("Hello")
+            display.key("ctrl+g")
+            wait_for("the message box", lambda: display.find("Hello") != main)
+            display.key("Return")
+            wait_for("its end", lambda: display.find("Hello") == main)
+            display.window("Hello")
+            display.key("ctrl+q")
+            self.assertEqual(0, program.wait())
+
+            program = self.start(display, 3)
+            display.key("ctrl+g")
+            display.window("Greet")
+            display.key("ctrl+a")
+            display.run("xdotool", "type", "--delay", "15", "Anna")
+            display.key("Return")
+            settings = self.folder / "config/Velmora Win.ini"
+            wait_for("the setting", lambda: settings.exists() and "Name=Anna" in settings.read_text())
+            display.window("Hello")
+            display.key("ctrl+q")
+            self.assertEqual(0, program.wait())
+
+
+if __name__ == "__main__":
+    build, compiler = (pathlib.Path(name).resolve() if "/" in name else name for name in sys.argv[1:3])
+    unittest.main(argv=sys.argv[:1])
