@@ -21,9 +21,11 @@ from trace import Trace  # noqa: E402
 def run(*command, **options):
     result = subprocess.run([str(word) for word in command], capture_output=True, text=True,
                             stdin=subprocess.DEVNULL, timeout=100, **options)
+    output = result.stdout + result.stderr
     if result.returncode != 0:
-        raise AssertionError(f"{command} gave {result.returncode}:\n{result.stdout}{result.stderr}")
-    return result.stdout + result.stderr
+        output = re.sub(r"^\.+ /.*\n", "", output, flags=re.M)  # the headers read, see below
+        raise AssertionError(f"{command} gave {result.returncode}:\n{output}")
+    return output
 
 
 def blocks(page, section, language):
@@ -107,7 +109,7 @@ class Development(Installation):
         bundle = self.folder / "build/hello.app/Contents"
         self.assertTrue((bundle / "Resources/MainMenu.ui").is_file())
         _, trace = self.start_traced(bundle / "MacOS/hello")
-        trace.expect("WM_PAINT", **{"class": "Frame"})
+        trace.expect("WM_ACTIVATE", **{"class": "Frame"})  # its window is shown
 
     def test_readme_program_with_pkg_config(self):
         self.write_host()
@@ -116,7 +118,7 @@ class Development(Installation):
         self.check_headers(run("sh", "-c", " ".join([command, "-H -o hello", *self.flags]),
                                cwd=self.folder, env={**os.environ, **self.environment}))
         _, trace = self.start_traced(self.folder / "hello")
-        trace.expect("WM_PAINT", **{"class": "Frame"})
+        trace.expect("WM_ACTIVATE", **{"class": "Frame"})  # its window is shown
 
     def test_readme_plugin_in_an_installed_program(self):
         plugin, loading = blocks("README.md", "A plug-in", "cpp")
