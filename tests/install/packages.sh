@@ -11,6 +11,7 @@ if [ "$(id -u)" -ne 0 ]; then
     echo "packages: a clean root can only be made by root" >&2
     exit 1
 fi
+scripts/setup debootstrap
 . /etc/os-release
 base=$folder/root-$VERSION_CODENAME
 root=$folder/root
@@ -46,7 +47,8 @@ in_root() {
 
 # install PACKAGES...: ours come from /vmcore, with what they depend on.
 install() {
-    in_root apt-get install -y -qq -o Dpkg::Use-Pty=0 "$@" >"$folder/install.log" 2>&1 || {
+    in_root apt-get install -y -qq -o Dpkg::Use-Pty=0 -o Dpkg::Options::=--force-unsafe-io \
+        "$@" >"$folder/install.log" 2>&1 || {
         cat "$folder/install.log" >&2
         return 1
     }
