@@ -11,6 +11,11 @@
 # in the current binary folder. BUNDLE_NAME is the target's name by default. A plug-in that is a
 # target of this build must be defined before. The bundle's path is the target's property
 # VMCORE_BUNDLE. Works in this project and in one that found the installed package.
+#
+# vmcore_install_application(<target> COMMAND <name> [COMPONENT <component>])
+#
+# Installs the bundle of such a target as <libdir>/<name>/<BUNDLE_NAME>.app and the link <bindir>/<name>,
+# by which users call it: a program finds its bundle through links.
 
 set(VMCORE_INFO_PLIST_TEMPLATE ${CMAKE_CURRENT_LIST_DIR}/Info.plist.in CACHE INTERNAL "")
 
@@ -33,12 +38,53 @@ function(vmcore_add_application)
     # The generator expression keeps multi-configuration generators from adding a folder.
     set_target_properties(${app_NAME} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY $<1:${bundle}/Contents/MacOS>
-        VMCORE_BUNDLE ${bundle})
+        VMCORE_BUNDLE ${bundle}
+        VMCORE_PLUGINS "${app_PLUGINS}")
 
     _vmcore_write_info_plist(${bundle} ${app_NAME} ${app_BUNDLE_NAME} "${app_HELP_BOOK}")
     _vmcore_copy_into(${app_NAME} resources ${bundle}/Contents/Resources
                       ${app_RESOURCES} ${app_HELP_BOOK})
     _vmcore_add_plugins(${app_NAME} ${bundle}/Contents/PlugIns ${app_PLUGINS})
+endfunction()
+
+function(vmcore_install_application target)
+    cmake_parse_arguments(PARSE_ARGV 1 app "" "COMMAND;COMPONENT" "")
+    get_target_property(bundle ${target} VMCORE_BUNDLE)
+    if(NOT bundle OR NOT app_COMMAND OR app_UNPARSED_ARGUMENTS)
+        message(FATAL_ERROR "vmcore_install_application needs a target made by "
+                            "vmcore_add_application, and COMMAND; it knows COMPONENT besides")
+    endif()
+    if(NOT app_COMPONENT)
+        set(app_COMPONENT ${CMAKE_INSTALL_DEFAULT_COMPONENT_NAME})
+    endif()
+    include(GNUInstallDirs)
+    cmake_path(GET bundle FILENAME bundleName)
+    set(folder ${app_COMMAND}/${bundleName}/Contents) # below <libdir>
+    set(contents ${CMAKE_INSTALL_LIBDIR}/${folder})
+    set(component COMPONENT ${app_COMPONENT})
+
+    install(TARGETS ${target} RUNTIME DESTINATION ${contents}/MacOS ${component})
+    install(FILES ${bundle}/Contents/Info.plist DESTINATION ${contents} ${component})
+    install(DIRECTORY ${bundle}/Contents/Resources DESTINATION ${contents} ${component})
+    _vmcore_install_plugins(${target} ${contents}/PlugIns ${app_COMPONENT})
+
+    file(RELATIVE_PATH executable ${CMAKE_INSTALL_FULL_BINDIR}
+         ${CMAKE_INSTALL_FULL_LIBDIR}/${folder}/MacOS/${target})
+    set(link ${CMAKE_CURRENT_BINARY_DIR}/${target}-link/${app_COMMAND})
+    file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/${target}-link)
+    file(CREATE_LINK ${executable} ${link} SYMBOLIC)
+    install(FILES ${link} DESTINATION ${CMAKE_INSTALL_BINDIR} ${component})
+endfunction()
+
+function(_vmcore_install_plugins target folder component)
+    get_target_property(plugins ${target} VMCORE_PLUGINS)
+    foreach(plugin IN LISTS plugins)
+        if(TARGET ${plugin})
+            install(TARGETS ${plugin} LIBRARY DESTINATION ${folder} COMPONENT ${component})
+        elseif(plugin)
+            install(FILES ${plugin} DESTINATION ${folder} COMPONENT ${component})
+        endif()
+    endforeach()
 endfunction()
 
 function(_vmcore_write_info_plist bundle executable name helpBook)

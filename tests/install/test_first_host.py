@@ -7,15 +7,14 @@ virtual display as the page says.
 
 import pathlib
 import re
-import subprocess
 import sys
 import tempfile
 import unittest
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "e2e"))
-from display import Display, Program, wait_for  # noqa: E402
+from stranger import ROOT, run, sanitizers  # before the next line: finds the folder of display
+from display import Display, Program, wait_for
 
-PAGE = pathlib.Path(__file__).resolve().parents[2] / "docs/first-host.md"
+PAGE = ROOT / "docs/first-host.md"
 FILE = re.compile(r"^`([\w.]+)`:\n\n```\w+\n(.*?)^```", re.MULTILINE | re.DOTALL)
 build = compiler = None
 
@@ -28,13 +27,6 @@ def steps():
         if shown:
             files = {**files, **shown}
             yield files
-
-
-def run(*command):
-    result = subprocess.run([str(word) for word in command], capture_output=True, text=True,
-                            stdin=subprocess.DEVNULL, timeout=100)
-    if result.returncode != 0:
-        raise AssertionError(f"{command} gave {result.returncode}:\n{result.stdout}{result.stderr}")
 
 
 class FirstHost(unittest.TestCase):
@@ -55,7 +47,7 @@ class FirstHost(unittest.TestCase):
             (source / name).write_text(text)
         run("cmake", "-S", source, "-B", source / "build",
             f"-DCMAKE_PREFIX_PATH={cls.folder / 'prefix'}", f"-DCMAKE_CXX_COMPILER={compiler}",
-            "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror")
+            "-DCMAKE_CXX_FLAGS=" + " ".join(["-Wall", "-Wextra", "-Werror", *sanitizers(build)]))
         run("cmake", "--build", source / "build")
         return source / "build/hello.app/Contents/MacOS/hello"
 
@@ -97,5 +89,5 @@ class FirstHost(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    build, compiler = (pathlib.Path(name).resolve() if "/" in name else name for name in sys.argv[1:3])
-    unittest.main(argv=sys.argv[:1])
+    build, compiler = sys.argv.pop(1), sys.argv.pop(1)
+    unittest.main(verbosity=2)

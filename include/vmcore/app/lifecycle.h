@@ -72,7 +72,7 @@ VM_API int AfxResourcePath(char* buffer, int size);
 /// Interface files hand out their top-level objects through such a list.
 VM_API void* AfxGetNibRef();
 VM_API void AfxReleaseNibRef(void* ref);
-/// Loads the interface file <name>.ui for `owner`; 0 when it is missing, malformed or not ASCII,
+/// Loads the interface file `name`.ui for `owner`; 0 when it is missing, malformed or not ASCII,
 /// and before AfxMain has launched the application.
 VM_API BOOL AfxLoadNib(void* owner, const char* name);
 

@@ -55,7 +55,7 @@ VM_API char* macctime(const std::time_t* t); ///< ctime, in its one static buffe
 /// null or not ASCII; `dst` is then untouched.
 VM_API BOOL ASCIIToUniCode(const char* src, unsigned char* dst, int dstBytes);
 
-/// Writes `src` (to its first 0) as ASCII, any other character as \uXXXX per UTF-16 unit with
+/// Writes `src` (to its first 0) as ASCII, any other character as `\uXXXX` per UTF-16 unit with
 /// lower-case digits. What does not fit in `dstSize` bytes with the terminator is left out, never
 /// half an escape. Always returns 0.
 VM_API int UniCodeToASCII(const unsigned short* src, char* dst, int dstSize);

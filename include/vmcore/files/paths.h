@@ -13,8 +13,8 @@
 ///  - A name that begins with '/' has every '\' and ':' replaced by '/'.
 ///  - A name without ':' has every '\' replaced by '/'.
 ///  - Any other name (`C:\Music\a.syx`, `Disk:Music:a.syx`) lies on a volume: the first component is
-///    a folder of the volumes root (VMCORE_VOLUMES, else /run/media/<user> if that exists, else
-///    /media/<user>), the drive letter included. Empty components vanish. A result that does not
+///    a folder of the volumes root (VMCORE_VOLUMES, else `/run/media/<user>` if that exists, else
+///    `/media/<user>`), the drive letter included. Empty components vanish. A result that does not
 ///    fit shows the message box "CFURLGetFileSystemRepresentation - error creating POSIX name"
 ///    ("Error") and leaves the name with all its separators as ':'.
 ///  - Then a final ".bmp" of any case becomes ".png", because bitmap resources are stored so; a name
