@@ -106,11 +106,18 @@ void FtpTransfer::NoteFailure(CURLcode code) {
     FtpAccess::SetError(m_connection, text);
 }
 
+// The result stands: there is little to wait for.
+void FtpTransfer::HurryUp() {
+    Set(CURLOPT_SERVER_RESPONSE_TIMEOUT, CurrentFtpLimits().farewellSeconds);
+}
+
 int FtpTransfer::OnConversation(CURL*, curl_infotype type, char* text, std::size_t size,
                                 void* self) {
     using Speaker = Conversation::Speaker;
-    Conversation& conversation = static_cast<FtpTransfer*>(self)->m_conversation;
+    FtpTransfer& transfer = *static_cast<FtpTransfer*>(self);
+    Conversation& conversation = transfer.m_conversation;
     const std::string_view said(text, size);
+    if (type == CURLINFO_HEADER_OUT && said.starts_with("QUIT")) transfer.HurryUp();
     if (type == CURLINFO_TEXT) conversation.Hear(Speaker::Library, said);
     if (type == CURLINFO_HEADER_OUT) conversation.Hear(Speaker::Client, said);
     if (type == CURLINFO_HEADER_IN) conversation.Hear(Speaker::Server, said);

@@ -41,6 +41,7 @@ public:
 private:
     void SetShared(const std::string& url);
     CURLcode Finish(CURLcode code);
+    void HurryUp();
     void NoteFailure(CURLcode code);
     bool GoOn(curl_off_t done, curl_off_t total);
     static int OnConversation(CURL*, curl_infotype type, char* text, std::size_t size, void* self);

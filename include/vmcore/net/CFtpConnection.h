@@ -14,10 +14,10 @@
 //    Remove sends none but those written into the host.
 //  - Paths are relative to the folder that the login leads to. Names are the server's bytes; a '/' in
 //    one leads into a folder.
-//  - A null text, a control character (below 32, and 127) in any text, a name that is empty or ends
-//    with '/', and a text that makes an address of more than 255 characters (with plain text counted)
-//    are refused: 0 and a log line that begins with "FTP: ".
-//  - No server can hold a call for ever: it has 20 seconds for the connection and login and 60 for each
+//  - A control character (below 32, and 127) in any text, a name that is null, empty or ends with '/',
+//    and texts that make an address of more than 255 characters, counted in plain text, are refused: 0
+//    and a log line that begins with "FTP: ". Nothing is sent then.
+//  - No server can hold a call for ever: it has 20 seconds for the connection and login, 60 for each
 //    answer, and a transfer ends when less than a byte a second arrives for 60 seconds.
 //  - Passwords are never logged. The conversation with the server, without them, is logged under
 //    "vmcore.net.ftp" when that category is on.
