@@ -23,7 +23,7 @@ struct TaskWords {
 TaskWords WordsOf(FtpTask task) {
     switch (task) {
     case FtpTask::List:
-        return {"Listing", "Not listed"};
+        return {"Listing the folder", "Not listed"};
     case FtpTask::Fetch:
         return {"Fetching", "Not fetched"};
     case FtpTask::Upload:
@@ -177,7 +177,7 @@ void FtpDialog::Begin(FtpTask task, const std::string& name, const std::string& 
     StorePlace();
     m_hasMoved = false;
     m_request = {task, WithLogin(server, user, password), Text(m_folder), name, path, mayReplace};
-    SetStatus(std::string(WordsOf(task).doing) + " " + name + "...");
+    SetStatus(std::string(WordsOf(task).doing) + (name.empty() ? "" : " ") + name + "...");
     if (!m_job.Start(this, WM_FTP_JOB, m_request)) SetStatus("No transfer can be begun now");
     ShowState();
     if (m_job.IsRunning()) GetDlgItem(IDC_FTP_CANCEL)->SetFocus(); // else Close would have it

@@ -34,7 +34,7 @@ class Server:
         self.server = FTPServer(("127.0.0.1", 0), handler, ioloop=IOLoop())
         self.address = "127.0.0.1:%d" % self.server.address[1]
         self.stopping = threading.Event()
-        self.thread = threading.Thread(target=self.serve)
+        self.thread = threading.Thread(target=self.serve, daemon=True)
         self.thread.start()
 
     def serve(self):
