@@ -154,6 +154,9 @@ class FtpTest(unittest.TestCase):
         display.run("xdotool", "type", "--delay", "0", PASSWORD)
         display.key("Return")
         self.program.expect(r"ftp failed .*\(550 .*")
+        display.key("alt+d")  # into a folder that is not there yet
+        self.program.expect("ftp uploaded patches.syx")
+        self.assertTrue((self.remote / "none/patches.syx").exists())
         self.quit()
 
     def test_cancelled_and_closed_downloads_leave_nothing(self):
