@@ -67,6 +67,7 @@ private:
     void OnDeleteMessage();
     BOOL MayDropChanges();
     BOOL SaveBank();
+    std::string FolderForBanks() const;
     BOOL FindMessage(const std::string& wanted, bool next);
 
     // Dialogs and pop-up menu
@@ -74,6 +75,7 @@ private:
     void OnPorts();
     void OnDetails();
     BOOL OnSaveAs();
+    void OnFtp();
     BOOL OnContextMenu(const CPoint& point);
 
     // MIDI

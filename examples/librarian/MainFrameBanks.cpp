@@ -6,6 +6,15 @@
 #include "BankFolder.h"
 #include "Report.h"
 
+namespace {
+
+bool IsOfProgram(const std::string& folder) {
+    char resources[MAX_PATH] = {};
+    return AfxResourcePath(resources, sizeof resources) > 0 && folder == resources;
+}
+
+} // namespace
+
 void MainFrame::LoadPlugins() {
     char folder[MAX_PATH] = {};
     if (AfxApplicationPath(folder, sizeof folder) > 0)
@@ -171,16 +180,20 @@ BOOL MainFrame::MayDropChanges() {
 
 // Into the bank's own file, or where the user says when it came with the program.
 BOOL MainFrame::SaveBank() {
-    char resources[MAX_PATH] = {};
-    const bool isDemo = AfxResourcePath(resources, sizeof resources) > 0 &&
-                        FolderOf(m_bankPath) == std::string(resources);
-    if (isDemo) return OnSaveAs();
+    if (IsOfProgram(FolderOf(m_bankPath))) return OnSaveAs();
     std::string error;
     const BOOL saved = WriteBank(m_bankPath, m_bank, error);
     if (saved) m_changed = false;
     SetStatus(saved ? "Saved " + m_bank.name : error);
     Report(saved ? "saved bank %s" : "not saved %s", m_bank.name.c_str());
     return saved;
+}
+
+// Where new banks go: to those of the user that were opened last, else into the documents.
+std::string MainFrame::FolderForBanks() const {
+    if (!m_folder.empty() && !IsOfProgram(m_folder)) return m_folder;
+    char documents[MAX_PATH] = {};
+    return GetDocumentsPath(documents, sizeof documents);
 }
 
 // The first message, behind the selected one for `next`, with the text in a cell of its row.

@@ -45,6 +45,9 @@ BOOL MainFrame::OnCommandId(int id) {
     case ID_FILE_SAVE_AS:
         OnSaveAs();
         return TRUE;
+    case ID_FILE_FTP:
+        OnFtp();
+        return TRUE;
     case ID_FILE_QUIT:
         PostQuitMessage(0);
         return TRUE;
@@ -131,6 +134,7 @@ BOOL MainFrame::OnUpdateCommand(int id, CCmdUI& state) {
         return TRUE;
     case ID_FILE_OPEN_VOICES:
     case ID_FILE_OPEN_PATCHES:
+    case ID_FILE_FTP:
     case ID_FILE_QUIT:
     case ID_EDIT_FIND:
     case ID_MIDI_PORTS:

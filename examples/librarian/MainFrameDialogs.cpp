@@ -3,6 +3,7 @@
 
 #include "BankFolder.h"
 #include "Dialogs.h"
+#include "FtpDialog.h"
 #include "MainFrame.h"
 #include "Report.h"
 #include "resource.h"
@@ -85,6 +86,19 @@ BOOL MainFrame::OnSaveAs() {
     SetStatus("Saved " + m_bank.name);
     Report("saved bank %s", m_bank.name.c_str());
     return TRUE;
+}
+
+void MainFrame::OnFtp() {
+    LocalBanks banks;
+    banks.openName = [this] { return m_bank.name; };
+    banks.folder = [this] { return FolderForBanks(); };
+    banks.open = [this](const std::string& path) { return OpenBank(path); };
+    banks.writeCopy = [this](const std::string& path, std::string& error) {
+        return WriteBank(path, m_bank, error);
+    };
+    FtpDialog(this, std::move(banks)).DoModal();
+    SettingsChanged();
+    Report("ftp closed");
 }
 
 // Over the bytes: commands for the selected message. The commands arrive afterwards,

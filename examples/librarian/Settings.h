@@ -11,6 +11,10 @@ namespace setting {
 constexpr const char* kFolder = "Folder";
 constexpr const char* kMidiOut = "MidiOut";
 constexpr const char* kMidiIn = "MidiIn";
+constexpr const char* kFtpServer = "FtpServer";
+constexpr const char* kFtpFolder = "FtpFolder";
+constexpr const char* kFtpUser = "FtpUser";
+constexpr const char* kFtpPattern = "FtpPattern";
 } // namespace setting
 
 /// Whether `key`=`value` comes back from a profile as it was written: a value ends at its first ';'

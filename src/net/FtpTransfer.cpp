@@ -37,7 +37,7 @@ std::vector<std::string> Secrets(const FtpTexts& texts) {
 FtpTransfer::FtpTransfer(CFtpConnection& connection, const std::string& url)
     : m_connection(connection), m_curl(CurlLibrary::Get()),
       m_conversation(Secrets(FtpAccess::Texts(connection))) {
-    FtpAccess::SetError(connection, {});
+    FtpAccess::SetError(connection, m_curl ? "" : "libcurl cannot be loaded");
     if (!m_curl) return;
     {
         std::lock_guard guard(GlobalLock());

@@ -230,10 +230,11 @@ CWnd* CWnd::SetFocus() {
                         "Request to SetFocus to an NSView which doesn't accept focus");
         return nullptr;
     }
+    QWidget* const target = view; // GetFocus rebinds the scratch window, which this may be
     CWnd* previous = GetFocus();
     const vm::HeldViews held; // what is told of the focus may destroy both
-    view->window()->activateWindow();
-    view->setFocus(Qt::OtherFocusReason);
+    target->window()->activateWindow();
+    target->setFocus(Qt::OtherFocusReason);
     return previous;
 }
 

@@ -38,8 +38,9 @@ class Drive:
         try:
             with Display() as self.display:
                 self.start(folder, self.data / "patches.syx")
-                for step in (self.menus, self.about, self.ports, self.details, self.find,
-                             self.pointer, self.drop, self.window_manager, self.save, self.delete_and_quit):
+                for step in (self.menus, self.about, self.ports, self.details, self.ftp, self.find,
+                             self.pointer, self.drop, self.window_manager, self.save,
+                             self.delete_and_quit):
                     step()
             self.check_every_item()
         finally:
@@ -164,6 +165,16 @@ class Drive:
         wait_for("the box to close", lambda: self.visible_windows() == self.windows_at_rest + 1)
         self.display.key("Escape")
         self.program.expect("details cancelled")
+        self.wait_at_rest()
+
+    def ftp(self):
+        self.trace.skip()
+        self.open_dialog(["alt+f", "t"], "FtpDialog", "Banks on a Server")
+        self.type("no server", "FtpDialog")
+        self.display.key("Return")
+        self.program.expect("ftp refused")
+        self.display.key("alt+c")
+        self.program.expect("ftp closed")
         self.wait_at_rest()
 
     def find(self):

@@ -109,6 +109,16 @@ TEST_F(Focus, HiddenViewPassesTheFocusOn) {
                 ElementsAre(Message{WM_SETFOCUS, 0, 0}, Message{WM_KILLFOCUS, 0, 0}));
 }
 
+TEST_F(Focus, GoesFromOneControlWithoutAnObjectToAnother) {
+    QLineEdit* const before = EditIn(top, 2);
+    QLineEdit* const after = EditIn(top, 30);
+    before->setFocus();
+    CWnd* const scratch = getTempWnd(false);
+    scratch->view = after;
+    EXPECT_EQ(scratch->SetFocus()->view, before);
+    EXPECT_EQ(QApplication::focusWidget(), after);
+}
+
 TEST_F(Focus, ResponderBeforeMayBeAnyView) {
     QLineEdit* const edit = EditIn(top, 2);
     edit->setFocus();
