@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <system_error>
 
 #include <spawn.h>
@@ -20,7 +21,6 @@
 namespace {
 
 constexpr const char* kOption = "--try-plug-in"; // seconds, path
-constexpr const char* kThisProgram = "/proc/self/exe";
 constexpr int kTimeLimit = 5;
 
 // Exit codes that a plug-in which ends the process itself will hardly use.
@@ -37,6 +37,12 @@ void DieOfSignals() {
     }
     const rlimit noCore = {0, 0};
     setrlimit(RLIMIT_CORE, &noCore);
+}
+
+// The link itself may lead elsewhere when something else runs the program, such as a debugging tool.
+std::string ThisProgram() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).string();
 }
 
 Ending Try(const char* path) {
@@ -96,7 +102,7 @@ TrialResult TryPlugin(const std::string& path, const std::string& program, int s
 
 std::string CheckPlugin(const std::string& path) {
     if (const std::optional<std::string> known = RecallVerdict(path)) return *known;
-    const TrialResult result = TryPlugin(path, kThisProgram, kTimeLimit);
+    const TrialResult result = TryPlugin(path, ThisProgram(), kTimeLimit);
     if (result.wasTried) RememberVerdict(path, result.problem);
     return result.problem;
 }
