@@ -26,8 +26,16 @@ EXPORTED inline int& Counter() {
     return s_counter;
 }
 EXPORTED int DllMain(HINSTANCE, unsigned) {
+    return ++Counter();
+}
+EXPORTED int InitVMCore() {
+    return ++Counter();
+}
+EXPORTED int InitProfileManager() {
+    return ++Counter();
+}
+EXPORTED void TermVMCore() {
     ++Counter();
-    return 1;
 }
 EXPORTED PlugInApp* AfxGetPlugInApp() {
     return &theApp;
@@ -206,8 +214,14 @@ ENTRY int NothingIsKnownWithoutBundle() {
            RunDialog(nullptr) == IDCANCEL && GetProcessSignature() == 0x3F3F3F3F;
 }
 
-// Whether each of the names that both have is this plug-in's own.
+// Whether each of the names that both have is this plug-in's own, and the library's entry points its
+// own when the plug-in attaches it.
 ENTRY int NamesAreItsOwn() {
+    static MacInstance s_record;
+    s_record.Initialize(PLUGIN_LETTER);
+    char name[256] = "";
+    AfxGetInstanceName(&s_record, name);
+    if (std::string(name) != PLUGIN_LETTER) return 0;
     Counter() += 10;
     CWinApp& app = theApp;
     return std::string(theApp.Letter()) == PLUGIN_LETTER &&
