@@ -53,7 +53,7 @@ class Installed(unittest.TestCase):
         self.check_headers(run("cmake", "--build", where, "--verbose"))
         bundle = where / "Stranger.app/Contents"
         self.assertTrue((bundle / "Resources/note.txt").is_file())
-        self.assertIn("message 42 in Stranger", self.run_stranger(bundle / "MacOS/stranger"))
+        self.assertIn("message 42 in Stranger, with tool", self.run_stranger(bundle / "MacOS/stranger"))
 
     def test_pkg_config_module(self):
         environment = {**os.environ, "PKG_CONFIG_PATH": str(self.library / "pkgconfig")}

@@ -1,10 +1,19 @@
 // Opens a window, lets a message travel through it, and quits. Prints what it saw.
 #include <cstdio>
+#include <string>
 
 #include <afxwin.h>
 #include <mmsystem.h>
 
 namespace {
+
+bool ToolWorks() {
+    char path[MAX_PATH] = {};
+    AfxApplicationPath(path, sizeof path);
+    const HMODULE library = LoadLibrary((std::string(path) + "/../PlugIns/tool.so").c_str());
+    const auto tool = reinterpret_cast<int (*)()>(GetProcAddress(library, "Tool"));
+    return tool && tool();
+}
 
 class Window : public CFrameWnd {
 public:
@@ -13,7 +22,8 @@ public:
             return CFrameWnd::MessageMap(message, wParam, lParam);
         char name[256] = {};
         AfxApplicationName(name, sizeof name);
-        std::printf("message %d in %s\n", static_cast<int>(wParam), name);
+        std::printf("message %d in %s%s\n", static_cast<int>(wParam), name,
+                    ToolWorks() ? ", with tool" : "");
         PostQuitMessage(0);
         return 1;
     }
