@@ -1,4 +1,6 @@
 // The plug-ins, and the editor that one of them may bring for the selected message.
+#include <cstdio>
+
 #include "BankFolder.h"
 #include "FrameIds.h"
 #include "MainFrame.h"
