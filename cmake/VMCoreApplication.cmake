@@ -17,6 +17,13 @@
 # Installs the bundle of such a target as <libdir>/<name>/<BUNDLE_NAME>.app and the link <bindir>/<name>,
 # by which users call it: a program finds its bundle through links.
 
+# vmcore_add_plugin(<target> <source files...>)
+#
+# Makes a loadable module that is linked to the library. Its names are its own, also where another
+# module in the process has the same ones: nothing is exported that the sources do not mark so, and
+# what is exported is not looked up elsewhere. Once loaded it stays in memory, because windows, timers
+# and callbacks of it may outlive the interest of who has loaded it.
+
 set(VMCORE_INFO_PLIST_TEMPLATE ${CMAKE_CURRENT_LIST_DIR}/Info.plist.in CACHE INTERNAL "")
 
 function(vmcore_add_application)
@@ -85,6 +92,17 @@ function(_vmcore_install_plugins target folder component)
             install(FILES ${plugin} DESTINATION ${folder} COMPONENT ${component})
         endif()
     endforeach()
+endfunction()
+
+function(vmcore_add_plugin target)
+    add_library(${target} MODULE ${ARGN})
+    target_link_libraries(${target} PRIVATE VMCore::VMCore)
+    target_link_options(${target} PRIVATE -Wl,-Bsymbolic -Wl,-z,nodelete)
+    # Else one module would have the variables of another one's inline functions.
+    target_compile_options(${target} PRIVATE
+        $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
+    set_target_properties(${target} PROPERTIES
+        PREFIX "" CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
 endfunction()
 
 function(_vmcore_write_info_plist bundle executable name helpBook)

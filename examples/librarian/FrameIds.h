@@ -5,4 +5,5 @@
 
 constexpr UINT WM_MIDI_INPUT = WM_USER + 1;
 constexpr UINT kMidiTimer = 1;
+constexpr UINT kMidiTimerInterval = 20;
 constexpr UINT kSaveTimer = 2;

@@ -6,6 +6,7 @@
 
 #include "Dialogs.h"
 #include "MainFrame.h"
+#include "PluginTrial.h"
 #include "Report.h"
 
 class LibrarianApp : public CWinApp {
@@ -40,6 +41,7 @@ private:
 static LibrarianApp theApp;
 
 int main(int argc, char** argv) {
+    if (const std::optional<int> trial = TrialAskedFor(argc, argv)) return *trial;
     AfxSetDVBundle(nullptr);
     VMCore_Initialize();
     return AfxMain(&theApp, argc, argv);

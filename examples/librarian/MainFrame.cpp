@@ -1,6 +1,8 @@
 // The window itself: creation, layout, its place on the screen, its end.
 #include "MainFrame.h"
 
+#include <algorithm>
+
 #include "FrameIds.h"
 #include "Report.h"
 #include "resource.h"
@@ -9,7 +11,8 @@ namespace {
 
 constexpr UINT kSaveDelay = 5000; // milliseconds from a change of the settings to its writing
 constexpr int kStatusHeight = 20;
-constexpr int kHexShare = 45; // per cent of the space of list and hex pane
+constexpr int kLeastList = 60; // what an editor leaves of the list
+constexpr int kHexShare = 45;  // per cent of the space of list and hex pane
 
 // The frame of the first run.
 const CRect kStandardPlace(120, 90, 120 + 762, 90 + 604);
@@ -47,8 +50,10 @@ BOOL MainFrame::Open() {
     const BOOL connected = OpenPorts();
     LoadPlugins();
     const std::string plugins = m_plugins.Names();
+    const std::string refused = m_plugins.Refused();
     SetStatus(std::string(connected ? "Ready" : "Ready, but MIDI output or input is missing") +
-              (plugins.empty() ? "" : ". Plug-ins: " + plugins));
+              (plugins.empty() ? "" : ". Plug-ins: " + plugins) +
+              (refused.empty() ? "" : ". Not loaded: " + refused));
     ShowRecentBanks();
     ShowFolder();
     ShowPorts();
@@ -108,6 +113,7 @@ void MainFrame::MakeParts() {
     m_list.Create(WS_CHILD | WS_VISIBLE, anywhere, this, IDC_MESSAGES);
     m_list.AddColumns();
     m_hex.Create("", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, anywhere, this, IDC_HEX);
+    MakeEditorPane();
     m_status.Create(this);
 
     DragAcceptFiles();
@@ -125,9 +131,12 @@ void MainFrame::LayOut() {
     const int bandHeight = m_header.IsWindowVisible() ? HeaderBand::kHeight : 0;
     const int top = bandHeight + (m_find.IsWindowVisible() ? FindBar::kHeight : 0);
     const int hexHeight = m_hex.IsWindowVisible() ? (bottom - top) * kHexShare / 100 : 0;
+    const int editorHeight = m_editor.Height();
     if (bandHeight) m_header.MoveWindow(0, 0, width, bandHeight);
     if (top > bandHeight) m_find.MoveWindow(0, bandHeight, width, FindBar::kHeight);
-    m_list.MoveWindow(0, top, width, bottom - hexHeight - top);
+    const int listHeight = std::max(bottom - std::max(hexHeight, editorHeight) - top, kLeastList);
+    m_list.MoveWindow(0, top, width, listHeight);
+    if (editorHeight) m_editor.MoveWindow(0, top + listHeight, width, bottom - top - listHeight);
     if (hexHeight) m_hex.MoveWindow(0, bottom - hexHeight, width, hexHeight);
     m_status.MoveWindow(0, bottom, width, kStatusHeight);
     Report("sized %d %d", client.right, client.bottom);
@@ -179,6 +188,7 @@ BOOL MainFrame::OnQueryClose() {
 void MainFrame::OnDestroyed() {
     m_midi.Close();
     m_made = false;
+    m_editor.Close();
     SaveSettings();
     Report("closed");
     PostQuitMessage(0);

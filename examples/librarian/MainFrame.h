@@ -1,6 +1,6 @@
 // The main window: header band, list of messages, hex pane and status bar, and the commands. Its
-// functions are in five sources: MainFrame.cpp (the window), MainFrameCommands.cpp (the menus),
-// MainFrameBanks.cpp, MainFrameDialogs.cpp and MainFrameMidi.cpp.
+// functions are in six sources: MainFrame.cpp (the window), MainFrameCommands.cpp (the menus),
+// MainFrameBanks.cpp, MainFrameDialogs.cpp, MainFrameEditor.cpp and MainFrameMidi.cpp.
 #pragma once
 
 #include <string>
@@ -10,6 +10,7 @@
 #include <afxwin.h>
 
 #include "BankFile.h"
+#include "EditorPane.h"
 #include "FindBar.h"
 #include "HeaderBand.h"
 #include "HexPane.h"
@@ -51,7 +52,6 @@ private:
     void ShowInstruments();
 
     // Banks
-    void LoadPlugins();
     void OpenDemoBank(const char* name);
     BOOL OpenBank(const std::string& path);
     void ShowBank();
@@ -69,6 +69,17 @@ private:
     BOOL SaveBank();
     std::string FolderForBanks() const;
     BOOL FindMessage(const std::string& wanted, bool next);
+
+    // Plug-ins
+    void LoadPlugins();
+    void OnPlugins();
+    void MakeEditorPane();
+    const LibrarianEditor* SelectedEditor() const;
+    void OnEditVoice();
+    void ShowInEditor();
+    void FollowSelection();
+    int SendEdit(const SysexBytes& message);
+    bool StoreEdit(const SysexBytes& message);
 
     // Dialogs and pop-up menu
     void MakeFindBar();
@@ -94,6 +105,8 @@ private:
     int m_selected = -1;    // index of a message
     bool m_changed = false; // since the bank was opened or saved
     Plugins m_plugins;
+    int m_edited = -1;         // the message that the editor shows
+    bool m_hexCovered = false; // the editor stands in the place of the hex pane
 
     RecentBanks m_recent;
     std::string m_folder;                   // of the last opened bank
@@ -116,6 +129,7 @@ private:
     FindBar m_find;
     MessageList m_list;
     HexPane m_hex;
+    EditorPane m_editor;
     CStatusBar m_status;
     bool m_made = false;
 };

@@ -1,4 +1,4 @@
-// Opening banks, the plug-ins that describe them, and the message that is selected.
+// Opening banks, and the message that is selected.
 #include "MainFrame.h"
 
 #include <algorithm>
@@ -14,14 +14,6 @@ bool IsOfProgram(const std::string& folder) {
 }
 
 } // namespace
-
-void MainFrame::LoadPlugins() {
-    char folder[MAX_PATH] = {};
-    if (AfxApplicationPath(folder, sizeof folder) > 0)
-        m_plugins.LoadAll(FolderOf(folder) + "/PlugIns");
-    const std::string names = m_plugins.Names();
-    Report("plugins %s", names.empty() ? "none" : names.c_str());
-}
 
 void MainFrame::OpenDemoBank(const char* name) {
     char folder[MAX_PATH] = {};
@@ -47,6 +39,7 @@ BOOL MainFrame::OpenBank(const std::string& path) {
 }
 
 void MainFrame::ShowBank() {
+    m_editor.Close();
     m_selected = -1;
     m_hex.Clear();
     m_list.ShowBank(m_bank);
@@ -149,11 +142,12 @@ void MainFrame::OnSelected(int index) {
     Report("selected %d", m_selected + 1);
     if (!message.patch.empty())
         Report("described %s: %s", message.info.kind.c_str(), message.patch.c_str());
+    FollowSelection();
 }
 
 // A bank without messages is none: the last one stays.
 void MainFrame::OnDeleteMessage() {
-    if (m_selected < 0 || m_bank.messages.size() < 2) return;
+    if (m_selected < 0 || m_bank.messages.size() < 2 || !m_editor.MayLeave()) return;
     const int index = m_selected;
     m_bank.messages.erase(m_bank.messages.begin() + index);
     m_changed = true;
@@ -165,6 +159,7 @@ void MainFrame::OnDeleteMessage() {
 
 // Asks what to do with changes, if there are any. FALSE: go on with this bank.
 BOOL MainFrame::MayDropChanges() {
+    if (!m_editor.MayLeave()) return FALSE;
     if (!m_changed) return TRUE;
     Report("asks save");
     const std::string question = "Save the changes to " + m_bank.name + "?";

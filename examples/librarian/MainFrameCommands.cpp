@@ -76,6 +76,12 @@ BOOL MainFrame::OnCommandId(int id) {
     case ID_MIDI_SLOW:
         OnSlow();
         return TRUE;
+    case ID_EDIT_VOICE:
+        OnEditVoice();
+        return TRUE;
+    case ID_HELP_PLUGINS:
+        OnPlugins();
+        return TRUE;
     case ID_VIEW_HEX:
         Toggle(m_hex, "hex pane");
         return TRUE;
@@ -124,8 +130,12 @@ BOOL MainFrame::OnUpdateCommand(int id, CCmdUI& state) {
         SetState(state, !m_sendPending);
         state.SetCheck(m_slow);
         return TRUE;
+    case ID_EDIT_VOICE:
+        SetState(state, m_editor.IsOpen() || SelectedEditor());
+        state.SetCheck(m_editor.IsOpen());
+        return TRUE;
     case ID_VIEW_HEX:
-        SetState(state, true);
+        SetState(state, !m_editor.IsOpen());
         state.SetCheck(m_hex.IsWindowVisible());
         return TRUE;
     case ID_VIEW_HEADER:
@@ -138,6 +148,7 @@ BOOL MainFrame::OnUpdateCommand(int id, CCmdUI& state) {
     case ID_FILE_QUIT:
     case ID_EDIT_FIND:
     case ID_MIDI_PORTS:
+    case ID_HELP_PLUGINS:
         SetState(state, true);
         return TRUE;
     default:

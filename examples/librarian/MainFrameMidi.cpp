@@ -5,7 +5,6 @@
 
 namespace {
 
-constexpr UINT kMidiTimerInterval = 20;
 constexpr DWORD kEchoLimit = 2000; // milliseconds after the last byte has left
 
 } // namespace
@@ -66,9 +65,13 @@ void MainFrame::OnInput(int index) {
     Report("input %s", m_midi.InputName().c_str());
 }
 
-// While a send is under way: has it left, has its echo come?
+// While a send is under way: has it left, has its echo come? That of an editor's has none.
 void MainFrame::OnMidiTimer() {
-    if (m_midi.IsSending() || !m_sendPending) return;
+    if (m_midi.IsSending()) return;
+    if (!m_sendPending) {
+        KillTimer(kMidiTimer);
+        return;
+    }
     const SysexBytes& sent = m_midi.LastSent();
     if (!m_sentReported) {
         m_sentReported = true;

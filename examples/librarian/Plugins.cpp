@@ -22,21 +22,31 @@ std::vector<std::string> SharedObjectsIn(const std::string& folder) {
     return files;
 }
 
-// The record behind the plug-in's entry; null, and why, when it is none of this version.
-const LibrarianPluginRecord* RecordOf(HMODULE library, std::string& problem) {
-    problem = "it has no entry " LIBRARIAN_PLUGIN_ENTRY;
-    const auto entry =
-        reinterpret_cast<LibrarianPluginEntry>(GetProcAddress(library, LIBRARIAN_PLUGIN_ENTRY));
-    if (!entry) return nullptr;
-    const LibrarianPluginRecord* record = entry();
-    if (!record || record->version != LIBRARIAN_PLUGIN_VERSION) {
-        problem = record ? "it has version " + std::to_string(record->version) + ", not " +
-                               std::to_string(LIBRARIAN_PLUGIN_VERSION)
-                         : "its entry returned nothing";
-        return nullptr;
-    }
-    problem = "its record is incomplete";
-    return record->name && record->describe ? record : nullptr;
+bool IsComplete(const LibrarianEditor* editor) {
+    return editor && editor->canEdit && editor->create && editor->resize && editor->show &&
+           editor->leave && editor->destroy;
+}
+
+const LibrarianEditor* EditorOf(const LibrarianPluginRecord& record) {
+    if (record.version != LIBRARIAN_EDITOR_VERSION) return nullptr;
+    return reinterpret_cast<const LibrarianEditorRecord&>(record).editor;
+}
+
+// Why a record is of no use, "" when it is.
+std::string ProblemOf(const LibrarianPluginRecord* record) {
+    if (!record) return "its entry returned nothing";
+    const bool hasEditor = record->version == LIBRARIAN_EDITOR_VERSION;
+    if (record->version != LIBRARIAN_PLUGIN_VERSION && !hasEditor)
+        return "it has version " + std::to_string(record->version) + ", which is none of 1 to " +
+               std::to_string(LIBRARIAN_EDITOR_VERSION);
+    const bool complete = hasEditor ? IsComplete(EditorOf(*record)) : record->describe != nullptr;
+    return record->name && complete ? "" : "its record is incomplete";
+}
+
+std::string Joined(const std::vector<std::string>& texts) {
+    std::string joined;
+    for (const std::string& text : texts) joined += (joined.empty() ? "" : ", ") + text;
+    return joined;
 }
 
 template <std::size_t Size>
@@ -46,38 +56,72 @@ std::string TextIn(const char (&buffer)[Size]) {
 
 void DescribeWith(const LibrarianPluginRecord& plugin, BankMessage& message) {
     LibrarianMessageText text = {};
-    if (!plugin.describe(message.bytes.data(), message.bytes.size(), &text)) return;
+    if (!plugin.describe || !plugin.describe(message.bytes.data(), message.bytes.size(), &text))
+        return;
     message.info.kind = TextIn(text.kind);
     message.patch = TextIn(text.patch);
 }
 
 } // namespace
 
-void Plugins::LoadAll(const std::string& folder) {
-    for (const std::string& file : SharedObjectsIn(folder)) Load(folder, file);
+void Plugins::LoadAll(const std::string& folder, const Check& check) {
+    for (const std::string& file : SharedObjectsIn(folder)) {
+        PluginFile& plugin = FileNamed(file);
+        if (!plugin.name.empty()) continue;
+        const std::string path = folder + "/" + file;
+        plugin.problem = check ? check(path) : "";
+        if (plugin.problem.empty()) plugin.problem = Load(path, plugin.name);
+        const std::string line = plugin.problem.empty()
+                                     ? "Plug-in loaded: " + plugin.name
+                                     : "Plug-in not loaded: " + file + ": " + plugin.problem;
+        OutputDebugString(line.c_str());
+    }
 }
 
-void Plugins::Load(const std::string& folder, const std::string& file) {
-    std::string problem = "it cannot be opened";
-    const LibrarianPluginRecord* record = nullptr;
-    if (const HMODULE library = LoadLibrary((folder + "/" + file).c_str()))
-        record = RecordOf(library, problem);
-    if (!record) {
-        OutputDebugString(("Plug-in not loaded: " + file + ": " + problem).c_str());
-        return;
-    }
-    OutputDebugString((std::string("Plug-in loaded: ") + record->name).c_str());
+PluginFile& Plugins::FileNamed(const std::string& file) {
+    const auto known = std::find_if(m_files.begin(), m_files.end(),
+                                    [&](const PluginFile& plugin) { return plugin.file == file; });
+    if (known != m_files.end()) return *known;
+    m_files.push_back({file, "", ""});
+    return m_files.back();
+}
+
+std::string Plugins::Load(const std::string& path, std::string& name) {
+    const HMODULE library = LoadLibrary(path.c_str());
+    if (!library) return "it cannot be opened";
+    const auto entry =
+        reinterpret_cast<LibrarianPluginEntry>(GetProcAddress(library, LIBRARIAN_PLUGIN_ENTRY));
+    if (!entry) return "it has no entry " LIBRARIAN_PLUGIN_ENTRY;
+    const LibrarianPluginRecord* const record = entry();
+    std::string problem = ProblemOf(record);
+    if (!problem.empty()) return problem;
+    name = record->name;
     m_records.push_back(record);
+    return "";
 }
 
 std::string Plugins::Names() const {
-    std::string names;
-    for (const LibrarianPluginRecord* record : m_records)
-        names += (names.empty() ? "" : ", ") + std::string(record->name);
-    return names;
+    std::vector<std::string> names;
+    for (const LibrarianPluginRecord* record : m_records) names.emplace_back(record->name);
+    return Joined(names);
+}
+
+std::string Plugins::Refused() const {
+    std::vector<std::string> files;
+    for (const PluginFile& plugin : m_files)
+        if (!plugin.problem.empty()) files.push_back(plugin.file);
+    return Joined(files);
 }
 
 void Plugins::Describe(Bank& bank) const {
     for (BankMessage& message : bank.messages)
         for (const LibrarianPluginRecord* record : m_records) DescribeWith(*record, message);
+}
+
+const LibrarianEditor* Plugins::EditorFor(const SysexBytes& message) const {
+    for (const LibrarianPluginRecord* record : m_records) {
+        const LibrarianEditor* const editor = EditorOf(*record);
+        if (editor && editor->canEdit(message.data(), message.size())) return editor;
+    }
+    return nullptr;
 }

@@ -26,6 +26,9 @@ enum CommandId : int {
     ID_EDIT_DETAILS = 1602,
     ID_EDIT_FIND = 1603,
     ID_EDIT_FIND_NEXT = 1604,
+
+    ID_EDIT_VOICE = 1701,
+    ID_HELP_PLUGINS = 1702,
 };
 
 // Indices of menus in MainMenu.ui, and of sub-menus in their menus.
@@ -47,6 +50,7 @@ enum ResourceId : int {
     IDD_CLEAR = 121,
     IDD_FIND = 130,
     IDD_FTP = 140,
+    IDD_PLUGINS = 151, // 150 is that of a plug-in
     IDR_MESSAGE_MENU = 200,
 };
 
@@ -78,4 +82,8 @@ enum ControlId : int {
     IDC_HEADER = 2001,
     IDC_MESSAGES = 2002,
     IDC_HEX = 2003,
+    IDC_EDITOR = 2004,
+
+    IDC_PLUGINS_LIST = 3000,
+    IDC_PLUGINS_AGAIN = 3001,
 };

@@ -30,7 +30,10 @@ void RunMenuAction(QAction* item) {
 } // namespace
 
 CWinAppDelegate& CWinAppDelegate::Shared() {
-    static auto* const s_delegate = new CWinAppDelegate;
+    static auto* const s_delegate = [] {
+        vm::SetMenuActionTarget(RunMenuAction);
+        return new CWinAppDelegate;
+    }();
     return *s_delegate;
 }
 
@@ -41,7 +44,6 @@ bool CWinAppDelegate::hasApplication() const {
 void CWinAppDelegate::applicationWillFinishLaunching() {
     vm::SetUserDefault("NSDisabledDictationMenuItem", true);
     vm::SetUserDefault("NSDisabledCharacterPaletteMenuItem", true);
-    vm::SetMenuActionTarget(RunMenuAction);
     if (CWinApp* app = AfxGetApp()) app->InitInstance();
     if (QMenu* menu = vm::MainMenu()) vm::AssignMenuDelegate(menu);
 }

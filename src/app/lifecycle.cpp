@@ -37,6 +37,7 @@ int InitLibrary() {
     LogText(LogModule::App, "Initializing VMCore");
     CreateThreadExitQueue();
     StartMidiWhenUsed();
+    CWinAppDelegate::Shared(); // whose menus work in a foreign program, too
     return InitProfileManager();
 }
 

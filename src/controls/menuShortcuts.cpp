@@ -7,9 +7,11 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMenu>
 
+#include "app/appState.h"
 #include "controls/menuRegistry.h"
 #include "controls/menuState.h"
 #include "platform/eventboundary.h"
+#include "wnd/NativeWindow.h"
 #include "wnd/keyCodes.h"
 
 namespace vm {
@@ -109,9 +111,17 @@ bool SomethingIsOpen() {
     return QApplication::activePopupWidget() || QApplication::activeModalWidget();
 }
 
+// The windows of a foreign program have shortcuts of their own.
+bool IsForForeignWindow() {
+    if (!App().isPluginEnvironment) return false;
+    const QWidget* focus = QApplication::focusWidget();
+    const QWidget* window = focus ? focus->window() : QApplication::activeWindow();
+    return !dynamic_cast<const NativeWindow*>(window);
+}
+
 bool MenuShortcuts::Act(const QKeyEvent& event) {
     const Shortcut* match = Find(event);
-    if (!match || SomethingIsOpen() || FocusKeepsKey(event)) return false;
+    if (!match || IsForForeignWindow() || SomethingIsOpen() || FocusKeepsKey(event)) return false;
     const QPointer<QAction> item = match->item; // the update may change menu and table
     bool wasTriggered = false;
     AtEventBoundary([&] {

@@ -103,7 +103,7 @@ bool NativeApplication::MayTerminate() {
 
 void NativeApplication::Terminate() {
     if (m_terminating || m_asking || !MayTerminate()) return;
-    m_terminating = true;
+    m_terminating = m_delegate != nullptr; // a foreign program goes on, and so may ask again
     if (m_delegate) m_delegate->applicationWillTerminate();
     EndAllLoops();
 }

@@ -9,8 +9,9 @@
 
 namespace vm {
 
-/// Keeps the exception in flight and ends the thread's innermost event loop. Call it in a catch
-/// block only.
+/// Keeps the exception in flight and ends the thread's innermost event loop. On the main thread of a
+/// foreign program, whose loop cannot throw it, it is logged instead: "exception in a handler: <what>".
+/// Call it in a catch block only.
 void KeepException();
 
 /// Throws the kept exception again, if there is one. For the code that ran an event loop.

@@ -57,8 +57,10 @@ void EndInnermostLoop() {
     if (Running* running = FirstToBeEnded(s_innermost)) running->loop.exit();
 }
 
-void EndLoopForException() {
-    if (s_innermost) s_innermost->loop.exit();
+bool EndLoopForException() {
+    if (!s_innermost) return false;
+    s_innermost->loop.exit();
+    return true;
 }
 
 void EndAllLoops() {

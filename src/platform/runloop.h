@@ -15,8 +15,8 @@ void RunLoop(const std::function<bool()>& ended = {});
 
 /// Ends the innermost of these loops; nothing without one.
 void EndInnermostLoop();
-/// Ends the calling thread's innermost loop of either kind.
-void EndLoopForException();
+/// Ends the calling thread's innermost loop of either kind; false without one.
+bool EndLoopForException();
 
 /// Ends all of them, and closes what runs a loop of the toolkit's own: the innermost returns first.
 void EndAllLoops();

@@ -38,8 +38,8 @@ class Drive:
         try:
             with Display() as self.display:
                 self.start(folder, self.data / "patches.syx")
-                for step in (self.menus, self.about, self.ports, self.details, self.ftp, self.find,
-                             self.pointer, self.drop, self.window_manager, self.save,
+                for step in (self.menus, self.about, self.plugins, self.ports, self.details, self.ftp,
+                             self.find, self.pointer, self.drop, self.window_manager, self.save,
                              self.delete_and_quit):
                     step()
             self.check_every_item()
@@ -122,6 +122,24 @@ class Drive:
         self.display.click(left + width - 50, top + height - 20)
         self.program.expect("about")
         self.wait_at_rest()
+
+    def plugins(self):
+        self.trace.skip()
+        self.display.key("alt+h")
+        wait_for("the menu", lambda: self.visible_windows() > self.windows_at_rest)
+        self.open_dialog(["p"], "PluginsDialog", "Plug-ins")
+        self.display.key("Return")
+        self.program.expect("plug-ins closed")
+        self.wait_at_rest()
+        self.display.key("ctrl+1")
+        self.program.expect("opened voices.syx 1 messages")
+        self.display.click(*self.first_row())
+        self.program.expect("selected 1")
+        for report in ("editor shows 1", "editor closed"):
+            self.choose("alt+e", "v", 1701)
+            self.program.expect(report)
+        self.display.key("ctrl+2")
+        self.program.expect("opened patches.syx 64 messages")
 
     def ports(self):
         self.open_dialog(["ctrl+p"], "PortsDialog", "MIDI Ports")

@@ -309,7 +309,7 @@ class BrokenSurroundings(LibrarianTest):
         (copy / "Contents/PlugIns/Broken.so").write_text("no shared object")
         shutil.copy(copy / "Contents/MacOS/Librarian", copy / "Contents/PlugIns/NoPlugin.so")
         program, window = self.open("patches.syx", bundle_path=copy)
-        self.assertIn("plugins Patch memory, Six-operator voices", program.lines())
+        self.assertIn("plugins Voice editor, Patch memory, Six-operator voices", program.lines())
         self.assertIn("Plug-in not loaded: Broken.so", program.log())
         self.assertIn("Plug-in not loaded: NoPlugin.so", program.log())
         self.select_first(program, window)

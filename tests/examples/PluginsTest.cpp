@@ -123,21 +123,41 @@ TEST_F(PluginFolder, LeavesWhatNoneKnows) {
 TEST_F(PluginFolder, RefusesWhatIsWrongAndLoadsTheRest) {
     MessageBoxRecorder boxes;
     Add("Incomplete");
+    Add("IncompleteEditor");
     Add("NoEntry");
     Add("NoRecord");
     Add("SixOp");
     Add("WrongVersion");
     m_home.Write("PlugIns/Broken.so", "no shared object");
-    EXPECT_THAT(Load(),
-                ElementsAre(HasSubstr("Dylib open failure for: "), HasSubstr("Dylib error = "),
-                            "Plug-in not loaded: Broken.so: it cannot be opened",
-                            "Plug-in not loaded: Incomplete.so: its record is incomplete",
-                            "Plug-in not loaded: NoEntry.so: it has no entry LibrarianPlugin",
-                            "Plug-in not loaded: NoRecord.so: its entry returned nothing",
-                            "Plug-in loaded: Six-operator voices",
-                            "Plug-in not loaded: WrongVersion.so: it has version 2, not 1"));
+    EXPECT_THAT(
+        Load(),
+        ElementsAre(HasSubstr("Dylib open failure for: "), HasSubstr("Dylib error = "),
+                    "Plug-in not loaded: Broken.so: it cannot be opened",
+                    "Plug-in not loaded: Incomplete.so: its record is incomplete",
+                    "Plug-in not loaded: IncompleteEditor.so: its record is incomplete",
+                    "Plug-in not loaded: NoEntry.so: it has no entry LibrarianPlugin",
+                    "Plug-in not loaded: NoRecord.so: its entry returned nothing",
+                    "Plug-in loaded: Six-operator voices",
+                    "Plug-in not loaded: WrongVersion.so: it has version 9, which is none of "
+                    "1 to 2"));
     EXPECT_EQ(boxes.Take().size(), 1u); // of the missing entry
     EXPECT_EQ(m_plugins.Names(), "Six-operator voices");
+    EXPECT_EQ(m_plugins.Refused(), "Broken.so, Incomplete.so, IncompleteEditor.so, NoEntry.so, "
+                                   "NoRecord.so, WrongVersion.so");
+}
+
+TEST_F(PluginFolder, CheckedBeforeTheyAreLoadedAndAgainLater) {
+    Add("SixOp");
+    Add("PatchMemory");
+    const std::string folder = (m_home.Path() / "PlugIns").string();
+    m_plugins.LoadAll(folder, [](const std::string& path) {
+        return path.find("SixOp") == std::string::npos ? "" : "it is ill";
+    });
+    EXPECT_THAT(m_log.TakeLog(), ElementsAre("Plug-in loaded: Patch memory",
+                                             "Plug-in not loaded: SixOp.so: it is ill"));
+    EXPECT_THAT(Load(), ElementsAre("Plug-in loaded: Six-operator voices"));
+    EXPECT_EQ(m_plugins.Files().size(), 2u);
+    EXPECT_EQ(m_plugins.Refused(), "");
 }
 
 TEST_F(PluginFolder, TextsWithoutAnEndStopAtTheirRoom) {
