@@ -1,0 +1,136 @@
+#include "DetailPane.h"
+
+#include <algorithm>
+
+#include "BankFile.h"
+#include "MessageShape.h"
+
+namespace {
+
+constexpr COLORREF kTitle = RGB(20, 34, 58);
+constexpr COLORREF kText = RGB(70, 82, 100);
+constexpr COLORREF kHint = RGB(130, 138, 150);
+constexpr int kMargin = 12;
+constexpr int kLine = 18;
+constexpr int kShapeTop = 88;
+
+void Write(CDC& dc, int x, int y, const std::string& words) {
+    dc.TextOut(x, y, words.c_str(), static_cast<int>(words.size()));
+}
+
+const char* BadgeText(ChecksumState state) {
+    switch (state) {
+    case ChecksumState::Right:
+        return "Checksum OK";
+    case ChecksumState::Wrong:
+        return "Checksum bad";
+    default:
+        return "No checksum";
+    }
+}
+
+} // namespace
+
+DetailPane::DetailPane() {
+    m_titleFont.CreateFont(16, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Arial Bold");
+    m_textFont.CreateFont(12, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Arial");
+    m_background.CreateSolidBrush(RGB(246, 248, 251));
+    m_rule.CreateSolidBrush(RGB(184, 194, 208));
+    m_bar.CreateSolidBrush(RGB(36, 108, 190));
+    m_right.CreateSolidBrush(RGB(34, 139, 90));
+    m_wrong.CreateSolidBrush(RGB(192, 24, 24));
+    m_none.CreateSolidBrush(RGB(170, 178, 190));
+    SetAccessibleName("The message at a glance");
+    SetAccessibleRole(ACCESSIBLE_PICTURE);
+}
+
+void DetailPane::ShowMessage(const BankMessage& message) {
+    m_isShown = true;
+    m_title = message.patch.empty() ? message.info.kind : message.patch;
+    m_kind = message.patch.empty() ? "" : message.info.kind;
+    m_maker = message.info.manufacturer + ", " + CountOfBytes(message.bytes.size());
+    m_checksum = message.info.checksum;
+    m_bytes = message.bytes;
+    Invalidate();
+}
+
+void DetailPane::Clear() {
+    m_isShown = false;
+    m_bytes.clear();
+    Invalidate();
+}
+
+int DetailPane::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_PAINT:
+        Paint();
+        return 1;
+    case WM_SIZE:
+        Invalidate();
+        return 1;
+    default:
+        return CWnd::MessageMap(message, wParam, lParam);
+    }
+}
+
+void DetailPane::Paint() {
+    CPaintDC dc(this);
+    CRect client;
+    GetClientRect(client);
+    dc.FillRect(client, &m_background);
+    const CRect edge(0, 0, 1, client.bottom);
+    dc.FillRect(edge, &m_rule);
+    PaintWords(dc, client);
+    if (!m_isShown) return;
+    PaintBadge(dc, client);
+    PaintShape(dc, CRect(kMargin, kShapeTop, client.right - kMargin, client.bottom - kMargin));
+}
+
+void DetailPane::PaintWords(CDC& dc, const CRect& client) {
+    dc.SelectObject(&m_textFont);
+    if (!m_isShown) {
+        dc.SetTextColor(kHint);
+        Write(dc, kMargin, kMargin, "Select a message to see what it is");
+        return;
+    }
+    dc.SetTextColor(kText);
+    Write(dc, kMargin, kMargin + kLine + 6, m_maker);
+    if (!m_kind.empty()) {
+        dc.SetTextAlign(TA_RIGHT | TA_TOP);
+        Write(dc, client.right - kMargin, kMargin + kLine + 6, m_kind);
+        dc.SetTextAlign(TA_LEFT | TA_TOP);
+    }
+    dc.SelectObject(&m_titleFont);
+    dc.SetTextColor(kTitle);
+    Write(dc, kMargin, kMargin - 2, m_title);
+}
+
+void DetailPane::PaintBadge(CDC& dc, const CRect&) {
+    const bool isKnown = m_checksum != ChecksumState::None;
+    CBrush& brush = !isKnown ? m_none : m_checksum == ChecksumState::Right ? m_right : m_wrong;
+    const int y = kMargin + 2 * kLine + 10;
+    const CRect dot(kMargin, y + 3, kMargin + 8, y + 11);
+    dc.FillRect(dot, &brush);
+    dc.SelectObject(&m_textFont);
+    dc.SetTextColor(kText);
+    Write(dc, kMargin + 14, y, BadgeText(m_checksum));
+}
+
+// A bar for each byte, or for several where there are more than columns.
+void DetailPane::PaintShape(CDC& dc, const CRect& area) {
+    const int width = area.right - area.left;
+    const int height = area.bottom - area.top;
+    if (width < 8 || height < 16) return;
+    const SysexBytes shape = ShapeOf(m_bytes, static_cast<std::size_t>(width / 2));
+    const int count = static_cast<int>(shape.size());
+    for (int i = 0; i < count; ++i) {
+        const int left = area.left + i * width / count;
+        const int right = area.left + (i + 1) * width / count;
+        const int bar =
+            std::max(1, std::min<int>(shape[static_cast<std::size_t>(i)], 127) * height / 127);
+        const CRect column(left, area.bottom - bar, std::max(left + 1, right - 1), area.bottom);
+        dc.FillRect(column, &m_bar);
+    }
+    const CRect base(area.left, area.bottom, area.right, area.bottom + 1);
+    dc.FillRect(base, &m_rule);
+}

@@ -1,0 +1,63 @@
+#include "FrameLayout.h"
+
+#include <algorithm>
+
+#include "FindBar.h"
+#include "HeaderBand.h"
+
+namespace {
+
+constexpr int kStatusHeight = 20;
+constexpr int kTreeWidth = 200;
+constexpr int kMonitorHeight = 120;
+constexpr int kHexWidth = 560;        // of a whole line
+constexpr int kLeastDetail = 200;     // wide
+constexpr int kLeastBesideTree = 480; // for the list
+constexpr int kLeastAboveMonitor = 300;
+constexpr int kHexShare = 45; // per cent of the space of list and hex pane
+
+// Takes a strip of the size away from the rectangle; nothing when `isShown` is false.
+CRect TakeTop(CRect& space, int size, bool isShown) {
+    if (!isShown) return {};
+    const CRect strip(space.left, space.top, space.right, space.top + size);
+    space.top += size;
+    return strip;
+}
+
+CRect TakeBottom(CRect& space, int size, bool isShown) {
+    if (!isShown) return {};
+    const CRect strip(space.left, space.bottom - size, space.right, space.bottom);
+    space.bottom -= size;
+    return strip;
+}
+
+CRect TakeLeft(CRect& space, int size, bool isShown) {
+    if (!isShown) return {};
+    const CRect strip(space.left, space.top, space.left + size, space.bottom);
+    space.left += size;
+    return strip;
+}
+
+} // namespace
+
+FrameRects LayOutFrame(int width, int height, const FrameParts& shown) {
+    FrameRects rects;
+    CRect space(0, 0, width, height);
+    rects.status = TakeBottom(space, std::min(kStatusHeight, height), true);
+    rects.header = TakeTop(space, HeaderBand::kHeight, shown.header);
+    rects.find = TakeTop(space, FindBar::kHeight, shown.find);
+    const bool fitsMonitor = space.bottom - space.top >= kLeastAboveMonitor + kMonitorHeight;
+    rects.monitor = TakeBottom(space, kMonitorHeight, shown.monitor && fitsMonitor);
+    const bool fitsTree = width >= kTreeWidth + kLeastBesideTree;
+    rects.tree = TakeLeft(space, kTreeWidth, shown.tree && fitsTree);
+
+    const int lower = std::max(0, static_cast<int>(space.bottom - space.top)) * kHexShare / 100;
+    CRect panes = TakeBottom(space, lower, shown.hex || shown.detail);
+    const bool fitsBoth = panes.right - panes.left >= kHexWidth + kLeastDetail;
+    const bool showsDetail = shown.detail && (fitsBoth || !shown.hex);
+    const int hexWidth = showsDetail ? kHexWidth : static_cast<int>(panes.right - panes.left);
+    rects.hex = TakeLeft(panes, hexWidth, shown.hex);
+    if (showsDetail) rects.detail = panes;
+    rects.list = space;
+    return rects;
+}
