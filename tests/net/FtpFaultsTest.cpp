@@ -9,6 +9,7 @@
 
 #include "FtpTest.h"
 #include "ScriptedFtpServer.h"
+#include "ftpScripts.h"
 #include "net/CurlLibrary.h"
 
 namespace fs = std::filesystem;
@@ -18,19 +19,38 @@ using Clock = std::chrono::steady_clock;
 namespace {
 
 enum class Task { Get, Put, List, Remove };
-enum class Ends { AtOnce, Connect, Answer, Slow };
+enum class Limit { None, Connect, Answer, Slow };
+
+// How an operation ends. The code makes the log line and the beginning of the error text, in which
+// the server's words follow.
+struct End {
+    BOOL result = FALSE;
+    CURLcode code = CURLE_OK;
+    std::string words = {};
+    long left = -1; // bytes of the local file or on the server, or names; -1 without a file
+    Limit limit = Limit::None;
+
+    End Leaves(long count) const { return {result, code, words, count, limit}; }
+    End After(Limit reached) const { return {result, code, words, left, reached}; }
+};
+
+End Works(long left) {
+    return {TRUE, CURLE_OK, "", left};
+}
+
+End Lists(long names, CURLcode code = CURLE_OK, const char* words = "") {
+    return {TRUE, code, words, names};
+}
+
+End Fails(CURLcode code, const char* words = "") {
+    return {FALSE, code, words};
+}
 
 struct Fault {
-    const char* name;
+    std::string name;
     Task task;
-    FtpScript script;
-    BOOL result;
-    CURLcode code;     // which makes the log line and the beginning of the error text
-    const char* words; // the server's, in the error text
-    long left;         // bytes of the local file or on the server, or names; -1 without a file
-    Ends ends = Ends::AtOnce;
-    std::string listing = {};
-    std::string address = {}; // instead of the script's server
+    End end;
+    std::string address;
 };
 
 struct Outcome {
@@ -59,7 +79,7 @@ std::string FileBytes() {
     return bytes;
 }
 
-// Of 16 bytes on the way, and 15 when libcurl has made one line end of two.
+// Of 16 bytes on the way.
 std::string ManyNames() {
     std::string names;
     for (long i = 0; i < kNames; ++i) names += std::to_string(i + 1'000'000) + "abc.syx\r\n";
@@ -72,262 +92,13 @@ std::string Repeated(std::string_view text, int count) {
     return all;
 }
 
-std::string PassiveReply(const char* host, int port) {
-    return std::string("227 Go on (") + host + "," + std::to_string(port / 256) + "," +
-           std::to_string(port % 256) + ")";
-}
-
-void PassiveElsewhere(FtpSession& session) {
-    Say(PassiveReply("192,0,2,1", session.Listen()))(session);
-}
-
-// Names one data port in both ways of asking.
-FtpScript DataPort(int port) {
-    return {{"EPSV", Say("229 Go on (|||" + std::to_string(port) + "|)")},
-            {"PASV", Say(PassiveReply("127,0,0,1", port))}};
-}
-
-void Begin(FtpSession& session) {
-    session.OpenData();
-    session.Write("150 Go on.\r\n");
-}
-
-void CloseData(FtpSession& session) {
-    session.CloseData();
-}
-
-FtpAnswer SendFile(std::size_t bytes) {
-    return [bytes](FtpSession& session) {
-        session.WriteData(std::string_view(session.File()).substr(0, bytes));
-    };
-}
-
-FtpAnswer Half(FtpAnswer end) {
+// Only a part of the file comes.
+FtpAnswer Part(FtpAnswer end) {
     return InTurn({Begin, SendFile(kPart), std::move(end)});
 }
 
-FtpAnswer CutHalf(const char* reply) {
-    return Half(InTurn({CloseData, Say(reply)}));
-}
-
-// Keeps so much of an upload.
-FtpAnswer Keep(std::size_t bytes, FtpAnswer end) {
-    return InTurn({Begin, [bytes](FtpSession& s) { s.ReadData(bytes); }, std::move(end)});
-}
-
-FtpAnswer EndlessData(const std::string& text) {
-    return InTurn({Begin, [text](FtpSession& s) {
-                       for (;;) s.WriteData(text);
-                   }});
-}
-
-FtpAnswer Endless(const std::string& text, std::chrono::milliseconds pause = 0ms) {
-    return [=](FtpSession& session) {
-        for (;; session.Wait(pause)) session.Write(text);
-    };
-}
-
-FtpAnswer Drip(int bytes, std::chrono::milliseconds pause) {
-    return [=](FtpSession& session) {
-        for (int i = 0; i < bytes; ++i) {
-            session.Wait(pause);
-            session.WriteData(session.File().substr(i, 1));
-        }
-    };
-}
-
-std::vector<Fault> ConnectionFaults(int silentPort) {
-    const Task get = Task::Get;
-    const std::string refusing = "127.0.0.1:1";
-    const std::string silent = "127.0.0.1:" + std::to_string(silentPort);
-    const FtpAnswer what = Say("500 What?"), many = Endless("220-Welcome.\r\n");
-    const FtpAnswer slowly = Endless("220-Welcome.\r\n", 100ms);
-    const FtpAnswer oneLine = Endless(std::string(4096, 'x'));
-    const CURLcode late = CURLE_OPERATION_TIMEDOUT, unread = CURLE_RECV_ERROR;
-    return {
-        {"server: port closed", get, {}, 0, CURLE_COULDNT_CONNECT, "", -1, {}, {}, refusing},
-        {"server: no answer", get, {}, 0, late, "", -1, Ends::Connect, {}, silent},
-        {"greeting: 421", get, {{"", Say("421 Full.")}}, 0, late, "421 Full.", -1},
-        {"greeting: connection dropped", get, {{"", Drop}}, 0, unread, "", -1},
-        {"greeting: none", get, {{"", Hang}}, 0, late, "", -1, Ends::Connect},
-        {"greeting: lines without end", get, {{"", many}}, 0, unread, "", -1},
-        {"greeting: lines without end, slowly",
-         get,
-         {{"", slowly}},
-         0,
-         late,
-         "",
-         -1,
-         Ends::Connect},
-        {"greeting: one line without end", get, {{"", oneLine}}, 0, unread, "", -1},
-        {"login: 530", get, {{"PASS", Say("530 No.")}}, 0, CURLE_LOGIN_DENIED, "530 No.", -1},
-        {"login: no answer", get, {{"PASS", Hang}}, 0, late, "", -1, Ends::Connect},
-        {"no answer to CWD", get, {{"CWD", Hang}}, 0, late, "", -1, Ends::Answer},
-        {"CWD: lines without end, slowly", get, {{"CWD", slowly}}, 0, late, "", -1, Ends::Answer},
-        {"no answer to EPSV", get, {{"EPSV", Hang}}, 0, late, "", -1, Ends::Answer},
-        {"EPSV: 500", get, {{"EPSV", what}}, 1, CURLE_OK, "", kFile},
-        {"EPSV: a port that is closed",
-         get,
-         {{"EPSV", Say("229 (|||1|)")}},
-         1,
-         CURLE_OK,
-         "",
-         kFile},
-        {"EPSV: 500, PASV: a foreign address",
-         get,
-         {{"EPSV", what}, {"PASV", PassiveElsewhere}},
-         1,
-         CURLE_OK,
-         "",
-         kFile},
-        {"EPSV and PASV: 500",
-         get,
-         {{"EPSV", what}, {"PASV", what}},
-         0,
-         CURLE_FTP_WEIRD_PASV_REPLY,
-         "500 What?",
-         -1},
-        {"data port closed", get, DataPort(1), 0, CURLE_COULDNT_CONNECT, "", -1},
-        {"data port: no answer", get, DataPort(silentPort), 0, late, "", -1, Ends::Connect},
-        {"no answer to QUIT", get, {{"QUIT", Hang}}, 1, CURLE_OK, "", kFile, Ends::Answer},
-    };
-}
-
-std::vector<Fault> DownloadFaults() {
-    const Task get = Task::Get;
-    const FtpAnswer what = Say("500 What?"), none = Say("550 None.");
-    const FtpAnswer sendAll = InTurn({Begin, SendFile(kFile), CloseData});
-    const FtpAnswer drip = Drip(IsFull() ? 65 : 8, IsFull() ? 1000ms : 300ms);
-    const CURLcode late = CURLE_OPERATION_TIMEDOUT, part = CURLE_PARTIAL_FILE;
-    const CURLcode missing = CURLE_REMOTE_FILE_NOT_FOUND;
-    return {
-        {"no answer to SIZE", get, {{"SIZE", Hang}}, 0, late, "", -1, Ends::Answer},
-        {"SIZE: 550", get, {{"SIZE", none}}, 0, missing, "550 None.", -1},
-        {"SIZE: larger than the file", get, {{"SIZE", Say("213 2000000")}}, 0, part, "", kFile},
-        {"SIZE: smaller than the file", get, {{"SIZE", Say("213 500000")}}, 1, CURLE_OK, "", kPart},
-        {"no answer to RETR", get, {{"RETR", Hang}}, 0, late, "", -1, Ends::Answer},
-        {"RETR: 550", get, {{"RETR", none}}, 0, missing, "550 None.", -1},
-        {"data: none", get, {{"RETR", InTurn({Begin, Hang})}}, 0, late, "", -1, Ends::Slow},
-        {"data: stalls half-way", get, {{"RETR", Half(Hang)}}, 0, late, "", kPart, Ends::Slow},
-        {"data: a byte a second",
-         get,
-         {{"SIZE", what}, {"RETR", InTurn({Begin, drip, CloseData, Say("226 Done.")})}},
-         1,
-         CURLE_OK,
-         "",
-         IsFull() ? 65 : 8,
-         Ends::Slow},
-        {"data: half, then 226", get, {{"RETR", CutHalf("226 Done.")}}, 0, part, "", kPart},
-        {"data: half, then 426", get, {{"RETR", CutHalf("426 Cut.")}}, 0, part, "", kPart},
-        {"data: half, then all dropped", get, {{"RETR", Half(Drop)}}, 0, part, "", kPart},
-        {"no size, data: half, then 226",
-         get,
-         {{"SIZE", what}, {"RETR", CutHalf("226 Done.")}},
-         1,
-         CURLE_OK,
-         "",
-         kPart},
-        {"no size, data: half, then 426",
-         get,
-         {{"SIZE", what}, {"RETR", CutHalf("426 Cut.")}},
-         0,
-         part,
-         "426 Cut.",
-         kPart},
-        {"no size, data: half, then all dropped",
-         get,
-         {{"SIZE", what}, {"RETR", Half(Drop)}},
-         0,
-         CURLE_RECV_ERROR,
-         "",
-         kPart},
-        {"data: no 226 after it",
-         get,
-         {{"RETR", InTurn({sendAll, Hang})}},
-         0,
-         late,
-         "",
-         kFile,
-         Ends::Answer},
-    };
-}
-
-std::vector<Fault> OtherFaults() {
-    const Task put = Task::Put, list = Task::List, del = Task::Remove;
-    const FtpAnswer full = InTurn({CloseData, Say("552 Full.")});
-    const CURLcode late = CURLE_OPERATION_TIMEDOUT, part = CURLE_PARTIAL_FILE;
-    const CURLcode unsent = CURLE_SEND_ERROR;
-    const long most = vm::CurrentFtpLimits().listingBytes / 6;
-    return {
-        {"upload: 553", put, {{"STOR", Say("553 No.")}}, 0, CURLE_UPLOAD_FAILED, "553 No.", 0},
-        {"upload: half, then 552", put, {{"STOR", Keep(kPart, full)}}, 0, unsent, "", kPart},
-        {"upload: half, then all dropped",
-         put,
-         {{"STOR", Keep(kPart, Drop)}},
-         0,
-         unsent,
-         "",
-         kPart},
-        {"upload: not read", put, {{"STOR", InTurn({Begin, Hang})}}, 0, late, "", 0, Ends::Slow},
-        {"upload: 451 at the end",
-         put,
-         {{"STOR", Keep(-1, Say("451 Lost."))}},
-         0,
-         part,
-         "451 Lost.",
-         kUpload},
-        {"upload: no 226 at the end",
-         put,
-         {{"STOR", Keep(-1, Hang)}},
-         0,
-         late,
-         "",
-         kUpload,
-         Ends::Answer},
-        {"listing: 550",
-         list,
-         {{"NLST", Say("550 None.")}},
-         0,
-         CURLE_FTP_COULDNT_RETR_FILE,
-         "550 None.",
-         0},
-        {"listing: a part, then 426",
-         list,
-         {{"NLST", CutHalf("426 Cut.")}},
-         1,
-         part,
-         "426 Cut.",
-         kPart / 16},
-        {"listing: stalls", list, {{"NLST", Half(Hang)}}, 1, late, "", kPart / 16, Ends::Slow},
-        {"listing: lines without end",
-         list,
-         {{"NLST", EndlessData(Repeated("a.syx\r\n", 8192))}},
-         1,
-         CURLE_WRITE_ERROR,
-         "",
-         most},
-        {"listing: one line without end",
-         list,
-         {{"NLST", EndlessData(std::string(65536, 'x'))}},
-         1,
-         CURLE_WRITE_ERROR,
-         "",
-         0},
-        {"listing: 200,000 names", list, {}, 1, CURLE_OK, "", kNames, {}, ManyNames()},
-        {"listing: binary", list, {}, 1, CURLE_OK, "", 0, {}, FileBytes()},
-        {"listing: names that lead elsewhere",
-         list,
-         {},
-         1,
-         CURLE_OK,
-         "",
-         2,
-         {},
-         "../.profile\r\n/etc/passwd\r\n"},
-        {"listing: no last line end", list, {}, 1, CURLE_OK, "", 1, {}, "a.syx\r\nb.syx"},
-        {"deletion: 550", del, {{"DELE", Say("550 None.")}}, 0, CURLE_QUOTE_ERROR, "550 None.", -1},
-        {"no answer to DELE", del, {{"DELE", Hang}}, 0, late, "", -1, Ends::Answer},
-    };
+FtpAnswer CutPart(const char* reply) {
+    return Part(InTurn({CloseData, Say(reply)}));
 }
 
 long CountNames(CFtpFileFind& find) {
@@ -353,63 +124,73 @@ Outcome Attempt(const Fault& fault, ScriptedFtpServer& server, const std::string
     if (fault.task == Task::Remove) outcome.result = ftp.Remove("a.syx");
     outcome.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     outcome.error = ftp.GetLastErrorText();
-    if (fault.task == Task::Get && fs::exists(path)) outcome.left = fs::file_size(path);
+    if (fault.task == Task::Get && fs::exists(path))
+        outcome.left = static_cast<long>(fs::file_size(path));
     if (fault.task == Task::Put) outcome.left = static_cast<long>(server.Received());
     if (fault.task == Task::List) outcome.left = CountNames(find);
     return outcome;
 }
 
-std::string Reason(const Fault& fault) {
-    return fault.code == CURLE_OK ? "" : vm::CurlLibrary::Get()->easy_strerror(fault.code);
+std::string Reason(CURLcode code) {
+    return code == CURLE_OK ? "" : vm::CurlLibrary::Get()->easy_strerror(code);
 }
 
 Lines ExpectedLog(const Fault& fault) {
-    if (fault.task == Task::List && fault.code == CURLE_WRITE_ERROR)
+    const CURLcode code = fault.end.code;
+    if (fault.task == Task::List && code == CURLE_WRITE_ERROR)
         return {vm::Format("FTP: listing cut at %d bytes", vm::CurrentFtpLimits().listingBytes)};
-    if (fault.code == CURLE_OK) return {};
-    if (fault.task == Task::Get) return {vm::Format("curl error #: %d", fault.code)};
-    if (fault.task == Task::Put) return {"curl_easy_perform() failed: " + Reason(fault)};
+    if (code == CURLE_OK) return {};
+    if (fault.task == Task::Get) return {vm::Format("curl error #: %d", code)};
+    if (fault.task == Task::Put) return {"curl_easy_perform() failed: " + Reason(code)};
     return {};
 }
 
-double ExpectedSeconds(Ends ends) {
+double Seconds(Limit limit) {
     const vm::FtpLimits& limits = vm::CurrentFtpLimits();
-    if (ends == Ends::Connect) return limits.connectMilliseconds / 1000.0;
-    if (ends == Ends::Answer) return limits.answerSeconds;
-    return ends == Ends::Slow ? limits.slowSeconds : 0;
+    if (limit == Limit::Connect) return static_cast<double>(limits.connectMilliseconds) / 1000;
+    if (limit == Limit::Answer) return static_cast<double>(limits.answerSeconds);
+    return limit == Limit::Slow ? static_cast<double>(limits.slowSeconds) : 0;
 }
 
 void Check(const Fault& fault, const Outcome& outcome) {
     SCOPED_TRACE(fault.name);
-    EXPECT_EQ(outcome.result, fault.result);
+    const End& end = fault.end;
+    EXPECT_EQ(outcome.result, end.result);
     EXPECT_EQ(outcome.log, ExpectedLog(fault));
-    const std::string words = *fault.words ? std::string(" (") + fault.words + ")" : "";
-    EXPECT_EQ(outcome.error, Reason(fault) + words);
-    EXPECT_EQ(outcome.left, fault.left);
+    EXPECT_EQ(outcome.error, Reason(end.code) + (end.words.empty() ? "" : " (" + end.words + ")"));
+    EXPECT_EQ(outcome.left, end.left);
+    EXPECT_GT(outcome.seconds, Seconds(end.limit) - 0.1);
     // libcurl looks at a speed that it averages over some seconds.
-    const double expected = ExpectedSeconds(fault.ends);
-    EXPECT_GT(outcome.seconds, expected - 0.1);
-    EXPECT_LT(outcome.seconds, expected + 12);
+    EXPECT_LT(outcome.seconds, Seconds(end.limit) + 12);
 }
 
-std::string Left(const Fault& fault, long left) {
-    if (fault.task == Task::Remove) return "the file";
-    if (fault.task == Task::List) return std::to_string(left) + " names";
+std::string Left(Task task, long left) {
+    if (task == Task::Remove) return "the file";
+    if (task == Task::List) return std::to_string(left) + " names";
     if (left < 0) return "no file";
-    const bool isWhole = left == (fault.task == Task::Get ? kFile : kUpload);
+    const bool isWhole = left == (task == Task::Get ? kFile : kUpload);
     return isWhole ? "the whole file" : std::to_string(left) + " bytes";
 }
 
 void PrintRow(const Fault& fault, const Outcome& outcome) {
-    std::string texts = outcome.log.empty() ? "" : "`" + outcome.log.front() + "`";
-    if (texts.find(Reason(fault)) == std::string::npos || *fault.words)
-        texts += (texts.empty() ? "" : "; ") + outcome.error;
-    std::printf("| %s | %d | %s | %s | %.0f s |\n", fault.name, outcome.result, texts.c_str(),
-                Left(fault, outcome.left).c_str(), outcome.seconds);
+    std::string log;
+    for (const std::string& line : outcome.log) log += "`" + line + "`";
+    std::printf("| %s | %d | %s | %s | %s | %.0f |\n", fault.name.c_str(), outcome.result,
+                log.c_str(), outcome.error.c_str(), Left(fault.task, outcome.left).c_str(),
+                outcome.seconds);
 }
 
 class FtpFaults : public FtpTest {
 protected:
+    FtpFaults();
+    ~FtpFaults() override { vm::SetLineSink(m_before); }
+
+    void StartConnectionFaults();
+    void StartDownloadFaults();
+    void StartOtherFaults();
+    void Finish(std::chrono::seconds limit);
+
+private:
     struct Running {
         Fault fault;
         std::unique_ptr<ScriptedFtpServer> server;
@@ -417,43 +198,47 @@ protected:
         std::future<Outcome> outcome;
     };
 
-    FtpFaults() : FtpTest(300s) {
-        if (IsFull()) vm::CurrentFtpLimits() = vm::FtpLimits();
-        m_before = vm::SetLineSink([](vm::Outlet, const std::string& text) {
-            if (t_log) t_log->push_back(text);
-        });
+    void Get(const char* name, FtpScript script, const End& end, const std::string& address = {}) {
+        Start({name, Task::Get, end, address}, std::move(script), m_file, {});
     }
-    ~FtpFaults() override { vm::SetLineSink(m_before); }
-
-    void Start(const std::vector<Fault>& faults);
+    void Put(const char* name, FtpAnswer store, const End& end) {
+        Start({name, Task::Put, end, {}}, {{"STOR", std::move(store)}}, {}, {});
+    }
+    void List(const char* name, FtpScript script, const End& end, const std::string& listing = {}) {
+        Start({name, Task::List, end, {}}, std::move(script), m_names, listing);
+    }
+    void Remove(const char* name, FtpAnswer answer, const End& end) {
+        Start({name, Task::Remove, end, {}}, {{"DELE", std::move(answer)}}, {}, {});
+    }
+    void Start(const Fault& fault, FtpScript script, const std::string& file,
+               const std::string& listing);
 
     std::vector<Running> m_all;
+    const SilentPort m_silent;
     const std::string m_file = FileBytes(), m_names = ManyNames();
     vm::LineSink m_before;
 };
 
-void FtpFaults::Start(const std::vector<Fault>& faults) {
-    for (const Fault& fault : faults) {
-        const bool isPut = fault.task == Task::Put;
-        const std::string path = isPut ? NewFile("") : NewPath();
-        if (isPut) fs::resize_file(path, kUpload);
-        m_all.push_back(
-            {fault,
-             std::make_unique<ScriptedFtpServer>(
-                 fault.script, fault.task == Task::List ? m_names : m_file, fault.listing),
-             path,
-             {}});
-        m_all.back().outcome =
-            std::async(std::launch::async, Attempt, fault, std::ref(*m_all.back().server), path);
-    }
+FtpFaults::FtpFaults() : FtpTest(300s) {
+    if (IsFull()) vm::CurrentFtpLimits() = vm::FtpLimits();
+    m_before = vm::SetLineSink([](vm::Outlet, const std::string& text) {
+        if (t_log) t_log->push_back(text);
+    });
 }
 
-TEST_F(FtpFaults, EndWithinTheLimits) {
-    const SilentPort silent;
-    Start(ConnectionFaults(silent.Number()));
-    Start(DownloadFaults());
-    Start(OtherFaults());
-    const auto deadline = Clock::now() + (IsFull() ? 200s : 40s);
+void FtpFaults::Start(const Fault& fault, FtpScript script, const std::string& file,
+                      const std::string& listing) {
+    Running& running = m_all.emplace_back();
+    running.fault = fault;
+    running.server = std::make_unique<ScriptedFtpServer>(std::move(script), file, listing);
+    running.path = fault.task == Task::Put ? NewFile("") : NewPath();
+    if (fault.task == Task::Put) fs::resize_file(running.path, kUpload);
+    running.outcome =
+        std::async(std::launch::async, Attempt, fault, std::ref(*running.server), running.path);
+}
+
+void FtpFaults::Finish(std::chrono::seconds limit) {
+    const auto deadline = Clock::now() + limit;
     for (Running& running : m_all) {
         if (running.outcome.wait_until(deadline) != std::future_status::ready) {
             ADD_FAILURE() << running.fault.name << ": does not end";
@@ -466,6 +251,105 @@ TEST_F(FtpFaults, EndWithinTheLimits) {
         }
         if (IsFull()) PrintRow(running.fault, outcome);
     }
+}
+
+constexpr CURLcode kLate = CURLE_OPERATION_TIMEDOUT;
+constexpr CURLcode kPartial = CURLE_PARTIAL_FILE;
+
+void FtpFaults::StartConnectionFaults() {
+    const std::string address = "127.0.0.1:";
+    const FtpAnswer what = Say("500 What?");
+    const FtpAnswer slowly = Endless("220-Welcome.\r\n", 100ms);
+    const FtpAnswer oneLine = Endless(std::string(4096, 'x'));
+    Get("server: port closed", {}, Fails(CURLE_COULDNT_CONNECT), address + "1");
+    Get("server: no answer", {}, Fails(kLate).After(Limit::Connect),
+        address + std::to_string(m_silent.Number()));
+    Get("greeting: 421", {{"", Say("421 Full.")}}, Fails(kLate, "421 Full."));
+    Get("greeting: connection dropped", {{"", Drop}}, Fails(CURLE_RECV_ERROR));
+    Get("greeting: none", {{"", Hang}}, Fails(kLate).After(Limit::Connect));
+    Get("greeting: lines without end", {{"", Endless("220-Hi.\r\n")}}, Fails(CURLE_RECV_ERROR));
+    Get("greeting: lines without end, slowly", {{"", slowly}}, Fails(kLate).After(Limit::Connect));
+    Get("greeting: one line without end", {{"", oneLine}}, Fails(CURLE_RECV_ERROR));
+    Get("login: 530", {{"PASS", Say("530 No.")}}, Fails(CURLE_LOGIN_DENIED, "530 No."));
+    Get("login: no answer", {{"PASS", Hang}}, Fails(kLate).After(Limit::Connect));
+    Get("CWD: no answer", {{"CWD", Hang}}, Fails(kLate).After(Limit::Answer));
+    Get("CWD: lines without end, slowly", {{"CWD", slowly}}, Fails(kLate).After(Limit::Answer));
+    Get("EPSV: no answer", {{"EPSV", Hang}}, Fails(kLate).After(Limit::Answer));
+    Get("EPSV: 500", {{"EPSV", what}}, Works(kFile));
+    Get("EPSV: a port that is closed", {{"EPSV", Say("229 (|||1|)")}}, Works(kFile));
+    Get("PASV: a foreign address", {{"EPSV", what}, {"PASV", PassiveElsewhere}}, Works(kFile));
+    Get("EPSV and PASV: 500", {{"EPSV", what}, {"PASV", what}},
+        Fails(CURLE_FTP_WEIRD_PASV_REPLY, "500 What?"));
+    Get("data port: closed", DataPort(1), Fails(CURLE_COULDNT_CONNECT));
+    Get("data port: no answer", DataPort(m_silent.Number()), Fails(kLate).After(Limit::Connect));
+    Get("QUIT: no answer", {{"QUIT", Hang}}, Works(kFile).After(Limit::Answer));
+}
+
+void FtpFaults::StartDownloadFaults() {
+    const FtpAnswer what = Say("500 What?"), none = Say("550 None.");
+    const FtpAnswer all = InTurn({Begin, SendFile(kFile), CloseData});
+    const int drops = IsFull() ? 65 : 8;
+    const FtpAnswer drip =
+        InTurn({Begin, Drip(drops, IsFull() ? 1000ms : 300ms), CloseData, Say("226 Done.")});
+    const End missing = Fails(CURLE_REMOTE_FILE_NOT_FOUND, "550 None.");
+    const End part = Fails(kPartial).Leaves(kPart);
+    Get("SIZE: no answer", {{"SIZE", Hang}}, Fails(kLate).After(Limit::Answer));
+    Get("SIZE: 550", {{"SIZE", none}}, missing);
+    Get("SIZE: too large", {{"SIZE", Say("213 2000000")}}, Fails(kPartial).Leaves(kFile));
+    Get("SIZE: too small", {{"SIZE", Say("213 500000")}}, Works(kPart));
+    Get("RETR: no answer", {{"RETR", Hang}}, Fails(kLate).After(Limit::Answer));
+    Get("RETR: 550", {{"RETR", none}}, missing);
+    Get("data: none", {{"RETR", InTurn({Begin, Hang})}}, Fails(kLate).After(Limit::Slow));
+    Get("data: stalls", {{"RETR", Part(Hang)}}, Fails(kLate).Leaves(kPart).After(Limit::Slow));
+    Get("data: a byte a second", {{"SIZE", what}, {"RETR", drip}}, Works(drops).After(Limit::Slow));
+    Get("data: a part, then 226", {{"RETR", CutPart("226 Done.")}}, part);
+    Get("data: a part, then 426", {{"RETR", CutPart("426 Cut.")}}, part);
+    Get("data: a part, then all dropped", {{"RETR", Part(Drop)}}, part);
+    Get("SIZE: 500; data: a part, then 226", {{"SIZE", what}, {"RETR", CutPart("226 Done.")}},
+        Works(kPart));
+    Get("SIZE: 500; data: a part, then 426", {{"SIZE", what}, {"RETR", CutPart("426 Cut.")}},
+        Fails(kPartial, "426 Cut.").Leaves(kPart));
+    Get("SIZE: 500; data: a part, then all dropped", {{"SIZE", what}, {"RETR", Part(Drop)}},
+        Fails(CURLE_RECV_ERROR).Leaves(kPart));
+    Get("data: no 226 after it", {{"RETR", InTurn({all, Hang})}},
+        Fails(kLate).Leaves(kFile).After(Limit::Answer));
+}
+
+void FtpFaults::StartOtherFaults() {
+    const End unsent = Fails(CURLE_SEND_ERROR).Leaves(kPart);
+    const FtpAnswer full = InTurn({CloseData, Say("552 Full.")}), none = Say("550 None.");
+    Put("upload: 553", Say("553 No."), Fails(CURLE_UPLOAD_FAILED, "553 No.").Leaves(0));
+    Put("upload: a part, then 552", Keep(kPart, full), unsent);
+    Put("upload: a part, then all dropped", Keep(kPart, Drop), unsent);
+    Put("upload: not read", InTurn({Begin, Hang}), Fails(kLate).Leaves(0).After(Limit::Slow));
+    Put("upload: all, then 451", Keep(kUpload, Say("451 Lost.")),
+        Fails(kPartial, "451 Lost.").Leaves(kUpload));
+    Put("upload: all, then no answer", Keep(kUpload, Hang),
+        Fails(kLate).Leaves(kUpload).After(Limit::Answer));
+
+    const long most = vm::CurrentFtpLimits().listingBytes / 6;
+    const FtpAnswer lines = EndlessData(Repeated("a.syx\r\n", 8192));
+    const FtpAnswer oneLine = EndlessData(std::string(65536, 'x'));
+    List("listing: 550", {{"NLST", none}},
+         Fails(CURLE_FTP_COULDNT_RETR_FILE, "550 None.").Leaves(0));
+    List("listing: a part, then 426", {{"NLST", CutPart("426 Cut.")}},
+         Lists(kPart / 16, kPartial, "426 Cut."));
+    List("listing: stalls", {{"NLST", Part(Hang)}}, Lists(kPart / 16, kLate).After(Limit::Slow));
+    List("listing: lines without end", {{"NLST", lines}}, Lists(most, CURLE_WRITE_ERROR));
+    List("listing: one line without end", {{"NLST", oneLine}}, Lists(0, CURLE_WRITE_ERROR));
+    List("listing: 200,000 names", {}, Lists(kNames), m_names);
+    List("listing: binary", {}, Lists(0), m_file);
+    List("listing: paths", {}, Lists(2), "../.profile\r\n/etc/passwd\r\n");
+    List("listing: no last line end", {}, Lists(1), "a.syx\r\nb.syx");
+    Remove("deletion: 550", none, Fails(CURLE_QUOTE_ERROR, "550 None."));
+    Remove("deletion: no answer", Hang, Fails(kLate).After(Limit::Answer));
+}
+
+TEST_F(FtpFaults, EndWithinTheLimits) {
+    StartConnectionFaults();
+    StartDownloadFaults();
+    StartOtherFaults();
+    Finish(IsFull() ? 200s : 40s);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // Every operation on servers that other people wrote.
+#include <cstring>
 #include <filesystem>
 #include <thread>
 

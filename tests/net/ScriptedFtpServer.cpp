@@ -5,10 +5,13 @@
 #include <utility>
 
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <unistd.h>
+
+#include "ftpScripts.h"
 
 namespace {
 
@@ -46,70 +49,7 @@ void CloseSocket(int& socket) {
     if (socket >= 0) close(std::exchange(socket, -1));
 }
 
-void Quit(FtpSession& session) {
-    session.Write("221 Goodbye.\r\n");
-    session.Drop();
-}
-
-void ListenExtended(FtpSession& session) {
-    Say("229 Go on (|||" + std::to_string(session.Listen()) + "|)")(session);
-}
-
-void ListenPassive(FtpSession& session) {
-    const int port = session.Listen();
-    Say("227 Go on (127,0,0,1," + std::to_string(port / 256) + "," + std::to_string(port % 256) +
-        ")")(session);
-}
-
-FtpAnswer Transfer(std::function<void(FtpSession&)> move) {
-    return [move = std::move(move)](FtpSession& session) {
-        session.OpenData();
-        session.Write("150 Here it comes.\r\n");
-        move(session);
-        session.CloseData();
-        session.Write("226 Done.\r\n");
-    };
-}
-
-const FtpScript& GoodServer() {
-    static const FtpScript s_answers = {
-        {"", Say("220 Welcome.")},
-        {"USER", Say("331 Password?")},
-        {"PASS", Say("230 Logged in.")},
-        {"PWD", Say("257 \"/home\"")},
-        {"CWD", Say("250 Changed.")},
-        {"TYPE", Say("200 Set.")},
-        {"EPSV", ListenExtended},
-        {"PASV", ListenPassive},
-        {"SIZE", [](auto& s) { Say("213 " + std::to_string(s.File().size()))(s); }},
-        {"RETR", Transfer([](auto& s) { s.WriteData(s.File()); })},
-        {"NLST", Transfer([](auto& s) { s.WriteData(s.Listing()); })},
-        {"STOR", Transfer([](auto& s) { s.ReadData(); })},
-        {"DELE", Say("250 Deleted.")},
-        {"QUIT", Quit},
-    };
-    return s_answers;
-}
-
 } // namespace
-
-FtpAnswer Say(std::string lines) {
-    return [lines = lines + "\r\n"](FtpSession& session) { session.Write(lines); };
-}
-
-FtpAnswer InTurn(std::vector<FtpAnswer> answers) {
-    return [answers = std::move(answers)](FtpSession& session) {
-        for (const FtpAnswer& answer : answers) answer(session);
-    };
-}
-
-void Hang(FtpSession& session) {
-    session.Hang();
-}
-
-void Drop(FtpSession& session) {
-    session.Drop();
-}
 
 // The system leaves connections to a full backlog unanswered: it is full when one is not made at once.
 SilentPort::SilentPort() : m_listener(NewListener(0)) {
@@ -179,7 +119,10 @@ void ScriptedFtpServer::Serve() {
 }
 
 FtpSession::FtpSession(ScriptedFtpServer& server, int control)
-    : m_server(server), m_control(control) {}
+    : m_server(server), m_control(control) {
+    const int isOn = 1; // else a reply waits for the client to confirm the one before
+    setsockopt(m_control, IPPROTO_TCP, TCP_NODELAY, &isOn, sizeof isOn);
+}
 
 FtpSession::~FtpSession() {
     for (int* socket : {&m_control, &m_listener, &m_data}) CloseSocket(*socket);
@@ -203,12 +146,11 @@ void FtpSession::Answer(const std::string& command) {
     Write("500 Unknown.\r\n");
 }
 
-// False when the time is over first. Throws when the test ends the server.
-bool FtpSession::Poll(int socket, short events, int milliseconds) {
+// Throws when the test ends the server.
+void FtpSession::Poll(int socket, short events, int milliseconds) {
     std::array<pollfd, 2> wanted = {{{m_server.m_stop, POLLIN, 0}, {socket, events, 0}}};
     poll(wanted.data(), wanted.size(), milliseconds);
     if (wanted[0].revents) throw SessionEnd();
-    return wanted[1].revents != 0;
 }
 
 void FtpSession::WriteTo(int socket, std::string_view bytes) {

@@ -18,9 +18,6 @@ using FtpAnswer = std::function<void(FtpSession&)>;
 /// By command; "" is for the greeting. Commands without an entry are served as they should be.
 using FtpScript = std::map<std::string, FtpAnswer>;
 
-FtpAnswer Say(std::string lines); ///< each ends with CR LF, which the last one is given here
-FtpAnswer InTurn(std::vector<FtpAnswer> answers);
-
 /// A port that leaves every attempt to connect unanswered, as behind a firewall.
 class SilentPort {
 public:
@@ -95,7 +92,7 @@ public:
 private:
     void Answer(const std::string& command);
     std::string ReadLine();
-    bool Poll(int socket, short events, int milliseconds = -1);
+    void Poll(int socket, short events, int milliseconds = -1);
     void WriteTo(int socket, std::string_view bytes);
     std::size_t ReadFrom(int socket, char* buffer, std::size_t size);
 
@@ -106,7 +103,3 @@ private:
     std::string m_unread;
     std::string m_argument;
 };
-
-/// Stops answering: an answer of its own, or part of one.
-void Hang(FtpSession& session);
-void Drop(FtpSession& session);
