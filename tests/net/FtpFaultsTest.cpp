@@ -219,7 +219,7 @@ private:
     vm::LineSink m_before;
 };
 
-FtpFaults::FtpFaults() : FtpTest(300s) {
+FtpFaults::FtpFaults() : FtpTest(IsFull() ? 300s : 100s) {
     if (IsFull()) vm::CurrentFtpLimits() = vm::FtpLimits();
     m_before = vm::SetLineSink([](vm::Outlet, const std::string& text) {
         if (t_log) t_log->push_back(text);

@@ -23,8 +23,14 @@ RealFtpServer::RealFtpServer(const std::string& program) {
     m_process.Start({"/usr/bin/python3", "-W", "ignore", FTP_SERVER, program, folder});
     const std::string port = m_process.ReadLine();
     if (std::atoi(port.c_str()) <= 0)
-        throw std::runtime_error("the FTP server " + program + " does not start: " + port);
+        throw std::runtime_error("the FTP server " + program + " does not start: " + LastLine());
     m_address = "127.0.0.1:" + port;
+}
+
+std::string RealFtpServer::LastLine() {
+    std::string last;
+    for (std::string line; !(line = m_process.ReadLine()).empty();) last = line;
+    return last;
 }
 
 bool RealFtpServer::Has(const std::string& name) const {

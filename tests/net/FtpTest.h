@@ -57,6 +57,8 @@ public:
     }
 
 private:
+    std::string LastLine(); ///< of what a server says that does not start
+
     TemporaryHome m_home;
     ChildProcess m_process;
     std::string m_address;
