@@ -12,8 +12,23 @@
 
 namespace vm {
 
+namespace {
+
+// Does not wait for a reader, as opening a pipe would.
+std::FILE* OpenForDownload(const std::string& path) {
+    const int flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
+    const int descriptor = open(path.c_str(), flags | O_NONBLOCK, 0666);
+    if (descriptor < 0) return nullptr;
+    fcntl(descriptor, F_SETFL, 0);
+    std::FILE* const file = fdopen(descriptor, "wb");
+    if (!file) close(descriptor);
+    return file;
+}
+
+} // namespace
+
 bool DownloadFile::Open() {
-    m_file.reset(std::fopen(m_path.c_str(), "wbe"));
+    m_file.reset(OpenForDownload(m_path));
     if (!m_file) {
         NoteProblem("open");
         return false;

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "../MidiRecorder.h"
-#include "ChildProcess.h"
 #include "platform/midi/jack/JackPlatform.h"
+#include "support/ChildProcess.h"
 
 /// For what nothing reports; false after ten seconds.
 bool WaitUntil(const std::function<bool()>& condition);
