@@ -1,6 +1,7 @@
 #include "BankFile.h"
 
 #include <algorithm>
+#include <cstdio>
 
 #include <windows.h>
 
@@ -12,6 +13,12 @@ constexpr DWORD kLargestFile = 64u << 20;
 
 bool IsRealTime(BYTE byte) {
     return byte >= 0xF8;
+}
+
+std::string ByteAt(std::size_t offset, BYTE byte) {
+    char digits[4];
+    std::snprintf(digits, sizeof digits, "%02X", byte);
+    return "byte " + std::to_string(offset) + " is " + digits;
 }
 
 // Takes one byte at a time and knows the message that is open.
@@ -27,17 +34,21 @@ public:
         else if (byte < 0x80)
             Data(byte);
         else
-            Cut();
+            BreakOff(byte);
+        ++m_offset;
     }
 
     Bank Finish() {
-        Close(false);
+        NoteBreak("the file ends at byte " + std::to_string(m_offset));
+        Close();
         return std::move(m_bank);
     }
 
 private:
     void Begin() {
-        Close(false);
+        NoteBreak(ByteAt(m_offset, 0xF0));
+        Close();
+        m_begin = m_offset;
         m_open.push_back(0xF0);
     }
 
@@ -47,7 +58,7 @@ private:
             return;
         }
         m_open.push_back(0xF7);
-        Close(true);
+        Close();
     }
 
     void Data(BYTE byte) {
@@ -57,14 +68,20 @@ private:
             m_open.push_back(byte);
     }
 
-    void Cut() {
-        Close(false);
+    void BreakOff(BYTE byte) {
+        NoteBreak(ByteAt(m_offset, byte));
+        Close();
         ++m_bank.junkBytes;
     }
 
-    void Close(bool complete) {
+    void NoteBreak(const std::string& where) {
+        if (m_open.empty() || !m_bank.problem.empty()) return;
+        m_bank.problem =
+            where + ", inside the message that begins at byte " + std::to_string(m_begin);
+    }
+
+    void Close() {
         if (m_open.empty()) return;
-        if (!complete) ++m_bank.cutMessages;
         SysexInfo info = DescribeSysex(m_open);
         m_bank.messages.push_back({std::move(m_open), std::move(info), {}});
         m_open.clear();
@@ -72,7 +89,17 @@ private:
 
     Bank m_bank;
     SysexBytes m_open;
+    std::size_t m_begin = 0; // of the open message
+    std::size_t m_offset = 0;
 };
+
+// Why the bytes are no bank; "" when they are one.
+std::string WhyRefused(const SysexBytes& bytes, const Bank& bank) {
+    if (bytes.empty()) return " is empty";
+    if (bank.messages.empty())
+        return " is no System Exclusive file: " + ByteAt(0, bytes.front()) + " instead of F0";
+    return bank.problem.empty() ? "" : ": " + bank.problem;
+}
 
 // Reads the whole file; FALSE when that fails or the file is larger than any bank.
 BOOL ReadBytes(HANDLE file, SysexBytes& bytes) {
@@ -113,8 +140,8 @@ BOOL ReadBank(const char* path, Bank& bank, std::string& error) {
         return FALSE;
     }
     Bank split = SplitBank(bytes);
-    if (split.messages.empty()) {
-        error = name + " holds no System Exclusive message";
+    if (const std::string why = WhyRefused(bytes, split); !why.empty()) {
+        error = name + why;
         return FALSE;
     }
     bank = std::move(split);

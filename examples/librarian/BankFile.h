@@ -17,18 +17,19 @@ struct BankMessage {
 struct Bank {
     std::string name; ///< the file's name without folders
     std::vector<BankMessage> messages;
-    std::size_t junkBytes = 0;   ///< bytes outside messages
-    std::size_t cutMessages = 0; ///< messages without their closing 0xF7
+    std::size_t junkBytes = 0; ///< bytes outside messages
+    /// Where the first message without its closing 0xF7 breaks off, for the user; "" when all are whole.
+    std::string problem = {};
 
     std::size_t BadChecksums() const;
 };
 
 /// The messages of a file's bytes, in order. Whatever stands between messages is counted and passed
-/// over, and so are real-time bytes inside one; any other status byte cuts the message short.
+/// over, and so are real-time bytes inside one; any other status byte breaks the message off.
 Bank SplitBank(const SysexBytes& file);
 
-/// Reads and splits a file. FALSE, and `error` for the user, when it cannot be read or holds no
-/// message; `bank` is then unchanged.
+/// Reads and splits a file. FALSE, and `error` for the user with the byte's place, when it cannot be
+/// read, holds no message or one that breaks off; `bank` is then unchanged.
 BOOL ReadBank(const char* path, Bank& bank, std::string& error);
 
 /// Writes the messages, one after the other. FALSE, and `error`, when that fails; the file that was

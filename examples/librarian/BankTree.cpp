@@ -14,32 +14,38 @@ LPARAM DataFor(Kind kind, std::size_t index) {
 
 } // namespace
 
-HTREEITEM BankTree::Add(const std::string& text, HTREEITEM parent, LPARAM data) {
-    return InsertItem(TVIF_TEXT | TVIF_PARAM, text.c_str(), 0, 0, 0, 0, data, parent, TVI_LAST);
-}
-
-void BankTree::RemoveChildren(HTREEITEM parent) {
-    while (HTREEITEM child = GetChildItem(parent)) DeleteItem(child);
+HTREEITEM BankTree::Add(const std::string& title, HTREEITEM parent, LPARAM data) {
+    return InsertItem(TVIF_TEXT | TVIF_PARAM, title.c_str(), 0, 0, 0, 0, data, parent, TVI_LAST);
 }
 
 void BankTree::ShowInstruments(const std::vector<Instrument>& instruments) {
-    for (HTREEITEM item : m_instruments) DeleteItem(item);
-    m_instruments.clear();
+    std::vector<Branch> wanted;
     for (std::size_t i = 0; i < instruments.size(); ++i) {
-        const LPARAM data = DataFor(kInstrument, i);
-        const HTREEITEM item = Add(instruments[i].name, TVI_ROOT, data);
-        if (!instruments[i].lastBank.empty()) Add(NameOf(instruments[i].lastBank), item, data);
-        Expand(item, TVE_EXPAND);
-        m_instruments.push_back(item);
+        wanted.push_back({instruments[i].name, DataFor(kInstrument, i), {}});
+        if (!instruments[i].lastBank.empty())
+            wanted.back().banks.push_back(NameOf(instruments[i].lastBank));
     }
+    Show(m_instruments, std::move(wanted));
 }
 
 void BankTree::ShowBanks(const std::string& folder, const std::vector<std::string>& names) {
-    if (!m_folder) m_folder = Add("", TVI_ROOT, kNothing);
-    SetItemText(m_folder, folder.empty() ? "No folder yet" : ("Folder " + NameOf(folder)).c_str());
-    RemoveChildren(m_folder);
-    for (std::size_t i = 0; i < names.size(); ++i) Add(names[i], m_folder, DataFor(kBank, i));
-    Expand(m_folder, TVE_EXPAND);
+    if (!folder.empty()) Show(m_folder, {{"Folder " + NameOf(folder), kNothing, names}});
+}
+
+// What has not changed stays, with its selection.
+void BankTree::Show(std::vector<Branch>& shown, std::vector<Branch> wanted) {
+    if (shown == wanted) return;
+    shown = std::move(wanted);
+    while (HTREEITEM item = GetRootItem()) DeleteItem(item);
+    for (const Branch& branch : m_instruments) Fill(branch);
+    for (const Branch& branch : m_folder) Fill(branch);
+}
+
+void BankTree::Fill(const Branch& branch) {
+    const HTREEITEM item = Add(branch.title, TVI_ROOT, branch.data);
+    for (std::size_t i = 0; i < branch.banks.size(); ++i)
+        Add(branch.banks[i], item, branch.data == kNothing ? DataFor(kBank, i) : branch.data);
+    Expand(item, TVE_EXPAND);
 }
 
 // The handlers may fill the tree anew.

@@ -22,9 +22,19 @@ public:
     int MessageMap(int message, WPARAM wParam, LPARAM lParam) override;
 
 private:
-    HTREEITEM Add(const std::string& text, HTREEITEM parent, LPARAM data);
-    void RemoveChildren(HTREEITEM parent);
+    struct Branch {
+        std::string title;
+        LPARAM data;
+        std::vector<std::string> banks;
+        bool operator==(const Branch& other) const {
+            return title == other.title && data == other.data && banks == other.banks;
+        }
+    };
 
-    std::vector<HTREEITEM> m_instruments;
-    HTREEITEM m_folder = nullptr;
+    void Show(std::vector<Branch>& shown, std::vector<Branch> wanted);
+    void Fill(const Branch& branch);
+    HTREEITEM Add(const std::string& title, HTREEITEM parent, LPARAM data);
+
+    std::vector<Branch> m_instruments;
+    std::vector<Branch> m_folder; // one, or none yet
 };

@@ -7,3 +7,4 @@ constexpr UINT WM_MIDI_INPUT = WM_USER + 1;
 constexpr UINT kMidiTimer = 1;
 constexpr UINT kMidiTimerInterval = 20;
 constexpr UINT kSaveTimer = 2;
+constexpr UINT kChordTimer = 3;

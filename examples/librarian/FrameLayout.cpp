@@ -8,13 +8,14 @@
 namespace {
 
 constexpr int kStatusHeight = 20;
-constexpr int kTreeWidth = 200;
+constexpr int kTreeWidth = 230;
 constexpr int kMonitorHeight = 120;
-constexpr int kHexWidth = 560;        // of a whole line
+constexpr int kHexWidth = 590;        // of a whole line
 constexpr int kLeastDetail = 200;     // wide
 constexpr int kLeastBesideTree = 480; // for the list
 constexpr int kLeastAboveMonitor = 300;
-constexpr int kHexShare = 45; // per cent of the space of list and hex pane
+constexpr int kLeastList = 60; // what an editor leaves of it
+constexpr int kHexShare = 45;  // per cent of the space of list and hex pane
 
 // Takes a strip of the size away from the rectangle; nothing when `isShown` is false.
 CRect TakeTop(CRect& space, int size, bool isShown) {
@@ -51,13 +52,21 @@ FrameRects LayOutFrame(int width, int height, const FrameParts& shown) {
     const bool fitsTree = width >= kTreeWidth + kLeastBesideTree;
     rects.tree = TakeLeft(space, kTreeWidth, shown.tree && fitsTree);
 
-    const int lower = std::max(0, static_cast<int>(space.bottom - space.top)) * kHexShare / 100;
-    CRect panes = TakeBottom(space, lower, shown.hex || shown.detail);
+    const int room = std::max(0, static_cast<int>(space.bottom - space.top));
+    const bool isEditing = shown.editorHeight > 0;
+    const int share = room * kHexShare / 100;
+    const int most = std::max(0, room - kLeastList);
+    const int lower = isEditing ? std::min(std::max(share, shown.editorHeight), most) : share;
+    CRect panes = TakeBottom(space, lower, isEditing || shown.hex || shown.detail);
+    rects.list = space;
+    if (isEditing) {
+        rects.editor = panes;
+        return rects;
+    }
     const bool fitsBoth = panes.right - panes.left >= kHexWidth + kLeastDetail;
     const bool showsDetail = shown.detail && (fitsBoth || !shown.hex);
     const int hexWidth = showsDetail ? kHexWidth : static_cast<int>(panes.right - panes.left);
     rects.hex = TakeLeft(panes, hexWidth, shown.hex);
     if (showsDetail) rects.detail = panes;
-    rects.list = space;
     return rects;
 }

@@ -10,11 +10,12 @@ struct FrameParts {
     bool hex = true;
     bool detail = true;
     bool monitor = true;
+    int editorHeight = 0; ///< of an open editor, which stands in the place of hex and detail pane
 };
 
 /// Empty rectangles for parts that are not shown, or for which there is no room.
 struct FrameRects {
-    CRect header, find, tree, list, hex, detail, monitor, status;
+    CRect header, find, tree, list, hex, detail, editor, monitor, status;
 };
 
 /// The list always has its place. A window that is too low or too narrow does without the monitor, the

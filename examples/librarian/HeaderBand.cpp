@@ -24,14 +24,8 @@ std::size_t TotalBytes(const Bank& bank) {
 }
 
 std::string WarningFor(const Bank& bank) {
-    std::string text;
-    if (const std::size_t bad = bank.BadChecksums())
-        text = Counted(bad, " bad checksum", " bad checksums");
-    if (bank.cutMessages) {
-        if (!text.empty()) text += ", ";
-        text += Counted(bank.cutMessages, " message cut short", " messages cut short");
-    }
-    return text;
+    const std::size_t bad = bank.BadChecksums();
+    return bad ? Counted(bad, " bad checksum", " bad checksums") : "";
 }
 
 void MakeFont(CFont& font, int height, const char* face) {

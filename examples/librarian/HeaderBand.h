@@ -28,6 +28,6 @@ private:
     CBrush m_rule;
     std::string m_title;
     std::string m_summary;
-    std::string m_warning; // bad checksums and cut messages; empty when all is well
+    std::string m_warning; // bad checksums; empty when all is well
     std::string m_connection;
 };

@@ -1,8 +1,6 @@
 // The window itself: creation, layout, its place on the screen, its end.
 #include "MainFrame.h"
 
-#include <algorithm>
-
 #include "FrameIds.h"
 #include "Report.h"
 #include "resource.h"
@@ -10,16 +8,13 @@
 namespace {
 
 constexpr UINT kSaveDelay = 5000; // milliseconds from a change of the settings to its writing
-constexpr int kStatusHeight = 20;
-constexpr int kLeastList = 60; // what an editor leaves of the list
-constexpr int kHexShare = 45;  // per cent of the space of list and hex pane
 
 // The frame of the first run.
-const CRect kStandardPlace(120, 90, 120 + 762, 90 + 604);
+const CRect kStandardPlace(90, 60, 90 + 1060, 60 + 760);
 
-// Ctrl+S sends from the panes too. A key is the character, and its native key code shifted by 8.
+// Ctrl+L sends from the panes too. A key is the character, and its native key code shifted by 8.
 constexpr AccelEntry kAccelerators[] = {
-    {ID_MIDI_SEND, 'S' | 0x01 << 8, 1, 0, 0},
+    {ID_MIDI_SEND, 'L' | 0x25 << 8, 1, 0, 0},
     {-1, 0, 0, 0, 0},
 };
 
@@ -28,6 +23,13 @@ CRect ScreenRect() {
     CRect screen;
     CWnd().GetWindowRect(screen);
     return screen;
+}
+
+// A part without a place is hidden.
+void Place(CWnd& part, const CRect& rect) {
+    const bool isShown = rect.right > rect.left && rect.bottom > rect.top;
+    if (isShown) part.MoveWindow(rect);
+    if (!part.IsWindowVisible() == isShown) part.ShowWindow(isShown ? SW_SHOW : SW_HIDE);
 }
 
 bool IsSame(const CRect& a, const CRect& b) {
@@ -110,10 +112,15 @@ void MainFrame::MakeParts() {
     const CRect anywhere(0, 0, 10, 10); // LayOut places them
     MakeFindBar();
     m_header.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_HEADER);
+    MakeTree();
     m_list.Create(WS_CHILD | WS_VISIBLE, anywhere, this, IDC_MESSAGES);
     m_list.AddColumns();
     m_hex.Create("", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, anywhere, this, IDC_HEX);
+    m_detail.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_DETAIL);
+    m_monitor.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_MONITOR);
     MakeEditorPane();
+    m_sheet.Create("", "", WS_CHILD, anywhere, this, IDC_SHEET);
+    m_sheet.ShowWindow(SW_HIDE);
     m_status.Create(this);
 
     DragAcceptFiles();
@@ -122,23 +129,29 @@ void MainFrame::MakeParts() {
     m_made = true;
 }
 
+void MainFrame::MakeTree() {
+    m_tree.instrumentChosen = [this](int index) { OpenInstrument(index); };
+    m_tree.bankChosen = [this](int index) { OpenFromFolder(index); };
+    m_tree.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 10, 10), this, IDC_TREE);
+    m_tree.SetAccessibleName("Instruments and banks");
+}
+
 void MainFrame::LayOut() {
     if (!m_made) return;
     CRect client;
     GetClientRect(client);
-    const int width = client.right;
-    const int bottom = client.bottom - kStatusHeight;
-    const int bandHeight = m_header.IsWindowVisible() ? HeaderBand::kHeight : 0;
-    const int top = bandHeight + (m_find.IsWindowVisible() ? FindBar::kHeight : 0);
-    const int hexHeight = m_hex.IsWindowVisible() ? (bottom - top) * kHexShare / 100 : 0;
-    const int editorHeight = m_editor.Height();
-    if (bandHeight) m_header.MoveWindow(0, 0, width, bandHeight);
-    if (top > bandHeight) m_find.MoveWindow(0, bandHeight, width, FindBar::kHeight);
-    const int listHeight = std::max(bottom - std::max(hexHeight, editorHeight) - top, kLeastList);
-    m_list.MoveWindow(0, top, width, listHeight);
-    if (editorHeight) m_editor.MoveWindow(0, top + listHeight, width, bottom - top - listHeight);
-    if (hexHeight) m_hex.MoveWindow(0, bottom - hexHeight, width, hexHeight);
-    m_status.MoveWindow(0, bottom, width, kStatusHeight);
+    m_shown.find = m_find.IsWindowVisible();
+    m_shown.editorHeight = m_editor.Height();
+    const FrameRects rects = LayOutFrame(client.right, client.bottom, m_shown);
+    Place(m_header, rects.header);
+    if (m_shown.find) m_find.MoveWindow(rects.find);
+    Place(m_tree, rects.tree);
+    Place(m_list, rects.list);
+    Place(m_hex, rects.hex);
+    Place(m_detail, rects.detail);
+    if (m_editor.IsOpen()) m_editor.MoveWindow(rects.editor);
+    Place(m_monitor, rects.monitor);
+    Place(m_status, rects.status);
     Report("sized %d %d", client.right, client.bottom);
 }
 
@@ -156,6 +169,7 @@ void MainFrame::NotePlace() {
 void MainFrame::OnTimerId(UINT id) {
     if (id == kMidiTimer) OnMidiTimer();
     if (id == kSaveTimer) SaveSettings();
+    if (id == kChordTimer) OnChordTimer();
 }
 
 // Several changes in a row are written together.
@@ -194,11 +208,10 @@ void MainFrame::OnDestroyed() {
     PostQuitMessage(0);
 }
 
-void MainFrame::Toggle(CWnd& part, const char* name) {
-    const BOOL show = !part.IsWindowVisible();
-    part.ShowWindow(show ? SW_SHOW : SW_HIDE);
+void MainFrame::Toggle(bool& isShown, const char* name) {
+    isShown = !isShown;
     LayOut();
-    Report("%s %s", name, show ? "shown" : "hidden");
+    Report("%s %s", name, isShown ? "shown" : "hidden");
 }
 
 void MainFrame::SetStatus(const std::string& status) {

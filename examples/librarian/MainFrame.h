@@ -1,6 +1,7 @@
-// The main window: header band, list of messages, hex pane and status bar, and the commands. Its
-// functions are in six sources: MainFrame.cpp (the window), MainFrameCommands.cpp (the menus),
-// MainFrameBanks.cpp, MainFrameDialogs.cpp, MainFrameEditor.cpp and MainFrameMidi.cpp.
+// The main window: header band, tree, list of messages, panes and status bar, and the commands. Its
+// functions are in seven sources: MainFrame.cpp (the window), MainFrameCommands.cpp (the menus), and
+// MainFrameBanks.cpp, MainFrameDialogs.cpp, MainFrameEditor.cpp, MainFrameMidi.cpp,
+// MainFrameTransfers.cpp.
 #pragma once
 
 #include <string>
@@ -10,16 +11,23 @@
 #include <afxwin.h>
 
 #include "BankFile.h"
+#include "BankTree.h"
+#include "DetailPane.h"
 #include "EditorPane.h"
 #include "FindBar.h"
+#include "FrameLayout.h"
 #include "HeaderBand.h"
 #include "HexPane.h"
 #include "Instruments.h"
 #include "MessageList.h"
 #include "MidiLink.h"
+#include "MonitorPane.h"
+#include "PatchSheet.h"
 #include "Plugins.h"
 #include "RecentBanks.h"
 #include "Settings.h"
+
+class ReceiveBankDialog;
 
 class MainFrame : public CFrameWnd {
 public:
@@ -35,7 +43,8 @@ private:
     void OnTimerId(UINT id);
     BOOL OnQueryClose();
     void OnDestroyed();
-    void Toggle(CWnd& part, const char* name);
+    void MakeTree();
+    void Toggle(bool& isShown, const char* name);
     void SetStatus(const std::string& status);
     void SettingsChanged();
     void SaveSettings();
@@ -52,6 +61,7 @@ private:
     void ShowInstruments();
 
     // Banks
+    void OnOpen();
     void OpenDemoBank(const char* name);
     BOOL OpenBank(const std::string& path);
     void ShowBank();
@@ -89,6 +99,15 @@ private:
     void OnFtp();
     BOOL OnContextMenu(const CPoint& point);
 
+    // Whole banks
+    void OnSendBank();
+    void OnReceiveBank();
+    void TakeBank(const std::vector<SysexBytes>& messages);
+    void OnChord();
+    void OnChordTimer();
+    void OnSaveSheet();
+    void OnCopySheet();
+
     // MIDI
     BOOL OpenPorts();
     void OnSend();
@@ -105,8 +124,7 @@ private:
     int m_selected = -1;    // index of a message
     bool m_changed = false; // since the bank was opened or saved
     Plugins m_plugins;
-    int m_edited = -1;         // the message that the editor shows
-    bool m_hexCovered = false; // the editor stands in the place of the hex pane
+    int m_edited = -1; // the message that the editor shows
 
     RecentBanks m_recent;
     std::string m_folder;                   // of the last opened bank
@@ -124,11 +142,18 @@ private:
     DWORD m_sentAt = 0;
     SysexBytes m_echo;
     bool m_slow = false;
+    int m_chordStep = 0; // 0 while none is played
+    ReceiveBankDialog* m_receiving = nullptr;
 
     HeaderBand m_header;
     FindBar m_find;
+    BankTree m_tree;
     MessageList m_list;
     HexPane m_hex;
+    DetailPane m_detail;
+    MonitorPane m_monitor;
+    PatchSheet m_sheet; // never shown
+    FrameParts m_shown; // as the user wants it
     EditorPane m_editor;
     CStatusBar m_status;
     bool m_made = false;

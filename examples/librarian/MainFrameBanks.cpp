@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include <afxdlgs.h>
+
 #include "BankFolder.h"
 #include "Report.h"
 
@@ -14,6 +16,19 @@ bool IsOfProgram(const std::string& folder) {
 }
 
 } // namespace
+
+void MainFrame::OnOpen() {
+    CFileDialog dialog(TRUE, "syx", nullptr, OFN_FILEMUSTEXIST | OFN_NOCHANGEDIR,
+                       "System Exclusive (*.syx)|*.syx|All files (*.*)|*.*||", this);
+    const std::string folder = FolderForBanks();
+    dialog.m_ofn.lpstrTitle = "Open Bank";
+    dialog.m_ofn.lpstrInitialDir = folder.c_str();
+    Report("dialog open");
+    if (dialog.DoModal() == IDOK)
+        OpenBank(static_cast<const char*>(dialog.GetPathName()));
+    else
+        Report("open cancelled");
+}
 
 void MainFrame::OpenDemoBank(const char* name) {
     char folder[MAX_PATH] = {};
@@ -42,6 +57,7 @@ void MainFrame::ShowBank() {
     m_editor.Close();
     m_selected = -1;
     m_hex.Clear();
+    m_detail.Clear();
     m_list.ShowBank(m_bank);
     m_header.ShowBank(m_bank);
     SetTitle((m_bank.name + " - Librarian").c_str());
@@ -135,10 +151,12 @@ void MainFrame::OnSelected(int index) {
     m_selected = index;
     if (m_selected < 0) {
         m_hex.Clear();
+        m_detail.Clear();
         return;
     }
     const BankMessage& message = m_bank.messages[static_cast<std::size_t>(m_selected)];
     m_hex.ShowMessage(message.bytes);
+    m_detail.ShowMessage(message);
     Report("selected %d", m_selected + 1);
     if (!message.patch.empty())
         Report("described %s: %s", message.info.kind.c_str(), message.patch.c_str());
@@ -175,7 +193,7 @@ BOOL MainFrame::MayDropChanges() {
 
 // Into the bank's own file, or where the user says when it came with the program.
 BOOL MainFrame::SaveBank() {
-    if (IsOfProgram(FolderOf(m_bankPath))) return OnSaveAs();
+    if (m_bankPath.empty() || IsOfProgram(FolderOf(m_bankPath))) return OnSaveAs();
     std::string error;
     const BOOL saved = WriteBank(m_bankPath, m_bank, error);
     if (saved) m_changed = false;

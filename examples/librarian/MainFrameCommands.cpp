@@ -3,6 +3,7 @@
 
 #include "BankFolder.h"
 #include "MenuEntries.h"
+#include "Report.h"
 #include "resource.h"
 
 namespace {
@@ -21,6 +22,11 @@ void SetState(CCmdUI& state, bool enabled) {
     state.Enable(enabled);
 }
 
+void SetChecked(CCmdUI& state, bool isChecked) {
+    SetState(state, true);
+    state.SetCheck(isChecked);
+}
+
 std::vector<std::string> NumberedTitles(const std::vector<std::string>& texts) {
     std::vector<std::string> titles;
     for (const std::string& text : texts) titles.push_back(NumberedTitle(titles.size() + 1, text));
@@ -36,14 +42,26 @@ bool IsPort(const std::vector<std::string>& names, int index, const std::string&
 
 BOOL MainFrame::OnCommandId(int id) {
     switch (id) {
+    case ID_FILE_OPEN:
+        OnOpen();
+        return TRUE;
     case ID_FILE_OPEN_VOICES:
         OpenDemoBank("voices.syx");
         return TRUE;
     case ID_FILE_OPEN_PATCHES:
         OpenDemoBank("patches.syx");
         return TRUE;
+    case ID_FILE_SAVE:
+        SaveBank();
+        return TRUE;
     case ID_FILE_SAVE_AS:
         OnSaveAs();
+        return TRUE;
+    case ID_FILE_SHEET:
+        OnSaveSheet();
+        return TRUE;
+    case ID_EDIT_COPY:
+        OnCopySheet();
         return TRUE;
     case ID_FILE_FTP:
         OnFtp();
@@ -70,6 +88,15 @@ BOOL MainFrame::OnCommandId(int id) {
     case ID_MIDI_SEND:
         OnSend();
         return TRUE;
+    case ID_MIDI_SEND_BANK:
+        OnSendBank();
+        return TRUE;
+    case ID_MIDI_RECEIVE_BANK:
+        OnReceiveBank();
+        return TRUE;
+    case ID_MIDI_CHORD:
+        OnChord();
+        return TRUE;
     case ID_MIDI_VERIFY:
         OnVerify();
         return TRUE;
@@ -83,10 +110,23 @@ BOOL MainFrame::OnCommandId(int id) {
         OnPlugins();
         return TRUE;
     case ID_VIEW_HEX:
-        Toggle(m_hex, "hex pane");
+        Toggle(m_shown.hex, "hex pane");
         return TRUE;
     case ID_VIEW_HEADER:
-        Toggle(m_header, "header");
+        Toggle(m_shown.header, "header");
+        return TRUE;
+    case ID_VIEW_TREE:
+        Toggle(m_shown.tree, "tree");
+        return TRUE;
+    case ID_VIEW_DETAIL:
+        Toggle(m_shown.detail, "details");
+        return TRUE;
+    case ID_VIEW_MONITOR:
+        Toggle(m_shown.monitor, "monitor");
+        return TRUE;
+    case ID_HELP_CONTENTS:
+        AfxGetApp()->WinHelp(1);
+        Report("help");
         return TRUE;
     default:
         return OnEntry(id);
@@ -121,6 +161,8 @@ BOOL MainFrame::OnUpdateCommand(int id, CCmdUI& state) {
         return TRUE;
     case ID_MIDI_VERIFY:
     case ID_FILE_SAVE_AS:
+    case ID_FILE_SHEET:
+    case ID_EDIT_COPY:
     case ID_EDIT_DETAILS:
     case ID_EDIT_FIND_NEXT:
         SetState(state, !m_bank.messages.empty());
@@ -135,13 +177,34 @@ BOOL MainFrame::OnUpdateCommand(int id, CCmdUI& state) {
         state.SetCheck(m_editor.IsOpen());
         return TRUE;
     case ID_VIEW_HEX:
-        SetState(state, !m_editor.IsOpen());
-        state.SetCheck(m_hex.IsWindowVisible());
+        SetChecked(state, m_shown.hex);
         return TRUE;
     case ID_VIEW_HEADER:
-        SetState(state, true);
-        state.SetCheck(m_header.IsWindowVisible());
+        SetChecked(state, m_shown.header);
         return TRUE;
+    case ID_VIEW_TREE:
+        SetChecked(state, m_shown.tree);
+        return TRUE;
+    case ID_VIEW_DETAIL:
+        SetChecked(state, m_shown.detail);
+        return TRUE;
+    case ID_VIEW_MONITOR:
+        SetChecked(state, m_shown.monitor);
+        return TRUE;
+    case ID_MIDI_SEND_BANK:
+        SetState(state, !m_bank.messages.empty() && !m_sendPending && m_midi.CanSend());
+        return TRUE;
+    case ID_MIDI_RECEIVE_BANK:
+        SetState(state, true);
+        return TRUE;
+    case ID_MIDI_CHORD:
+        SetState(state, m_chordStep == 0 && m_midi.CanSend());
+        return TRUE;
+    case ID_FILE_SAVE:
+        SetState(state, m_changed);
+        return TRUE;
+    case ID_FILE_OPEN:
+    case ID_HELP_CONTENTS:
     case ID_FILE_OPEN_VOICES:
     case ID_FILE_OPEN_PATCHES:
     case ID_FILE_FTP:
@@ -193,6 +256,7 @@ void MainFrame::ShowFolder() {
     const auto limit = static_cast<std::size_t>(kFolderEntries.limit);
     m_folderBanks = BanksIn(m_folder, limit);
     kFolderEntries.Show(Menu(kFileMenu, kFolderMenu), NumberedTitles(m_folderBanks));
+    m_tree.ShowBanks(m_folder, m_folderBanks);
 }
 
 void MainFrame::ShowPorts() {
@@ -210,4 +274,5 @@ void MainFrame::ShowInstruments() {
                         (each.messages == 1 ? " message)" : " messages)"));
     }
     kInstrumentEntries.Show(Menu(kInstrumentsMenu), NumberedTitles(texts));
+    m_tree.ShowInstruments(m_instruments);
 }

@@ -54,7 +54,6 @@ void MainFrame::MakeEditorPane() {
     m_editor.closed = [this] {
         if (!m_made) return;
         m_edited = -1;
-        if (m_hexCovered) m_hex.ShowWindow(SW_SHOW);
         LayOut();
         m_list.SetFocus();
         Report("editor closed");
@@ -80,8 +79,6 @@ void MainFrame::OnEditVoice() {
         SetStatus("The editor cannot be opened");
         return;
     }
-    m_hexCovered = m_hex.IsWindowVisible();
-    if (m_hexCovered) m_hex.ShowWindow(SW_HIDE);
     LayOut();
     ShowInEditor();
 }
@@ -125,7 +122,10 @@ bool MainFrame::StoreEdit(const SysexBytes& message) {
     m_plugins.Describe(m_bank);
     m_changed = true;
     m_list.Invalidate();
-    if (m_edited == m_selected) m_hex.ShowMessage(message);
+    if (m_edited == m_selected) {
+        m_hex.ShowMessage(message);
+        m_detail.ShowMessage(m_bank.messages[index]);
+    }
     m_header.ShowBank(m_bank);
     SetStatus("Stored in message " + std::to_string(m_edited + 1) + "; the bank is not saved yet");
     Report("stored %d", m_edited + 1);

@@ -2,6 +2,7 @@
 #include "FrameIds.h"
 #include "MainFrame.h"
 #include "Report.h"
+#include "TransferDialogs.h"
 
 namespace {
 
@@ -89,12 +90,14 @@ void MainFrame::OnMidiTimer() {
 }
 
 void MainFrame::OnMidiInput() {
+    MidiMoment moment;
+    while (m_midi.TakeHeard(moment)) m_monitor.Add(moment);
     SysexBytes message;
     while (m_midi.TakeReceived(message)) {
-        if (m_sendPending && m_echo.empty()) {
-            m_echo = std::move(message);
-            continue;
-        }
+        const bool isEcho = m_sendPending && m_echo.empty();
+        if (isEcho) m_echo = message;
+        if (m_receiving) m_receiving->Add(message);
+        if (isEcho || m_receiving) continue;
         const SysexInfo info = DescribeSysex(message);
         SetStatus("Received " + std::to_string(message.size()) + " bytes: " + info.manufacturer +
                   ", " + info.kind);

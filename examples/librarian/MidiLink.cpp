@@ -6,6 +6,7 @@ namespace {
 
 constexpr DWORD kSlowBytesPerSecond = 1000;
 constexpr DWORD kCableSpeed = 0;
+constexpr std::size_t kMostHeard = 4096; // while the window has no time
 
 } // namespace
 
@@ -106,6 +107,18 @@ BOOL MidiLink::TakeReceived(SysexBytes& message) {
     return TRUE;
 }
 
+BOOL MidiLink::TakeHeard(MidiMoment& moment) {
+    const std::lock_guard guard(m_lock);
+    if (m_heard.empty()) return FALSE;
+    moment = m_heard.front();
+    m_heard.pop_front();
+    return TRUE;
+}
+
+void MidiLink::SendShort(BYTE status, BYTE data1, BYTE data2) {
+    if (m_output) midiOutShortMsg(m_output, DWORD{status} | DWORD{data1} << 8 | DWORD{data2} << 16);
+}
+
 void MidiLink::SetSlow(BOOL slow) {
     m_speed = slow ? kSlowBytesPerSecond : kCableSpeed;
     if (m_output) midiOutSetMaxSysExSpeed(m_output, m_speed);
@@ -113,8 +126,24 @@ void MidiLink::SetSlow(BOOL slow) {
 
 void CALLBACK MidiLink::OnMidiIn(HMIDIIN, UINT message, DWORD_PTR instance, DWORD_PTR parameter,
                                  DWORD_PTR) {
-    if (message != MIM_LONGDATA) return;
-    reinterpret_cast<MidiLink*>(instance)->Receive(*reinterpret_cast<const MIDIHDR*>(parameter));
+    MidiLink& link = *reinterpret_cast<MidiLink*>(instance);
+    const auto bytes = static_cast<DWORD>(parameter);
+    if (message == MIM_LONGDATA) link.Receive(*reinterpret_cast<const MIDIHDR*>(parameter));
+    if (message == MIM_DATA)
+        link.Hear({GetTickCount(), static_cast<BYTE>(bytes), static_cast<BYTE>(bytes >> 8),
+                   static_cast<BYTE>(bytes >> 16), 0});
+}
+
+// On the receive thread. One post for any number of events that the window has not taken yet.
+void MidiLink::Hear(const MidiMoment& moment) {
+    bool isFirst = false;
+    {
+        const std::lock_guard guard(m_lock);
+        isFirst = m_heard.empty();
+        m_heard.push_back(moment);
+        if (m_heard.size() > kMostHeard) m_heard.pop_front();
+    }
+    if (isFirst) m_target->PostMessage(m_message);
 }
 
 // On the receive thread. Header and bytes exist during the call only.
@@ -123,5 +152,6 @@ void MidiLink::Receive(const MIDIHDR& header) {
         const std::lock_guard guard(m_lock);
         m_received.emplace_back(header.lpData, header.lpData + header.dwBytesRecorded);
     }
+    Hear({GetTickCount(), 0xF0, 0, 0, header.dwBytesRecorded});
     m_target->PostMessage(m_message);
 }

@@ -11,6 +11,7 @@
 #include <afxwin.h>
 #include <mmsystem.h>
 
+#include "NoteLog.h"
 #include "SysexInfo.h"
 
 /// The index of `wanted` among the names, or 0 when it is not there.
@@ -27,8 +28,8 @@ public:
     static std::vector<std::string> Outputs();
     static std::vector<std::string> Inputs();
 
-    /// `message` is posted to `target` for each System Exclusive message that arrives; take it with
-    /// TakeReceived.
+    /// `message` is posted to `target` when something has arrived: take it with TakeReceived and
+    /// TakeHeard.
     void SetTarget(CWnd* target, UINT message);
     /// Each goes over to the port with this name, or to the first when it is gone, and leaves the
     /// port that was open before. FALSE, and that one stays, when there is no port to open.
@@ -46,8 +47,13 @@ public:
     BOOL IsSending();
     const SysexBytes& LastSent() const { return m_sent; }
 
-    /// FALSE when nothing has arrived.
+    /// A short message; lost without an output.
+    void SendShort(BYTE status, BYTE data1, BYTE data2);
+
+    /// The next System Exclusive message; FALSE when none has arrived.
     BOOL TakeReceived(SysexBytes& message);
+    /// The next event of any kind, for the monitor. FALSE when there is none.
+    BOOL TakeHeard(MidiMoment& moment);
 
     /// At most 1,000 bytes a second, for instruments that lose data at the speed of the cable.
     void SetSlow(BOOL slow);
@@ -56,6 +62,7 @@ private:
     static void CALLBACK OnMidiIn(HMIDIIN input, UINT message, DWORD_PTR instance,
                                   DWORD_PTR parameter, DWORD_PTR);
     void Receive(const MIDIHDR& header);
+    void Hear(const MidiMoment& moment);
 
     HMIDIOUT m_output = nullptr;
     HMIDIIN m_input = nullptr;
@@ -70,5 +77,6 @@ private:
     BOOL m_sending = FALSE;
 
     std::mutex m_lock;
-    std::deque<SysexBytes> m_received; // under m_lock
+    std::deque<SysexBytes> m_received; // under m_lock, as is the next
+    std::deque<MidiMoment> m_heard;
 };

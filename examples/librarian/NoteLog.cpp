@@ -101,10 +101,12 @@ void NoteLog::EndAll(int channel, DWORD time) {
 }
 
 void NoteLog::ForgetBefore(DWORD time) {
-    std::erase_if(
-        m_notes, [time](const Note& note) { return !note.isSounding && IsBefore(note.end, time); });
-    std::erase_if(m_sysex,
-                  [time](const MidiMoment& moment) { return IsBefore(moment.time, time); });
+    const auto hasEnded = [time](const Note& note) {
+        return !note.isSounding && IsBefore(note.end, time);
+    };
+    const auto isOld = [time](const MidiMoment& moment) { return IsBefore(moment.time, time); };
+    m_notes.erase(std::remove_if(m_notes.begin(), m_notes.end(), hasEnded), m_notes.end());
+    m_sysex.erase(std::remove_if(m_sysex.begin(), m_sysex.end(), isOld), m_sysex.end());
 }
 
 std::string PitchName(int pitch) {

@@ -75,6 +75,7 @@ void ReceiveBankDialog::Add(const SysexBytes& message) {
     m_bytes += message.size();
     m_lastAt = GetTickCount();
     ShowCount();
+    Report("taken %zu", message.size());
 }
 
 // OK is "Keep": there must be something to keep.

@@ -1,6 +1,8 @@
 #include <vmcore/wnd/clipboard.h>
 
 #include <functional>
+#include <optional>
+#include <string>
 #include <utility>
 
 #include <QtCore/QMimeData>
@@ -12,6 +14,8 @@
 #include <vmcore/wnd/CWnd.h>
 
 #include "core/log.h"
+#include "files/SafeFile.h"
+#include "files/posixPath.h"
 #include "platform/GraphicsContext.h"
 #include "platform/Image.h"
 #include "platform/pdfPage.h"
@@ -45,11 +49,25 @@ void CopyPage(QSize size, const std::function<void(vm::GraphicsContext&)>& draw)
     clipboard->setMimeData(data);
 }
 
+bool WriteWhole(const std::string& path, const QByteArray& bytes) {
+    vm::SafeFile file(path);
+    if (!file.IsOpen()) return false;
+    file.Write({bytes.data(), static_cast<std::size_t>(bytes.size())});
+    return file.Commit();
+}
+
 QSize PageSize(const CWnd& wnd, int width, int height) {
     if (width != 0 && height != 0) return {width, height};
     RECT client;
     wnd.GetClientRect(&client);
     return {client.right, client.bottom};
+}
+
+std::function<void(vm::GraphicsContext&)> PaintOf(CWnd* wnd) {
+    return [wnd](vm::GraphicsContext& page) {
+        const PaintsInto paint(wnd, &page);
+        wnd->WindowProc(WM_PAINT, 0, 0);
+    };
 }
 
 } // namespace
@@ -65,11 +83,16 @@ NSPasteboard* GetPasteboard() {
 void AfxCopyWindowToClipboard(CWnd* wnd, int width, int height) {
     if (!wnd) return;
     const QSize size = PageSize(*wnd, width, height);
-    if (size.isEmpty()) return;
-    CopyPage(size, [wnd](vm::GraphicsContext& page) {
-        const PaintsInto paint(wnd, &page);
-        wnd->WindowProc(WM_PAINT, 0, 0);
-    });
+    if (!size.isEmpty()) CopyPage(size, PaintOf(wnd));
+}
+
+BOOL AfxSaveWindowAsPDF(CWnd* wnd, int width, int height, LPCSTR file) {
+    const std::optional<std::string> path = vm::PathForCreateFile(file);
+    const QSize size = wnd ? PageSize(*wnd, width, height) : QSize();
+    if (!path || size.isEmpty()) return FALSE;
+    if (WriteWhole(*path, vm::MakePdfPage(size, PaintOf(wnd)))) return TRUE;
+    vm::Log(vm::LogModule::Wnd, "Couldnt write '%s'", path->c_str());
+    return FALSE;
 }
 
 void AfxCopyBitmapToClipboard(CBitmap* bitmap) {

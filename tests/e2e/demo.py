@@ -8,7 +8,7 @@ import tempfile
 
 from display import Display, Program, Timeout
 
-LIST_TOP = 64  # the list begins below the header band
+LIST_LEFT, LIST_TOP = 330, 64  # a place in the list, which begins below the header band
 ROW = 36       # from the list's top to the middle of its first row
 
 
@@ -41,7 +41,7 @@ def drive(display, program, picture):
 
     step(2, "click the first message")
     left, top = content_top(display, window, program)
-    display.click(left + 100, top + LIST_TOP + ROW)
+    display.click(left + LIST_LEFT, top + LIST_TOP + ROW)
     outcome(program.expect("selected 1"))
 
     step(3, "send it with Ctrl+Return")
@@ -51,7 +51,7 @@ def drive(display, program, picture):
     step(4, "open the bundled patches with the menu File and select the next message with Down")
     display.menu("alt+f", "p")
     outcome(program.expect("opened patches.syx 64 messages"))
-    display.click(left + 100, top + LIST_TOP + ROW)
+    display.click(left + LIST_LEFT, top + LIST_TOP + ROW)
     outcome(program.expect("selected 1"))
     display.key("Down")
     outcome(program.expect("selected 2"))

@@ -121,7 +121,9 @@ class Accessibility(unittest.TestCase):
 
     def test_parts_of_the_window_have_names_and_roles(self):
         for role, name in (("table", "Messages"), ("image", "Bytes of the message"),
-                           ("status bar", "Status")):
+                           ("tree", "Instruments and banks"),
+                           ("image", "Monitor of the MIDI input"),
+                           ("image", "The message at a glance"), ("status bar", "Status")):
             with self.subTest(role):
                 node = self.expect(role, name)
                 self.assertTrue(self.has_state(node, Atspi.StateType.SHOWING))
@@ -170,6 +172,10 @@ class Accessibility(unittest.TestCase):
         display.click(place.x + place.width // 2, place.y + place.height // 2)
         wait_for("the focus on the hex pane",
                  lambda: self.has_state(hexadecimal, Atspi.StateType.FOCUSED))
+        display.key("Tab")
+        wait_for("the focus on the tree",
+                 lambda: self.has_state(self.expect("tree", "Instruments and banks"),
+                                        Atspi.StateType.FOCUSED))
         display.key("Tab")
         wait_for("the focus on the list",
                  lambda: self.has_state(self.expect("table", "Messages"), Atspi.StateType.FOCUSED))

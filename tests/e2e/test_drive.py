@@ -7,6 +7,7 @@ message trace and of the program's report, and for windows.
 """
 
 import argparse
+import os
 import pathlib
 import re
 import shutil
@@ -22,10 +23,10 @@ ABOUT = 57664  # the application's own command: no window gets it
 
 # Menu's key, item's key, command. The other items are for the dialogs below.
 ITEMS = {
-    "alt+m": [("s", 1101), ("v", 1102), ("l", 1103)],
-    "alt+e": [("n", 1604)],
+    "alt+m": [("s", 1101), ("c", 1107), ("v", 1102), ("l", 1103)],
+    "alt+e": [("c", 1605), ("n", 1604)],
     "alt+f": [("v", 1001), ("p", 1002)],
-    "alt+v": [("h", 1202), ("h", 1202), ("x", 1201), ("x", 1201)],
+    "alt+v": [("h", 1202), ("t", 1203), ("x", 1201), ("d", 1204), ("m", 1205)] * 2,
 }
 
 
@@ -38,9 +39,9 @@ class Drive:
         try:
             with Display() as self.display:
                 self.start(folder, self.data / "patches.syx")
-                for step in (self.menus, self.about, self.plugins, self.ports, self.details, self.ftp,
-                             self.find, self.pointer, self.drop, self.window_manager, self.save,
-                             self.delete_and_quit):
+                for step in (self.menus, self.about, self.help, self.plugins, self.ports, self.details, self.ftp,
+                             self.find, self.pointer, self.drop, self.window_manager, self.open_bank,
+                             self.whole_banks, self.save, self.sheet, self.delete_and_quit):
                     step()
             self.check_every_item()
         finally:
@@ -50,13 +51,22 @@ class Drive:
         self.folder = folder
         self.trace = Trace(folder / "trace.jsonl")
         environment = {**self.trace.environment(), "VMCORE_MESSAGEBOX": "",
-                       "XDG_DOCUMENTS_DIR": str(folder)}
+                       "XDG_DOCUMENTS_DIR": str(folder), **self.browser()}
         executable = self.bundle / "Contents/MacOS/Librarian"
         self.program = Program(self.display, executable, folder, bank, environment=environment)
         self.program.expect(r"opened .* 64 messages")
         self.main = self.display.window("Librarian")
         self.display.wait_drawn(self.main)
         self.windows_at_rest = self.visible_windows()
+
+    def browser(self):
+        """A browser that only writes down what it shall show."""
+        self.shown = self.folder / "shown"
+        script = self.folder / "bin/xdg-open"
+        script.parent.mkdir()
+        script.write_text(f'#!/bin/sh\necho "$1" >"{self.shown}"\n')
+        script.chmod(0o755)
+        return {"PATH": f"{script.parent}:{os.environ['PATH']}", "BROWSER": str(script)}
 
     # Steps that others are made of
 
@@ -106,7 +116,7 @@ class Drive:
                 self.choose(menu, item, command)
         self.program.expect("opened patches.syx 64 messages")
         left, top, _, _ = self.display.geometry(self.main)
-        for item, name in ((1, "voices"), (2, "patches")):  # the same with the mouse
+        for item, name in ((2, "voices"), (3, "patches")):  # the same with the mouse
             self.display.click(left + 20, top + 9)
             wait_for("the menu", lambda: self.visible_windows() > self.windows_at_rest)
             self.display.click(left + 60, top + 10 + 22 * item)
@@ -122,6 +132,12 @@ class Drive:
         self.display.click(left + width - 50, top + height - 20)
         self.program.expect("about")
         self.wait_at_rest()
+
+    def help(self):
+        self.display.key("F1")
+        self.program.expect("help")
+        page = wait_for("the page", lambda: self.shown.exists() and self.shown.read_text().strip())
+        assert page.endswith("/Resources/LibrarianHelp/index.html#DV_1"), page
 
     def plugins(self):
         self.trace.skip()
@@ -210,7 +226,7 @@ class Drive:
 
     def pointer(self):
         left, top, width, height = self.display.geometry(self.main)
-        pane = left + width // 2, top + height - 80
+        pane = left + 330, top + height - 250
         self.trace.skip()
         self.display.click(*pane)
         self.trace.expect("WM_LBUTTONDOWN", **{"class": "HexPane"})
@@ -224,7 +240,7 @@ class Drive:
             self.display.key("Escape")
             self.trace.expect("WM_EXITMENULOOP")
             self.wait_at_rest()
-        self.display.run("xdotool", "mousemove", str(left + 100), str(top + 150),
+        self.display.run("xdotool", "mousemove", str(left + 330), str(top + 150),
                          "click", "--repeat", "2", "--delay", "40", "1")  # a message of the list
         self.program.expect(r"sending \d+")
         self.program.expect(r"received \d+ identical")
@@ -264,23 +280,76 @@ class Drive:
         saved = next(self.folder.rglob("mine.syx"))
         assert saved.read_bytes() == (self.data / "patches.syx").read_bytes()
 
+    def open_bank(self):
+        self.display.key("ctrl+o")
+        self.program.expect("dialog open")
+        window = self.display.window("Open Bank")
+        self.display.wait_drawn(window)
+        self.display.run("xdotool", "type", "--delay", "0", str(self.data / "voices.syx"))
+        self.display.key("Return")
+        self.program.expect("opened voices.syx 1 messages")
+        self.wait_at_rest()
+        self.display.key("ctrl+2")
+        self.program.expect("opened patches.syx 64 messages")
+
+    def sheet(self):
+        self.open_menu("alt+f", 1007)
+        self.display.key("d")
+        self.program.expect("dialog sheet")
+        self.display.wait_drawn(self.display.window("Patch Sheet as PDF"))
+        self.display.key("ctrl+a")
+        self.display.run("xdotool", "type", "--delay", "0", "sheet")
+        self.display.key("Return")
+        self.program.expect("sheet sheet.pdf")
+        self.wait_at_rest()
+        page = self.display.run("pdftotext", "-layout", next(self.folder.rglob("sheet.pdf")), "-")
+        assert all(text in page for text in ("mine.syx", "64 messages", "57 Timbre A57")), page
+
+    def whole_banks(self):
+        self.choose("alt+m", "b", 1105)
+        self.program.expect("bank: Sent 64 of 64 messages")
+        self.display.key("ctrl+1")
+        self.program.expect("opened voices.syx 1 messages")
+        self.display.click(*self.first_row())
+        self.program.expect("selected 1")
+        self.display.key("ctrl+Return")  # slow by now: it arrives when the dialog is there
+        self.program.expect("sending 4104")
+        self.open_menu("alt+m", 1106)
+        self.open_dialog(["r"], "ReceiveBankDialog", "Receive Bank")
+        self.program.expect("taken 4104")
+        self.display.key("alt+k")
+        self.program.expect("received bank 1 messages")
+        self.wait_at_rest()
+        self.display.key("ctrl+2")
+        self.program.expect("asks save")
+        wait_for("the question", lambda: self.visible_windows() > self.windows_at_rest)
+        self.display.key("alt+n")
+        self.program.expect("opened patches.syx 64 messages")
+
     def delete_and_quit(self):
         self.display.click(*self.first_row())
         self.program.expect("selected 1")
         self.display.key("ctrl+d")
         self.program.expect("deleted 1, 63 left")
-        for key, answer in (("Escape", "kept open"), ("alt+n", "closed")):
-            self.display.key("ctrl+q")
-            self.program.expect("asks save")
-            wait_for("the question", lambda: self.visible_windows() > self.windows_at_rest)
-            self.display.key(key)
-            self.program.expect(answer)
+        self.quit("Escape", "kept open")
+        self.display.key("ctrl+s")
+        self.program.expect("saved bank mine.syx")
+        self.display.key("ctrl+d")
+        self.program.expect("deleted 1, 62 left")
+        self.quit("alt+n", "closed")
         assert self.program.wait() == 0, self.program.log()
+
+    def quit(self, key, answer):
+        self.display.key("ctrl+q")
+        self.program.expect("asks save")
+        wait_for("the question", lambda: self.visible_windows() > self.windows_at_rest)
+        self.display.key(key)
+        self.program.expect(answer)
 
     def first_row(self):
         left, top, _, height = self.display.geometry(self.main)
         sized = [line for line in self.program.lines() if line.startswith("sized")][-1]
-        return left + 100, top + height - int(sized.split()[2]) + 64 + 36
+        return left + 330, top + height - int(sized.split()[2]) + 64 + 36
 
     def check_every_item(self):
         """What the drive chose is what the menu file holds."""

@@ -12,6 +12,7 @@ import unittest
 from display import LIMIT, Display, Program, wait_for
 
 HEADER = 64    # the list begins below the header band
+ROW_LEFT = 330  # a place in its rows, to the right of the tree
 FIRST_ROW = 36  # from the list's top to the middle of its first row
 
 bundle = None   # Librarian.app
@@ -38,7 +39,7 @@ class LibrarianTest(unittest.TestCase):
 
     def select_first(self, program, window):
         left, top = self.content(program, window)
-        display.click(left + 100, top + HEADER + FIRST_ROW)
+        display.click(left + ROW_LEFT, top + HEADER + FIRST_ROW)
         program.expect("selected 1")
 
     def content(self, program, window):
@@ -73,8 +74,8 @@ class Banks(LibrarianTest):
         display.key("Down", "Down")
         program.expect("selected 3")
         left, top = self.content(program, window)
-        display.click(left + 100, top + 450)  # the hex pane takes the focus: its accelerators
-        display.key("ctrl+s")
+        display.click(left + ROW_LEFT, top + 500)  # the hex pane takes the focus: its accelerators
+        display.key("ctrl+l")
         self.expect_round_trip(program, 18)
         self.quit(program)
 
@@ -99,7 +100,7 @@ class Banks(LibrarianTest):
         text = self.folder / "text.syx"
         text.write_text("no messages here")
         program = self.start(text)
-        program.expect("failed text.syx holds no System Exclusive message")
+        program.expect("failed text.syx is no System Exclusive file: byte 0 is 6E instead of F0")
         display.window("Librarian")
         display.key("ctrl+Return")  # nothing is selected: the command is disabled
         self.quit(program)

@@ -34,7 +34,7 @@ class Plugins(unittest.TestCase):
         window = display.window("Librarian")
         left, top, _, height = display.geometry(window)
         sized = [line for line in self.program.lines() if line.startswith("sized")][-1]
-        display.click(left + 100, top + height - int(sized.split()[2]) + HEADER + FIRST_ROW)
+        display.click(left + 330, top + height - int(sized.split()[2]) + HEADER + FIRST_ROW)
         self.program.expect("selected 1")
 
     def quit(self):

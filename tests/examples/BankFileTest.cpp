@@ -16,7 +16,7 @@ struct SplitCase {
     SysexBytes file;
     std::vector<SysexBytes> messages;
     std::size_t junk;
-    std::size_t cut;
+    const char* problem;
 
     friend void PrintTo(const SplitCase& row, std::ostream* out) { *out << row.name; }
 };
@@ -24,18 +24,30 @@ struct SplitCase {
 class BankSplit : public testing::TestWithParam<SplitCase> {};
 
 const SplitCase kSplits[] = {
-    {"empty file", {}, {}, 0, 0},
-    {"one message", {0xF0, 0x7D, 1, 0xF7}, {{0xF0, 0x7D, 1, 0xF7}}, 0, 0},
+    {"empty file", {}, {}, 0, ""},
+    {"one message", {0xF0, 0x7D, 1, 0xF7}, {{0xF0, 0x7D, 1, 0xF7}}, 0, ""},
     {"junk before, between and after",
      {1, 0x90, 0xF0, 0x7D, 0xF7, 0x00, 0xF7, 0xF0, 0x7D, 2, 0xF7, 3},
      {{0xF0, 0x7D, 0xF7}, {0xF0, 0x7D, 2, 0xF7}},
      5,
-     0},
-    {"last one cut short", {0xF0, 1, 0xF7, 0xF0, 2}, {{0xF0, 1, 0xF7}, {0xF0, 2}}, 0, 1},
-    {"next one begins early", {0xF0, 1, 0xF0, 2, 0xF7}, {{0xF0, 1}, {0xF0, 2, 0xF7}}, 0, 1},
-    {"status byte inside", {0xF0, 1, 0x90, 2, 0xF7}, {{0xF0, 1}}, 3, 1},
-    {"clock inside", {0xF0, 1, 0xF8, 2, 0xF7}, {{0xF0, 1, 2, 0xF7}}, 1, 0},
-    {"no message at all", {'M', 'T', 'h', 'd'}, {}, 4, 0},
+     ""},
+    {"last one breaks off",
+     {0xF0, 1, 0xF7, 0xF0, 2},
+     {{0xF0, 1, 0xF7}, {0xF0, 2}},
+     0,
+     "the file ends at byte 5, inside the message that begins at byte 3"},
+    {"next one begins early",
+     {0xF0, 1, 0xF0, 2, 0xF7},
+     {{0xF0, 1}, {0xF0, 2, 0xF7}},
+     0,
+     "byte 2 is F0, inside the message that begins at byte 0"},
+    {"status byte inside",
+     {0xF0, 1, 0x90, 2, 0xF7},
+     {{0xF0, 1}},
+     3,
+     "byte 2 is 90, inside the message that begins at byte 0"},
+    {"clock inside", {0xF0, 1, 0xF8, 2, 0xF7}, {{0xF0, 1, 2, 0xF7}}, 1, ""},
+    {"no message at all", {'M', 'T', 'h', 'd'}, {}, 4, ""},
 };
 
 TEST_P(BankSplit, FindsMessagesAndCountsTheRest) {
@@ -44,7 +56,7 @@ TEST_P(BankSplit, FindsMessagesAndCountsTheRest) {
     for (const BankMessage& message : bank.messages) messages.push_back(message.bytes);
     EXPECT_EQ(messages, GetParam().messages);
     EXPECT_EQ(bank.junkBytes, GetParam().junk);
-    EXPECT_EQ(bank.cutMessages, GetParam().cut);
+    EXPECT_EQ(bank.problem, GetParam().problem);
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, BankSplit, testing::ValuesIn(kSplits));
@@ -100,8 +112,19 @@ TEST(BankRead, FailureSaysWhyAndLeavesTheBank) {
         EXPECT_EQ(error, "none.syx cannot be opened");
         EXPECT_THAT(log.TakeLog(), testing::ElementsAre(testing::HasSubstr("none.syx")));
     }
-    EXPECT_FALSE(ReadBank(home.Write("text.syx", "plain text").c_str(), bank, error));
-    EXPECT_EQ(error, "text.syx holds no System Exclusive message");
+    const struct {
+        const char* bytes;
+        const char* error;
+    } rows[] = {
+        {"", "x.syx is empty"},
+        {"plain text", "x.syx is no System Exclusive file: byte 0 is 70 instead of F0"},
+        {"\xF0\x7D\xF7\xF0\x7D\x01",
+         "x.syx: the file ends at byte 6, inside the message that begins at byte 3"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_FALSE(ReadBank(home.Write("x.syx", row.bytes).c_str(), bank, error));
+        EXPECT_EQ(error, row.error);
+    }
     EXPECT_EQ(bank.name, "before");
 }
 

@@ -75,8 +75,8 @@ TEST(FrameLayout, SmallWindowsDoWithoutPanes) {
     const struct {
         int width, height;
         bool tree, detail, monitor;
-    } rows[] = {{1000, 700, true, true, true},
-                {1000, 480, true, true, false},
+    } rows[] = {{1060, 700, true, true, true},
+                {1060, 480, true, true, false},
                 {760, 700, true, false, true},
                 {600, 380, false, false, false}};
     for (const auto& row : rows) {

@@ -1,0 +1,82 @@
+#include "PatchSheet.h"
+
+#include <algorithm>
+
+#include "BankFile.h"
+
+namespace {
+
+constexpr int kMargin = 42;
+constexpr int kTop = 110; // of the columns
+constexpr int kRow = 12;
+constexpr int kColumns = 3;
+constexpr int kRows = (PatchSheet::kHeight - kTop - kMargin) / kRow;
+constexpr int kColumnWidth = (PatchSheet::kWidth - 2 * kMargin) / kColumns;
+constexpr std::size_t kLines = std::size_t{kRows} * kColumns;
+
+std::string Numbered(std::size_t number, std::size_t count) {
+    const std::size_t digits = std::to_string(count).size();
+    const std::string text = std::to_string(number);
+    return std::string(digits - text.size(), '0') + text;
+}
+
+} // namespace
+
+std::vector<std::string> SheetLines(const Bank& bank, std::size_t limit) {
+    const std::size_t count = bank.messages.size();
+    const std::size_t shown = count <= limit ? count : limit - 1;
+    std::vector<std::string> lines;
+    for (std::size_t i = 0; i < shown; ++i) {
+        const BankMessage& message = bank.messages[i];
+        lines.push_back(Numbered(i + 1, count) + "  " +
+                        (message.patch.empty() ? message.info.kind : message.patch));
+    }
+    if (shown < count) lines.push_back("and " + std::to_string(count - shown) + " more");
+    return lines;
+}
+
+PatchSheet::PatchSheet() {
+    m_titleFont.CreateFont(20, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Arial Bold");
+    m_textFont.CreateFont(9, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Arial");
+    m_paper.CreateSolidBrush(RGB(255, 255, 255));
+    m_rule.CreateSolidBrush(RGB(120, 130, 145));
+}
+
+void PatchSheet::ShowBank(const Bank& bank) {
+    m_title = bank.name;
+    const std::size_t count = bank.messages.size();
+    m_summary = std::to_string(count) + (count == 1 ? " message" : " messages");
+    m_lines = SheetLines(bank, kLines);
+}
+
+int PatchSheet::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
+    if (message != static_cast<int>(WM_PAINT)) return CWnd::MessageMap(message, wParam, lParam);
+    Paint();
+    return 1;
+}
+
+void PatchSheet::Paint() {
+    CPaintDC dc(this);
+    const CRect page(0, 0, kWidth, kHeight);
+    dc.FillRect(page, &m_paper);
+    dc.SelectObject(&m_titleFont);
+    dc.TextOut(kMargin, kMargin, m_title.c_str(), static_cast<int>(m_title.size()));
+    dc.SelectObject(&m_textFont);
+    dc.TextOut(kMargin, kMargin + 30, m_summary.c_str(), static_cast<int>(m_summary.size()));
+    const CRect rule(kMargin, kMargin + 48, kWidth - kMargin, kMargin + 49);
+    dc.FillRect(rule, &m_rule);
+    PaintLines(dc);
+}
+
+// A long name ends at its column.
+void PatchSheet::PaintLines(CDC& dc) {
+    for (std::size_t i = 0; i < m_lines.size(); ++i) {
+        const int left = kMargin + static_cast<int>(i) / kRows * kColumnWidth;
+        const int top = kTop + static_cast<int>(i) % kRows * kRow;
+        CRect cell(left, top, left + kColumnWidth - 8, top + kRow);
+        dc.GetClip();
+        dc.IntersectClipRect(cell);
+        dc.TextOut(left, top, m_lines[i].c_str(), static_cast<int>(m_lines[i].size()));
+        dc.SetClip();
+    }
+}
