@@ -123,14 +123,25 @@ class Development(Installation):
         _, trace = self.start_traced(bundle / "MacOS/hello")
         trace.expect("WM_ACTIVATE", **{"class": "Frame"})  # its window is shown
 
-    def test_readme_program_with_pkg_config(self):
-        self.write_host()
+    def build_with_pkg_config(self):
         command = re.search(r"`(c\+\+ hello\.cpp [^`]*)`", (ROOT / "README.md").read_text())[1]
         command = command.replace("c++", self.compiler, 1)
         self.check_headers(run("sh", "-c", " ".join([command, "-H -o hello", *self.flags]),
                                cwd=self.folder, env={**os.environ, **self.environment}))
-        _, trace = self.start_traced(self.folder / "hello")
+        return self.start_traced(self.folder / "hello")
+
+    def test_readme_program_with_pkg_config(self):
+        self.write_host()
+        _, trace = self.build_with_pkg_config()
         trace.expect("WM_ACTIVATE", **{"class": "Frame"})  # its window is shown
+
+    def test_example_with_a_worker_ends_while_it_works(self):
+        [example] = blocks("docs/threading.md", "An example", "cpp")
+        self.write("hello.cpp", example.replace(
+            "SetTitle(title);", "SetTitle(title); if (percent == 3) PostMessage(WM_CLOSE);"))
+        program, trace = self.build_with_pkg_config()
+        self.assertEqual(0, program.wait(), program.log())
+        trace.expect("WM_USER+1", wParam=3, sender="post")
 
     def test_readme_plugin_in_an_installed_program(self):
         plugin, loading = blocks("README.md", "A plug-in", "cpp")
