@@ -5,8 +5,6 @@
 #include <mutex>
 #include <utility>
 
-#include <QtCore/QByteArray>
-
 #include "core/log.h"
 #include "net/FtpAccess.h"
 #include "net/ftpAddress.h"
@@ -28,8 +26,7 @@ std::mutex& GlobalLock() {
 
 std::vector<std::string> Secrets(const FtpTexts& texts) {
     const std::string inServer(PasswordInServer(texts.server));
-    return {std::string(texts.password), inServer,
-            QByteArray::fromPercentEncoding(inServer.c_str()).toStdString()};
+    return {std::string(texts.password), inServer, Unescaped(inServer)};
 }
 
 } // namespace
@@ -57,6 +54,8 @@ FtpTransfer::~FtpTransfer() {
 void FtpTransfer::SetShared(const std::string& url) {
     const FtpLimits& limits = CurrentFtpLimits();
     Set(CURLOPT_URL, url.c_str());
+    Set(CURLOPT_PATH_AS_IS, 1L); // ".." means what the server takes it for, as in a deletion
+    Set(CURLOPT_PROXY, "");      // a proxy for web pages answers FTP with pages, failures too
     Set(CURLOPT_VERBOSE, 1L);
     Set(CURLOPT_DEBUGFUNCTION, &OnConversation); // else passwords go to standard error
     Set(CURLOPT_DEBUGDATA, this);
@@ -65,7 +64,7 @@ void FtpTransfer::SetShared(const std::string& url) {
     Set(CURLOPT_SERVER_RESPONSE_TIMEOUT, limits.answerSeconds);
     Set(CURLOPT_LOW_SPEED_LIMIT, 1L);
     Set(CURLOPT_LOW_SPEED_TIME, limits.slowSeconds);
-    Set(CURLOPT_FORBID_REUSE, 1L); // takes leave of the server under these limits too
+    Set(CURLOPT_FORBID_REUSE, 1L); // else the farewell has limits of its own
     Set(CURLOPT_QUICK_EXIT, 1L);   // else the end waits for a name server that does not answer
     Set(CURLOPT_BUFFERSIZE, kDownloadBlock);
     Set(CURLOPT_UPLOAD_BUFFERSIZE, kUploadBlock);
@@ -95,8 +94,8 @@ bool FtpTransfer::Delete(const std::string& path) {
 }
 
 CURLcode FtpTransfer::Finish(CURLcode code) {
-    if (m_thrown) std::rethrow_exception(m_thrown);
     if (code != CURLE_OK) NoteFailure(code);
+    if (m_thrown) std::rethrow_exception(m_thrown);
     return code;
 }
 
@@ -137,9 +136,10 @@ int FtpTransfer::OnProgress(void* self, curl_off_t downTotal, curl_off_t down, c
 
 bool FtpTransfer::GoOn(curl_off_t done, curl_off_t total) {
     const auto now = std::chrono::steady_clock::now();
-    const bool isEnd = total > 0 && done >= total;
+    const bool isEnd = total > 0 && done >= total && done != m_lastDone; // which hosts wait for
     if (!isEnd && now - m_lastProgress < kProgressPause) return true;
     m_lastProgress = now;
+    m_lastDone = done;
     return FtpAccess::Progress(m_connection, done, total > 0 ? total : -1);
 }
 

@@ -53,6 +53,7 @@ private:
     CURL* m_handle = nullptr;
     Conversation m_conversation;
     std::chrono::steady_clock::time_point m_lastProgress;
+    curl_off_t m_lastDone = -1;
     std::exception_ptr m_thrown;
 };
 

@@ -32,12 +32,21 @@ bool NamesFile(std::string_view path) {
     return !path.empty() && !path.ends_with('/');
 }
 
-std::string_view PasswordInServer(std::string_view server) {
+std::string Unescaped(std::string_view text) {
+    return QByteArray::fromPercentEncoding(
+               QByteArray(text.data(), static_cast<qsizetype>(text.size())))
+        .toStdString();
+}
+
+std::string_view LoginPart(std::string_view server) {
     const std::size_t at = server.rfind('@');
-    if (at == std::string_view::npos) return {};
-    const std::size_t colon = server.substr(0, at).find(':');
-    return colon == std::string_view::npos ? std::string_view()
-                                           : server.substr(colon + 1, at - colon - 1);
+    return at == std::string_view::npos ? std::string_view() : server.substr(0, at);
+}
+
+std::string_view PasswordInServer(std::string_view server) {
+    const std::string_view login = LoginPart(server);
+    const std::size_t colon = login.find(':');
+    return colon == std::string_view::npos ? std::string_view() : login.substr(colon + 1);
 }
 
 } // namespace vm

@@ -24,6 +24,12 @@ bool HasControlCharacter(std::string_view text);
 /// False for a path that ends in a folder, and for an empty one.
 bool NamesFile(std::string_view path);
 
+/// With every %XX as the byte that it stands for.
+std::string Unescaped(std::string_view text);
+
+/// What stands before the last '@' of a server's name; empty without.
+std::string_view LoginPart(std::string_view server);
+
 /// The password that a server's name "user:password@host" holds, as it stands; empty without.
 std::string_view PasswordInServer(std::string_view server);
 

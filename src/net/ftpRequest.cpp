@@ -19,13 +19,15 @@ bool IsTooLong(const std::string& text) {
 } // namespace
 
 std::string WhyRefused(const FtpTexts& texts) {
-    if (HasControlCharacter(texts.server)) return ControlCharacterIn("server's name");
+    if (HasControlCharacter(Unescaped(texts.server))) return ControlCharacterIn("server's name");
+    if (LoginPart(texts.server).find_first_of("/?#") != std::string_view::npos)
+        return "'/', '?' or '#' in the login of the server's name: write it as %XX";
     if (HasControlCharacter(texts.directory)) return ControlCharacterIn("folder");
     if (HasControlCharacter(texts.user)) return ControlCharacterIn("user's name");
     if (HasControlCharacter(texts.password)) return ControlCharacterIn("password");
     if (texts.user.size() + 1 + texts.password.size() > kFtpTextLimit)
         return "user and password are longer than 255 characters";
-    if (IsTooLong(FtpUrl(texts.server, RemotePath(texts.directory, "")))) return kTooLong;
+    if (IsTooLong(FtpUrl(texts.server, texts.directory) + "/")) return kTooLong;
     return {};
 }
 

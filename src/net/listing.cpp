@@ -1,5 +1,5 @@
 // Reads a listing byte by byte: carriage returns are passed over wherever they stand, a line feed
-// ends a name, and a zero at the start of a line ends the listing.
+// ends a name, and a zero where a walk begins ends the listing.
 #include "net/listing.h"
 
 namespace vm {

@@ -9,8 +9,9 @@
 namespace fs = std::filesystem;
 
 FtpTest::FtpTest(std::chrono::seconds limit) : m_watchdog(limit) {
-    for (const char* name : {"ftp_proxy", "FTP_PROXY", "all_proxy", "ALL_PROXY"}) unsetenv(name);
-    vm::CurrentFtpLimits() = {1'000, 2, 1, 2, 8 << 20};
+    for (const char* name : {"ftp_proxy", "all_proxy"}) // which is never to be asked
+        setenv(name, "http://127.0.0.1:1", 1);
+    vm::CurrentFtpLimits() = {1'000, 4, 1, 2, 8 << 20};
 }
 
 FtpTest::~FtpTest() {

@@ -1,4 +1,4 @@
-// What tests of FTP share: no proxy, short limits, a temporary folder, captured lines.
+// What tests of FTP share: a dead proxy, short limits, a temporary folder, captured lines.
 #pragma once
 
 #include <chrono>

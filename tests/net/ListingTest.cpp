@@ -75,6 +75,7 @@ TEST(FtpAddress, EscapesForTheWireOnly) {
     EXPECT_EQ(vm::PasswordInServer("anna:p@:w@h"), "p@:w");
     EXPECT_EQ(vm::PasswordInServer("h:21"), "");
     EXPECT_EQ(vm::PasswordInServer("anna@h:21"), "");
+    EXPECT_EQ(vm::Unescaped("a%20%0d"), "a \r");
 }
 
 TEST(FtpRequest, RefusesWhatWouldForgeLinesOrOverrunHosts) {
@@ -87,6 +88,10 @@ TEST(FtpRequest, RefusesWhatWouldForgeLinesOrOverrunHosts) {
     const Row rows[] = {
         {{"h", "Banks", "anna", "pw"}, "a b\xE4.syx", ""},
         {{"h\n", "", "", ""}, "a", "control character in the server's name"},
+        {{"u%0d%0aDELE%20x:pw@h", "", "", ""}, "a", "control character in the server's name"},
+        {{"anna:12/se#cret@h", "", "", ""},
+         "a",
+         "'/', '?' or '#' in the login of the server's name: write it as %XX"},
         {{"h", "d\r\nDELE x", "", ""}, "a", "control character in the folder"},
         {{"h", "", "u\x7F", ""}, "a", "control character in the user's name"},
         {{"h", "", "u", "p\tw"}, "a", "control character in the password"},

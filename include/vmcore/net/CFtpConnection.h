@@ -50,8 +50,8 @@ public:
     CFtpConnection& operator=(const CFtpConnection&) = delete;
 
     /// Appends '/' and `directory` to the current one, or takes it when that is empty. "." changes
-    /// nothing, null leads back to the folder of the login; ".." and a leading '/' mean nothing
-    /// special here. 1 always: the server is not asked.
+    /// nothing, null leads back to the folder of the login; ".." and a leading '/' mean here what the
+    /// server takes them for. 1 always: the server is not asked.
     BOOL SetCurrentDirectory(LPCSTR directory);
 
     /// Downloads a file: 1, or 0 and "curl error #: <code>" in the log. `local` is translated by
@@ -78,8 +78,9 @@ public:
     // Additions to MFC's interface.
 
     /// From now on `proc` is called during transfers and listings, on their thread and at most 50 times
-    /// a second, once a second while nothing moves; FALSE ends the transfer, which then fails. An
-    /// exception ends it too and leaves the call that transfers. Null for none.
+    /// a second, once a second while nothing moves; FALSE ends the transfer, which then fails (a
+    /// listing keeps what has arrived). An exception ends it too and leaves the call that transfers.
+    /// Null for none.
     void SetProgressProc(FTPPROGRESSPROC proc, void* context);
 
     /// Why the last operation failed, in English, with the server's own words; "" after a success.
