@@ -291,9 +291,9 @@ void FtpFaults::StartConnectionFaults() {
 void FtpFaults::StartDownloadFaults() {
     const FtpAnswer what = Say("500 What?"), none = Say("550 None.");
     const FtpAnswer all = InTurn({Begin, SendFile(kFile), CloseData});
-    const int drops = IsFull() ? 65 : 8;
+    const int drops = IsFull() ? 130 : 8;
     const FtpAnswer drip =
-        InTurn({Begin, Drip(drops, IsFull() ? 1000ms : 300ms), CloseData, Say("226 Done.")});
+        InTurn({Begin, Drip(drops, IsFull() ? 500ms : 300ms), CloseData, Say("226 Done.")});
     const End missing = Fails(CURLE_REMOTE_FILE_NOT_FOUND, "550 None.");
     const End part = Fails(kPartial).Leaves(kPart);
     Get("SIZE: no answer", {{"SIZE", Hang}}, Fails(kLate).After(Limit::Answer));
@@ -304,7 +304,8 @@ void FtpFaults::StartDownloadFaults() {
     Get("RETR: 550", {{"RETR", none}}, missing);
     Get("data: none", {{"RETR", InTurn({Begin, Hang})}}, Fails(kLate).After(Limit::Slow));
     Get("data: stalls", {{"RETR", Part(Hang)}}, Fails(kLate).Leaves(kPart).After(Limit::Slow));
-    Get("data: a byte a second", {{"SIZE", what}, {"RETR", drip}}, Works(drops).After(Limit::Slow));
+    Get("data: two bytes a second", {{"SIZE", what}, {"RETR", drip}},
+        Works(drops).After(Limit::Slow));
     Get("data: a part, then 226", {{"RETR", CutPart("226 Done.")}}, part);
     Get("data: a part, then 426", {{"RETR", CutPart("426 Cut.")}}, part);
     Get("data: a part, then all dropped", {{"RETR", Part(Drop)}}, part);
