@@ -69,6 +69,7 @@ void MainFrame::OnChordTimer() {
     KillTimer(kChordTimer);
     m_chordStep = 0;
     for (const BYTE key : kChord) m_midi.SendShort(kNoteOff, key, 0);
+    Report("chord played");
 }
 
 void MainFrame::OnSaveSheet() {

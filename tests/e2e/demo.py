@@ -60,12 +60,17 @@ def drive(display, program, picture):
     display.menu("alt+m", "s")
     send(program)
 
-    step(6, f"save a picture of the window: {picture}")
+    step(6, "play the test chord, which the monitor shows as it comes back")
+    display.menu("alt+m", "c")
+    outcome(program.expect("chord"))
+    outcome(program.expect("chord played"))
+
+    step(7, f"save a picture of the window: {picture}")
     colors = display.wait_drawn(window)
     display.screenshot(window, picture)
     outcome(f"{colors} colours")
 
-    step(7, "close the window with the button of its frame")
+    step(8, "close the window with the button of its frame")
     display.close_by_button(window)
     outcome(program.expect("closed"))
     code = program.wait()
