@@ -60,19 +60,6 @@ void DetailPane::Clear() {
     Invalidate();
 }
 
-int DetailPane::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-    case WM_PAINT:
-        Paint();
-        return 1;
-    case WM_SIZE:
-        Invalidate();
-        return 1;
-    default:
-        return CWnd::MessageMap(message, wParam, lParam);
-    }
-}
-
 void DetailPane::Paint() {
     CPaintDC dc(this);
     CRect client;

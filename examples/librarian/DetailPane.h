@@ -3,23 +3,20 @@
 
 #include <string>
 
-#include <afxwin.h>
-
+#include "PaintedPane.h"
 #include "SysexInfo.h"
 
 struct BankMessage;
 
-class DetailPane : public CWnd {
+class DetailPane : public PaintedPane {
 public:
     DetailPane();
 
     void ShowMessage(const BankMessage& message);
     void Clear();
 
-    int MessageMap(int message, WPARAM wParam, LPARAM lParam) override;
-
 private:
-    void Paint();
+    void Paint() override;
     void PaintWords(CDC& dc, const CRect& client);
     void PaintBadge(CDC& dc, const CRect& client);
     void PaintShape(CDC& dc, const CRect& area);

@@ -58,19 +58,6 @@ void HeaderBand::SetConnection(const std::string& connection) {
     Invalidate();
 }
 
-int HeaderBand::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-    case WM_PAINT:
-        Paint();
-        return 1;
-    case WM_SIZE:
-        Invalidate();
-        return 1;
-    default:
-        return CWnd::MessageMap(message, wParam, lParam);
-    }
-}
-
 void HeaderBand::Paint() {
     CPaintDC dc(this);
     CRect client;

@@ -3,11 +3,11 @@
 
 #include <string>
 
-#include <afxwin.h>
+#include "PaintedPane.h"
 
 struct Bank;
 
-class HeaderBand : public CWnd {
+class HeaderBand : public PaintedPane {
 public:
     static constexpr int kHeight = 64;
 
@@ -17,10 +17,8 @@ public:
     void ShowBank(const Bank& bank);
     void SetConnection(const std::string& connection);
 
-    int MessageMap(int message, WPARAM wParam, LPARAM lParam) override;
-
 private:
-    void Paint();
+    void Paint() override;
 
     CFont m_titleFont;
     CFont m_textFont;

@@ -68,19 +68,10 @@ void MonitorPane::Add(const MidiMoment& moment) {
 }
 
 int MonitorPane::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-    case WM_PAINT:
-        Paint();
-        return 1;
-    case WM_SIZE:
-        Invalidate();
-        return 1;
-    case WM_TIMER:
-        OnTick();
-        return 1;
-    default:
-        return CWnd::MessageMap(message, wParam, lParam);
-    }
+    if (message != static_cast<int>(WM_TIMER))
+        return PaintedPane::MessageMap(message, wParam, lParam);
+    OnTick();
+    return 1;
 }
 
 // Stands still when there is nothing left to move.

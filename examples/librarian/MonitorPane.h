@@ -4,11 +4,10 @@
 
 #include <string>
 
-#include <afxwin.h>
-
 #include "NoteLog.h"
+#include "PaintedPane.h"
 
-class MonitorPane : public CWnd {
+class MonitorPane : public PaintedPane {
 public:
     MonitorPane();
 
@@ -17,7 +16,7 @@ public:
     int MessageMap(int message, WPARAM wParam, LPARAM lParam) override;
 
 private:
-    void Paint();
+    void Paint() override;
     void PaintKeys(CDC& dc, const CRect& client);
     void PaintRoll(CDC& dc, const CRect& roll, DWORD now);
     void PaintNote(CDC& dc, const CRect& roll, const Note& note, DWORD now);
