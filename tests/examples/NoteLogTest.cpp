@@ -3,8 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include "librarian/BankFile.h"
 #include "librarian/FrameLayout.h"
 #include "librarian/MessageShape.h"
+#include "librarian/PatchSheet.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -71,6 +73,14 @@ bool Fills(const CRect& rect) {
     return rect.right > rect.left && rect.bottom > rect.top;
 }
 
+TEST(PatchSheet, SaysWhatIsLeftOut) {
+    Bank bank;
+    for (const char* name : {"Piano", "", "Organ"})
+        bank.messages.push_back({{}, {"", "Voice", {}}, name});
+    EXPECT_THAT(SheetLines(bank, 3), ElementsAre("1  Piano", "2  Voice", "3  Organ"));
+    EXPECT_THAT(SheetLines(bank, 2), ElementsAre("1  Piano", "and 2 more"));
+}
+
 TEST(FrameLayout, SmallWindowsDoWithoutPanes) {
     const struct {
         int width, height;
@@ -89,6 +99,15 @@ TEST(FrameLayout, SmallWindowsDoWithoutPanes) {
         EXPECT_EQ(rects.list.bottom, rects.hex.top);
         EXPECT_EQ(rects.list.right, row.width);
     }
+    FrameParts editing;
+    editing.editorHeight = 400;
+    const FrameRects edited = LayOutFrame(1060, 700, editing);
+    EXPECT_FALSE(Fills(edited.hex) || Fills(edited.detail));
+    EXPECT_EQ(edited.editor.bottom - edited.editor.top, 400);
+    EXPECT_EQ(edited.list.bottom, edited.editor.top);
+    editing.editorHeight = 4000;
+    EXPECT_TRUE(Fills(LayOutFrame(1060, 700, editing).list));
+
     FrameParts alone{false, false, false, false, false, false};
     const FrameRects rects = LayOutFrame(800, 600, alone);
     EXPECT_EQ(rects.list.bottom, 580);

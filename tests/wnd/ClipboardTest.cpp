@@ -155,3 +155,21 @@ TEST_F(Clipboard, HandlerThatThrowsOrDestroysTheWindowLeavesNoContext) {
     dc.Detach();
     kept->Release();
 }
+
+TEST_F(Clipboard, PageIsWrittenToAFileOrNotAtAll) {
+    TemporaryHome home;
+    child.on[WM_PAINT] = [&](WPARAM, LPARAM) {
+        CPaintDC(&child).TextOut(10, 10, "sheet", 5);
+        return 1;
+    };
+    const std::string path = (home.Path() / "page.pdf").string();
+    EXPECT_TRUE(AfxSaveWindowAsPDF(&child, 595, 842, path.c_str()));
+    EXPECT_THAT(home.Read("page.pdf"), testing::StartsWith("%PDF-"));
+
+    const std::string nowhere = (home.Path() / "none/page.pdf").string();
+    EXPECT_FALSE(AfxSaveWindowAsPDF(&child, 595, 842, nowhere.c_str()));
+    EXPECT_THAT(log.TakeLog(), ElementsAre("Couldnt write '" + nowhere + "'"));
+    EXPECT_FALSE(AfxSaveWindowAsPDF(&child, -1, 842, path.c_str()));
+    EXPECT_FALSE(AfxSaveWindowAsPDF(&child, 595, 842, nullptr));
+    EXPECT_FALSE(AfxSaveWindowAsPDF(nullptr, 595, 842, path.c_str()));
+}
