@@ -2,8 +2,8 @@
 """The Librarian driven at random for minutes, with real keys, clicks and window-manager requests, while
 rules for its trace, its log and its resources are looked at after every action.
 
-soak.py BUNDLE DATA [--seconds N] [--seed N] [--sanitized]
-An action's number and the seed decide what it does. After each one, also after an action that was
+soak.py BUNDLE DATA OUT [--seconds N] [--seed N] [--sanitized]
+An action's number and the seed decide what it does; when something breaks, what shows it goes to OUT. After each one, also after an action that was
 given up in its middle, no dialog and no menu is open.
 """
 
@@ -457,6 +457,16 @@ class Soak:
                 if rise(group, column) > bound:
                     raise Broken(f"{name} grow: {[sample[column] for sample in group]}")
 
+    def keep(self, out):
+        """What shows the state in which the drive failed."""
+        out.mkdir(parents=True, exist_ok=True)
+        self.display.run("import", "-window", "root", str(out / "screen.png"), check=False)
+        for name in ("trace.jsonl", "log.txt", "report.txt"):
+            shutil.copy(self.folder / name, out)
+        print("windows:", *map(self.title, self.windows()), sep="\n  ")
+        print("reported last:", *self.program.lines()[-8:], sep="\n  ")
+        print(f"screen, trace, log and report are in {out}")
+
     def summary(self):
         seconds = time.monotonic() - self.began
         yield f"seed {self.seed}, {seconds:.0f} s, {sum(self.done.values())} actions:"
@@ -479,6 +489,7 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("bundle", type=pathlib.Path)
     parser.add_argument("data", type=pathlib.Path)
+    parser.add_argument("out", type=pathlib.Path)
     parser.add_argument("--seconds", type=float, default=60)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--sanitized", action="store_true", help="memory is not judged")
@@ -493,8 +504,7 @@ def main():
             except (Broken, Timeout, RuntimeError, OSError) as error:
                 print(f"soak failed: {type(error).__name__}: {error}")
                 print("the last actions:", *soak.history, sep="\n  ")
-                print("windows:", *map(soak.title, soak.windows()), sep="\n  ")
-                print("reported last:", *soak.program.lines()[-12:], sep="\n  ")
+                soak.keep(options.out)
                 return 1
             finally:
                 print(*soak.summary(), sep="\n")
