@@ -28,7 +28,7 @@ from soakwatch import Broken, LogRules, Resources, Tail, TraceRules, rise, slope
 from test_ftp import PASSWORD, USER, Server
 
 GIVEN_UP = 0.1     # of all actions end in their middle
-TRACED = 5.0       # seconds between two looks at the resources, at least
+CLICK = 0.11       # seconds after which a button is clicked that a key has pressed
 LARGE = 2000       # messages of the largest bank that is dropped
 
 # After the first minute, or a third of a shorter drive:
@@ -170,6 +170,9 @@ class Soak:
     def title(self, window):
         return self.display.run("xdotool", "getwindowname", window, check=False).strip()
 
+    def rest(self):
+        self.ping.wait(self.main, self.program.process.pid)
+
     def appears(self, limit=1.0):
         """Whether a menu or a dialog comes up."""
         try:
@@ -185,10 +188,11 @@ class Soak:
             nonlocal tries
             if self.program.process.poll() is not None:
                 raise Broken(f"ended by itself: {self.program.ending()}\n{self.program.log()[-4000:]}")
-            self.ping.wait(self.main)
+            self.rest()
             windows = self.windows()
             if windows == [self.main]:
-                return True
+                time.sleep(CLICK)
+                return self.windows() == [self.main]
             tries += 1
             if self.main not in windows:
                 self.display.run("wmctrl", "-i", "-a", self.main, check=False)
@@ -283,7 +287,7 @@ class Soak:
             self.reported += self.report.lines()
             if self.dialogs():
                 self.display.key("alt+n")
-                self.ping.wait(self.main)
+                self.rest()
             return next((line for line in self.reported[begin:]
                          if line.startswith(("opened ", "failed "))), None)
 
@@ -480,6 +484,8 @@ class Soak:
             first, last = life.samples[0], life.samples[-1]
             yield (f"lived {last[0]:.0f} s: memory {first[1]} to {last[1]} kB, "
                    f"descriptors {first[2]} to {last[2]}, threads {first[3]} to {last[3]}")
+            tenth = max(1, len(life.samples) // 10)
+            yield "  in MB: " + " ".join(f"{sample[1] / 1024:.1f}" for sample in life.samples[::tenth])
         groups = self.warm_samples()
         if groups:
             yield f"memory behind the first {self.warm:.0f} s: {slope(groups, 1):+.0f} kB a minute"
