@@ -31,8 +31,9 @@ GIVEN_UP = 0.1     # of all actions end in their middle
 CLICK = 0.11       # seconds after which a button is clicked that a key has pressed
 LARGE = 2000       # messages of the largest bank that is dropped
 
-# After the first minute, or a third of a shorter drive:
+# After the first minute, or a third of a shorter drive, in which much still comes up the first time:
 GROWTH = 1024      # kB a minute that resident memory may grow by
+EARLY = 8192       # the same in a shorter drive
 DESCRIPTORS = 4    # by how many the first and the last third of the drive may differ
 THREADS = 3
 
@@ -454,7 +455,7 @@ class Soak:
         if not groups:
             raise Broken("no life of the program was long enough to be measured")
         growth = slope(groups, 1)
-        if growth > GROWTH and not self.sanitized:
+        if growth > (GROWTH if self.seconds >= 300 else EARLY) and not self.sanitized:
             raise Broken(f"memory grows by {growth:.0f} kB a minute")
         for column, name, bound in ((2, "descriptors", DESCRIPTORS), (3, "threads", THREADS)):
             for group in groups:

@@ -14,7 +14,7 @@ ALLOWED_LOG = [re.compile(pattern) for pattern in (
     r"vmcore\.app: (Plug-in loaded: .*|Initializing VMCore)",
     r"vmcore\.midi: (InitCoreMIDI - (enter|finished)|midi(In|Out)Open - successfully opened .*|"
     r"Failed to create MIDINetworkSession|calling MIDIPort(Dispose|DisconnectSource))",
-    r"vmcore\.files: CreateFile\(RD/WR\) failed: .*\.ini",  # settings that are not there yet
+    r"vmcore\.files: CreateFile\(RD/WR\) failed: .*(\.ini|/gone\.syx)",  # not there, or not yet
     r"QStandardPaths: XDG_RUNTIME_DIR not set, .*",
     r"Finished terminating VMCore",
 )]
