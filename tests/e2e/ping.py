@@ -19,6 +19,8 @@ class Ping:
         self.root = self.display.screen().root
         self.root.change_attributes(event_mask=X.StructureNotifyMask | X.SubstructureNotifyMask)
         self.number = 0
+        # A busy machine may hold a key down for longer than its user would.
+        self.display.change_keyboard_control(auto_repeat_mode=X.AutoRepeatModeOff)
 
     def wait(self, window, pid):
         self.number += 1
