@@ -189,8 +189,8 @@ void FtpJob::Stop() {
     Cancel();
     {
         std::unique_lock<std::mutex> guard(m_state->lock);
-        m_state->over.wait_for(guard, kPatience, [this] { return m_state->isOver; });
         m_state->target = nullptr;
+        m_state->over.wait_for(guard, kPatience, [this] { return m_state->isOver; });
     }
     m_state.reset();
 }

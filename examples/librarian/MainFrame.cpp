@@ -90,6 +90,9 @@ int MainFrame::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
     case WM_DROPFILES:
         OnDrop(reinterpret_cast<NSArray*>(wParam));
         return 1;
+    case WM_OPEN_DROPPED:
+        OpenBank(m_dropped);
+        return 1;
     case WM_CONTEXTMENU:
         return OnContextMenu(
             CPoint(static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))));

@@ -121,6 +121,7 @@ private:
 
     Bank m_bank;
     std::string m_bankPath;
+    std::string m_dropped;  // the file to open once its drop is over
     int m_selected = -1;    // index of a message
     bool m_changed = false; // since the bank was opened or saved
     Plugins m_plugins;

@@ -6,6 +6,7 @@
 #include <afxdlgs.h>
 
 #include "BankFolder.h"
+#include "FrameIds.h"
 #include "Report.h"
 
 namespace {
@@ -131,12 +132,15 @@ void MainFrame::OnVerify() {
     Report("verified %s", result.c_str());
 }
 
+// Opening may ask a question, and the program that the file was dragged from waits for the drop to end.
 void MainFrame::OnDrop(NSArray* paths) {
     char path[MAX_PATH] = {};
     if (DragQueryFile(paths, 0xFFFFFFFF, nullptr, 0) == 0) return;
     DragQueryFile(paths, 0, path, sizeof path);
     DragFinish(paths);
-    if (path[0]) OpenBank(path);
+    if (!path[0]) return;
+    m_dropped = path;
+    PostMessage(WM_OPEN_DROPPED);
 }
 
 void MainFrame::OnNotifyList(const NMLISTVIEW& notification) {

@@ -260,19 +260,18 @@ void VoiceEditor::SendVoice() {
     if (m_host.send(m_host.context, dump.data(), dump.size()) > 0) m_pending.Clear();
 }
 
+// While the question is open, whoever else asks has to stay: the answer may end this object.
 BOOL VoiceEditor::MayLeave() {
     if (!m_changed) return TRUE;
+    if (m_asking) return FALSE;
+    m_asking = true;
     const std::string question = "Store the changes to " + VoiceNameOf(m_voice) + "?";
-    switch (
-        ::MessageBox(view, question.c_str(), "Voice Editor", MB_YESNOCANCEL | MB_ICONQUESTION)) {
-    case IDYES:
-        return Store();
-    case IDNO:
-        ShowChanged(false);
-        return TRUE;
-    default:
-        return FALSE;
-    }
+    const int answer =
+        ::MessageBox(view, question.c_str(), "Voice Editor", MB_YESNOCANCEL | MB_ICONQUESTION);
+    m_asking = false;
+    if (answer == IDYES) return Store();
+    if (answer == IDNO) ShowChanged(false);
+    return answer == IDNO;
 }
 
 // Ends this object.

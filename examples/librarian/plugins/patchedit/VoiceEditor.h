@@ -47,6 +47,7 @@ private:
     Voice m_voice = {};
     int m_operator = 1;
     bool m_changed = false; // since it was shown or stored
+    bool m_asking = false;  // what to do with the changes
     bool m_showing = false; // what the controls report is not the user's doing
     PendingChanges m_pending;
 
