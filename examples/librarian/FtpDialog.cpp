@@ -1,10 +1,8 @@
 #include "FtpDialog.h"
 
-#include <algorithm>
-
 #include <afxdlgs.h>
 
-#include "BankFolder.h"
+#include "FtpFiles.h"
 #include "Report.h"
 #include "Settings.h"
 #include "resource.h"
@@ -15,35 +13,22 @@ constexpr UINT WM_FTP_JOB = WM_USER + 1;
 constexpr int kFields[] = {IDC_FTP_SERVER,   IDC_FTP_FOLDER,  IDC_FTP_USER,
                            IDC_FTP_PASSWORD, IDC_FTP_PATTERN, IDC_FTP_NAMES};
 
-struct TaskWords {
-    const char* doing;
-    const char* failed;
-};
-
-TaskWords WordsOf(FtpTask task) {
+const char* Doing(FtpTask task) {
     switch (task) {
     case FtpTask::List:
-        return {"Listing the folder", "Not listed"};
+        return "Listing the folder";
     case FtpTask::Fetch:
-        return {"Fetching", "Not fetched"};
+        return "Fetching";
     case FtpTask::Upload:
-        return {"Uploading", "Not uploaded"};
+        return "Uploading";
     case FtpTask::Delete:
-        return {"Deleting", "Not deleted"};
+        return "Deleting";
     }
-    return {"", ""};
-}
-
-std::string Count(std::size_t count, const char* what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+    return "";
 }
 
 std::string Kilobytes(long long bytes) {
     return std::to_string((bytes + 1023) / 1024) + " KB";
-}
-
-bool IsThere(const std::string& path) {
-    return OpenFile(path.c_str(), nullptr, OF_EXIST) != HFILE_ERROR;
 }
 
 std::string Text(const CString& text) {
@@ -174,10 +159,12 @@ void FtpDialog::Begin(FtpTask task, const std::string& name, const std::string& 
         Report("ftp refused");
         return;
     }
+    if (task == FtpTask::Upload && !WriteCopy(path)) return;
     StorePlace();
     m_hasMoved = false;
+    m_isAfterCancel = false;
     m_request = {task, WithLogin(server, user, password), Text(m_folder), name, path, mayReplace};
-    SetStatus(std::string(WordsOf(task).doing) + (name.empty() ? "" : " ") + name + "...");
+    SetStatus(std::string(Doing(task)) + (name.empty() ? "" : " ") + name + "...");
     if (!m_job.Start(this, WM_FTP_JOB, m_request)) SetStatus("No transfer can be begun now");
     ShowState();
     if (m_job.IsRunning()) GetDlgItem(IDC_FTP_CANCEL)->SetFocus(); // else Close would have it
@@ -189,100 +176,26 @@ void FtpDialog::SendCopy(bool mayReplace) {
     if (name.empty() || m_job.IsRunning()) return;
     char folder[MAX_PATH] = {};
     GetApplicationSupportPath(folder, sizeof folder);
-    const std::string copy = std::string(folder) + "/Librarian upload.syx";
+    const std::string copy = PathForJob(std::string(folder) + "/Librarian upload", ".syx");
+    Begin(FtpTask::Upload, name, copy, mayReplace);
+}
+
+BOOL FtpDialog::WriteCopy(const std::string& path) {
     std::string error;
-    if (m_banks.writeCopy(copy, error))
-        Begin(FtpTask::Upload, name, copy, mayReplace);
-    else
-        SetStatus(error);
-}
-
-void FtpDialog::Finish(const FtpResult& outcome) {
-    m_bar.SetMarquee(FALSE);
-    m_bar.SetPos(0);
-    if (m_request.task == FtpTask::List || !outcome.listed.empty()) m_listed = outcome.listed;
-    ShowNames(Selected()); // also those of a listing that broke off
-    GetDlgItem(m_shown.names.empty() ? IDC_FTP_PASSWORD : IDC_FTP_NAMES)->SetFocus();
-    switch (outcome.ending) {
-    case FtpEnding::Done:
-        Succeed();
-        break;
-    case FtpEnding::Failed:
-        SetStatus(std::string(WordsOf(m_request.task).failed) + ": " + outcome.error);
-        Report("ftp failed %s", outcome.error.c_str());
-        break;
-    case FtpEnding::Cancelled:
-        SetStatus("Cancelled");
-        Report("ftp cancelled");
-        break;
-    case FtpEnding::Exists:
-        AskToReplace();
-        break;
-    }
-}
-
-void FtpDialog::Succeed() {
-    switch (m_request.task) {
-    case FtpTask::List:
-        Listed();
-        break;
-    case FtpTask::Fetch:
-        Fetched();
-        break;
-    case FtpTask::Upload:
-        Uploaded();
-        break;
-    case FtpTask::Delete:
-        Deleted();
-        break;
-    }
-}
-
-void FtpDialog::Listed() {
-    const std::size_t count = m_shown.names.size();
-    const std::size_t leftOut = m_shown.leftOut;
-    SetStatus(Count(count, "bank") +
-              (leftOut ? ", " + Count(leftOut, "unusable name") + " left out" : ""));
-    Report("ftp listed %zu, left out %zu", count, leftOut);
-}
-
-void FtpDialog::Fetched() {
-    const std::string name = NameOf(m_request.path);
-    const BOOL opened = m_banks.open(m_request.path);
-    SetStatus(name + " is in " + FolderOf(m_request.path) +
-              (opened ? " and open" : ", but was not opened"));
-    Report("ftp fetched %s", m_request.path.c_str());
-}
-
-void FtpDialog::Uploaded() {
-    m_listed.push_back(m_request.name);
-    ShowNames(m_request.name);
-    SetStatus(m_request.name + " is on the server");
-    Report("ftp uploaded %s", m_request.name.c_str());
-}
-
-void FtpDialog::Deleted() {
-    m_listed.erase(std::remove(m_listed.begin(), m_listed.end(), m_request.name), m_listed.end());
-    ShowNames("");
-    SetStatus(m_request.name + " is deleted");
-    Report("ftp deleted %s", m_request.name.c_str());
-}
-
-void FtpDialog::AskToReplace() {
-    SetStatus(m_request.name + " is on the server already");
-    Report("asks replace %s", m_request.name.c_str());
-    if (Ask("Replace " + m_request.name + " on the server?")) SendCopy(true);
+    const BOOL written = m_banks.writeCopy(path, error);
+    if (!written) SetStatus(error);
+    return written;
 }
 
 // In the folder for banks; the user says where when that has such a file already. "" when cancelled.
 std::string FtpDialog::PathFor(const std::string& name) {
-    const std::string path = m_banks.folder() + "/" + name;
+    const std::string path = StoredPath(m_banks.folder() + "/" + name);
     if (!IsThere(path)) return path;
     CFileDialog dialog(FALSE, "syx", path.c_str(), OFN_OVERWRITEPROMPT | OFN_NOCHANGEDIR,
                        "System Exclusive (*.syx)|*.syx|All files (*.*)|*.*||", this);
     dialog.m_ofn.lpstrTitle = "Save Fetched Bank As";
     Report("asks where %s", name.c_str());
-    return dialog.DoModal() == IDOK ? Text(dialog.GetPathName()) : "";
+    return dialog.DoModal() == IDOK ? StoredPath(Text(dialog.GetPathName())) : "";
 }
 
 bool FtpDialog::Ask(const std::string& question) {
@@ -320,7 +233,7 @@ void FtpDialog::ShowProgress() {
     m_bar.SetMarquee(progress.total <= 0);
     if (progress.total <= 0) return;
     m_bar.SetPos(static_cast<int>(progress.done * 100 / progress.total));
-    SetStatus(std::string(WordsOf(m_request.task).doing) + " " + m_request.name + ": " +
+    SetStatus(std::string(Doing(m_request.task)) + " " + m_request.name + ": " +
               Kilobytes(progress.done) + " of " + Kilobytes(progress.total));
 }
 

@@ -40,13 +40,15 @@ private:
 
     void Begin(FtpTask task, const std::string& name, const std::string& path, bool mayReplace);
     void SendCopy(bool mayReplace);
+    BOOL WriteCopy(const std::string& path);
     void Finish(const FtpResult& outcome);
     void Succeed();
     void Listed();
     void Fetched();
     void Uploaded();
     void Deleted();
-    void AskToReplace();
+    void Cancelled();
+    void AskToReplace(const std::string& why, const std::string& question);
 
     std::string PathFor(const std::string& name);
     bool Ask(const std::string& question);
@@ -67,8 +69,10 @@ private:
     CProgressCtrl m_bar;
 
     std::vector<std::string> m_listed; // as the server sent them
+    bool m_isCut = false;              // it has more
     RemoteBanks m_shown;
     FtpRequest m_request; // the one that runs, or the last
     bool m_hasMoved = false;
-    FtpJob m_job; // last: its thread ends before the rest
+    bool m_isAfterCancel = false; // the one that runs lists what a cancelled one may have changed
+    FtpJob m_job;                 // last: its thread ends before the rest
 };

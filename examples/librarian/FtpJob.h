@@ -20,13 +20,19 @@ struct FtpRequest {
     bool mayReplace = false; ///< what is at `path`, or on the server
 };
 
-enum class FtpEnding { Done, Failed, Cancelled, Exists };
+/// Exists and Unknown: an upload that may not replace was not begun, because the file is there, or because
+/// the server does not say whether it is.
+enum class FtpEnding { Done, Failed, Cancelled, Exists, Unknown };
+
+/// A list box with more names keeps the user waiting.
+constexpr std::size_t kMostListed = 100'000;
 
 struct FtpResult {
     FtpEnding ending = FtpEnding::Failed;
     std::string error; ///< of a failure, in words
     /// What is in the folder: from List, and from an Upload that may not replace.
     std::vector<std::string> listed;
+    bool isCut = false; ///< the folder has more than kMostListed
 };
 
 struct FtpProgress {
@@ -43,7 +49,8 @@ public:
     FtpJob& operator=(const FtpJob&) = delete;
 
     /// Begins. `message` is posted to `target` when something has changed: ask TakeResult, then
-    /// Progress. FALSE while another operation runs, and when no thread can be made.
+    /// Progress. FALSE while another operation runs, and when no thread can be made; an upload's copy is
+    /// deleted then.
     BOOL Start(CWnd* target, UINT message, const FtpRequest& request);
     BOOL IsRunning() const { return m_state != nullptr; }
     FtpProgress Progress() const;
@@ -52,8 +59,8 @@ public:
 
     /// Makes the operation end soon; its result comes as usual.
     void Cancel();
-    /// Cancels, and waits one and a half seconds at most: a thread that takes longer, because it looks for a server,
-    /// ends on its own. Nothing is posted any more.
+    /// Cancels, and waits three seconds at most: a thread that takes longer, because the server keeps it
+    /// waiting, ends on its own; its unfinished file is removed at once. Nothing is posted any more.
     void Stop();
 
 private:

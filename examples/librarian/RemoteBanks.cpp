@@ -5,9 +5,11 @@
 
 #include <windows.h>
 
+#include "BankFolder.h"
+
 namespace {
 
-constexpr std::size_t kRoomForSuffix = 10; // of the name while the file arrives
+constexpr std::size_t kRoomForSuffix = 24; // of the name while the file arrives
 
 bool IsPrintable(const std::string& text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c < 0x7F; });
@@ -105,7 +107,15 @@ std::string WithLogin(const std::string& server, const std::string& user,
     return Escaped(user) + ":" + Escaped(password) + "@" + server;
 }
 
-// The replies' code for a folder or file that is not there, which servers give for an empty folder too.
-bool SaysNothingThere(const std::string& error) {
+bool IsSameFile(const std::string& listed, const std::string& name) {
+    return macstricmp(NameOf(listed).c_str(), name.c_str()) == 0;
+}
+
+// The replies' code says that it was about a file or folder; only the words before it tell which.
+bool SaysNoFolder(const std::string& error) {
+    return SaysNotListed(error) && error.rfind("Access denied to remote resource", 0) == 0;
+}
+
+bool SaysNotListed(const std::string& error) {
     return error.find("(550") != std::string::npos;
 }

@@ -30,5 +30,12 @@ std::string WhyNoServer(const std::string& server, const std::string& folder,
 std::string WithLogin(const std::string& server, const std::string& user,
                       const std::string& password);
 
-/// Whether a server's answer means that there is nothing at this place yet.
-bool SaysNothingThere(const std::string& error);
+/// Whether a name of a listing may be the file `name` of that folder: servers also list paths, and some
+/// take upper and lower case for the same.
+bool IsSameFile(const std::string& listed, const std::string& name);
+
+/// Whether a transfer failed because its folder is not there, or cannot be entered.
+bool SaysNoFolder(const std::string& error);
+
+/// Whether a listing failed because the server does not show the folder. Some say so of an empty one.
+bool SaysNotListed(const std::string& error);

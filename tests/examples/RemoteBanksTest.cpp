@@ -60,3 +60,10 @@ TEST(RemoteBanks, TextsThatCannotBeSentAreNamed) {
     EXPECT_NE(WhyNoServer("host", "", "anna", "a\nb"), "");
     EXPECT_NE(WhyNoServer("host", "", "", "pw"), "");
 }
+
+TEST(RemoteBanks, NamesOfListingsAreTheFileThatAnUploadWouldReplace) {
+    for (const char* listed : {"a.syx", "A.SYX", "./a.syx", "/home/anna/a.syx"})
+        EXPECT_TRUE(IsSameFile(listed, "a.syx")) << listed;
+    for (const char* listed : {"aa.syx", "a.syx.old", "a.syx/b.syx"})
+        EXPECT_FALSE(IsSameFile(listed, "a.syx")) << listed;
+}
