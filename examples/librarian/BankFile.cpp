@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include "BankFolder.h"
+#include "LocalFiles.h"
 
 namespace {
 
@@ -151,7 +152,7 @@ BOOL ReadBank(const char* path, Bank& bank, std::string& error) {
 
 BOOL WriteBank(const std::string& path, const Bank& bank, std::string& error) {
     error = NameOf(path) + " cannot be written";
-    const std::string fresh = path + ".new"; // a full disk must not cost the old file
+    const std::string fresh = PathForJob(path, ".new"); // a full disk must not cost the old file
     const HANDLE file =
         CreateFile(fresh.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
     if (!file) return FALSE;
@@ -164,11 +165,10 @@ BOOL WriteBank(const std::string& path, const Bank& bank, std::string& error) {
     }
     CloseHandle(file);
     if (!written) {
-        DeleteFile(fresh.c_str());
+        RemoveFile(fresh);
         return FALSE;
     }
-    DeleteFile(path.c_str());
-    written = MoveFile(fresh.c_str(), path.c_str());
-    if (written) error.clear();
-    return written;
+    const std::string problem = PutInPlace(fresh, path, true);
+    if (problem.empty()) error.clear();
+    return problem.empty();
 }

@@ -2,7 +2,7 @@
 
 #include <afxdlgs.h>
 
-#include "FtpFiles.h"
+#include "LocalFiles.h"
 #include "Report.h"
 #include "Settings.h"
 #include "resource.h"

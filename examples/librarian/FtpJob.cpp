@@ -5,8 +5,8 @@
 #include <condition_variable>
 #include <mutex>
 
-#include "FtpFiles.h"
 #include "FtpTasks.h"
+#include "LocalFiles.h"
 
 namespace {
 

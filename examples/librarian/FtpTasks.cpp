@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "BankFolder.h"
-#include "FtpFiles.h"
+#include "LocalFiles.h"
 #include "RemoteBanks.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "librarian/FtpFiles.h"
+#include "librarian/LocalFiles.h"
 
 #include <gmock/gmock.h>
 
@@ -9,7 +9,7 @@ namespace fs = std::filesystem;
 using testing::IsEmpty;
 using testing::Not;
 
-TEST(FtpFiles, OldFileIsLostOnlyToTheNewOne) {
+TEST(LocalFiles, OldFileIsLostOnlyToTheNewOne) {
     const struct {
         const char* fresh; // "" for none, so that it cannot be moved
         bool mayReplace;
@@ -29,7 +29,7 @@ TEST(FtpFiles, OldFileIsLostOnlyToTheNewOne) {
     }
 }
 
-TEST(FtpFiles, FolderIsNotReplaced) {
+TEST(LocalFiles, FolderIsNotReplaced) {
     TemporaryHome home;
     home.Write("a.syx/b.syx", "old");
     const std::string fresh = home.Write("fresh", "new");
@@ -37,6 +37,6 @@ TEST(FtpFiles, FolderIsNotReplaced) {
     EXPECT_EQ(home.Read("a.syx/b.syx"), "old");
 }
 
-TEST(FtpFiles, JobsDoNotShareFiles) {
+TEST(LocalFiles, JobsDoNotShareFiles) {
     EXPECT_NE(PathForJob("/banks/a.syx", ".new"), PathForJob("/banks/a.syx", ".new"));
 }

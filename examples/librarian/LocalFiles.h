@@ -1,5 +1,4 @@
-// Files of this computer that take part in transfers. What is there already is not lost when a transfer
-// fails, and two jobs, of one program or of several, never write the same file.
+// Files of this computer that banks are written to. What is there already is not lost when that fails, and two jobs, of one program or of several, never write the same file.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-#include "FtpFiles.h"
+#include "LocalFiles.h"
 
 #include <algorithm>
 #include <atomic>
