@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 
 #include <windows.h>
 
@@ -11,6 +12,7 @@
 namespace {
 
 constexpr DWORD kLargestFile = 64u << 20;
+constexpr std::size_t kMostMessages = 1'000'000;
 
 bool IsRealTime(BYTE byte) {
     return byte >= 0xF8;
@@ -47,7 +49,7 @@ public:
 
 private:
     void Begin() {
-        NoteBreak(ByteAt(m_offset, 0xF0));
+        if (!m_open.empty()) NoteBreak(ByteAt(m_offset, 0xF0));
         Close();
         m_begin = m_offset;
         m_open.push_back(0xF0);
@@ -70,7 +72,7 @@ private:
     }
 
     void BreakOff(BYTE byte) {
-        NoteBreak(ByteAt(m_offset, byte));
+        if (!m_open.empty()) NoteBreak(ByteAt(m_offset, byte));
         Close();
         ++m_bank.junkBytes;
     }
@@ -83,8 +85,10 @@ private:
 
     void Close() {
         if (m_open.empty()) return;
-        SysexInfo info = DescribeSysex(m_open);
-        m_bank.messages.push_back({std::move(m_open), std::move(info), {}});
+        if (m_bank.messages.size() <= kMostMessages) { // one more tells that there are too many
+            SysexInfo info = DescribeSysex(m_open);
+            m_bank.messages.push_back({std::move(m_open), std::move(info), {}});
+        }
         m_open.clear();
     }
 
@@ -99,6 +103,7 @@ std::string WhyRefused(const SysexBytes& bytes, const Bank& bank) {
     if (bytes.empty()) return " is empty";
     if (bank.messages.empty())
         return " is no System Exclusive file: " + ByteAt(0, bytes.front()) + " instead of F0";
+    if (bank.messages.size() > kMostMessages) return " holds more than 1,000,000 messages";
     return bank.problem.empty() ? "" : ": " + bank.problem;
 }
 
@@ -109,6 +114,13 @@ BOOL ReadBytes(HANDLE file, SysexBytes& bytes) {
     bytes.resize(size);
     DWORD done = 0;
     return size == 0 || (ReadFile(file, bytes.data(), size, &done, nullptr) && done == size);
+}
+
+// A link stays one: the file that it leads to is replaced.
+std::string BehindLinks(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path file = std::filesystem::canonical(path, error);
+    return error ? path : file.string();
 }
 
 } // namespace
@@ -150,8 +162,9 @@ BOOL ReadBank(const char* path, Bank& bank, std::string& error) {
     return TRUE;
 }
 
-BOOL WriteBank(const std::string& path, const Bank& bank, std::string& error) {
-    error = NameOf(path) + " cannot be written";
+BOOL WriteBank(const std::string& name, const Bank& bank, std::string& error) {
+    error = NameOf(name) + " cannot be written";
+    const std::string path = BehindLinks(name);
     const std::string fresh = PathForJob(path, ".new"); // a full disk must not cost the old file
     const HANDLE file =
         CreateFile(fresh.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);

@@ -34,4 +34,4 @@ BOOL ReadBank(const char* path, Bank& bank, std::string& error);
 
 /// Writes the messages, one after the other. FALSE, and `error`, when that fails; the file that was
 /// there is then as before.
-BOOL WriteBank(const std::string& path, const Bank& bank, std::string& error);
+BOOL WriteBank(const std::string& name, const Bank& bank, std::string& error);

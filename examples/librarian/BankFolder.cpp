@@ -1,31 +1,44 @@
 #include "BankFolder.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include <windows.h>
 
-namespace {
+namespace fs = std::filesystem;
 
-constexpr const char* kPattern = "/*.syx";
+namespace {
 
 bool IsShortEnough(const std::string& path) {
     return path.size() < MAX_PATH;
 }
 
+std::string Lower(std::string text) {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
+
 } // namespace
 
-std::vector<std::string> BanksIn(const std::string& folder, std::size_t limit) {
+// A search by FindFirstFile ends at the first name that is not plain ASCII.
+std::vector<std::string> FilesIn(const std::string& folder, const std::string& extension) {
     std::vector<std::string> names;
-    if (folder.empty() || !IsShortEnough(folder + kPattern)) return names;
-    WIN32_FIND_DATA entry = {};
-    const HANDLE find = FindFirstFile((folder + kPattern).c_str(), &entry);
-    for (BOOL more = find != INVALID_HANDLE_VALUE; more; more = FindNextFile(find, &entry)) {
-        const bool isFile = !(entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY);
-        if (isFile && IsShortEnough(folder + "/" + entry.cFileName))
-            names.emplace_back(entry.cFileName);
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code ignored;
+        const std::string name = entry->path().filename().string();
+        if (Lower(entry->path().extension().string()) == extension &&
+            entry->is_regular_file(ignored) && IsShortEnough(folder + "/" + name))
+            names.push_back(name);
     }
-    FindClose(find);
     std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::vector<std::string> BanksIn(const std::string& folder, std::size_t limit) {
+    std::vector<std::string> names = FilesIn(folder, ".syx");
     if (names.size() > limit) names.resize(limit);
     return names;
 }

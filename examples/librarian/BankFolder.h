@@ -5,6 +5,10 @@
 #include <string>
 #include <vector>
 
+/// The names of the files in `folder` with this extension (in lower case), sorted; empty for a folder
+/// that cannot be read.
+std::vector<std::string> FilesIn(const std::string& folder, const std::string& extension);
+
 /// The names of at most `limit` .syx files in `folder`, sorted; empty for a folder that cannot be
 /// read.
 std::vector<std::string> BanksIn(const std::string& folder, std::size_t limit);

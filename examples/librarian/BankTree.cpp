@@ -14,38 +14,57 @@ LPARAM DataFor(Kind kind, std::size_t index) {
 
 } // namespace
 
-HTREEITEM BankTree::Add(const std::string& title, HTREEITEM parent, LPARAM data) {
-    return InsertItem(TVIF_TEXT | TVIF_PARAM, title.c_str(), 0, 0, 0, 0, data, parent, TVI_LAST);
-}
-
 void BankTree::ShowInstruments(const std::vector<Instrument>& instruments) {
-    std::vector<Branch> wanted;
+    m_instruments.clear();
     for (std::size_t i = 0; i < instruments.size(); ++i) {
-        wanted.push_back({instruments[i].name, DataFor(kInstrument, i), {}});
+        m_instruments.push_back({instruments[i].name, DataFor(kInstrument, i), {}});
         if (!instruments[i].lastBank.empty())
-            wanted.back().banks.push_back(NameOf(instruments[i].lastBank));
+            m_instruments.back().banks.push_back(NameOf(instruments[i].lastBank));
     }
-    Show(m_instruments, std::move(wanted));
+    Show();
 }
 
 void BankTree::ShowBanks(const std::string& folder, const std::vector<std::string>& names) {
-    if (!folder.empty()) Show(m_folder, {{"Folder " + NameOf(folder), kNothing, names}});
+    m_folder = {folder.empty() ? "No folder yet" : "Folder " + NameOf(folder), kNothing, names};
+    Show();
 }
 
-// What has not changed stays, with its selection.
-void BankTree::Show(std::vector<Branch>& shown, std::vector<Branch> wanted) {
-    if (shown == wanted) return;
-    shown = std::move(wanted);
-    while (HTREEITEM item = GetRootItem()) DeleteItem(item);
-    for (const Branch& branch : m_instruments) Fill(branch);
-    for (const Branch& branch : m_folder) Fill(branch);
+// Items that stay keep their place and selection: this happens while the user walks through them.
+void BankTree::Show() {
+    HTREEITEM item = ShowBranch(GetRootItem(), m_folder);
+    for (const Branch& branch : m_instruments) item = ShowBranch(item, branch);
+    RemoveFrom(item);
 }
 
-void BankTree::Fill(const Branch& branch) {
-    const HTREEITEM item = Add(branch.title, TVI_ROOT, branch.data);
-    for (std::size_t i = 0; i < branch.banks.size(); ++i)
-        Add(branch.banks[i], item, branch.data == kNothing ? DataFor(kBank, i) : branch.data);
-    Expand(item, TVE_EXPAND);
+// `item` is what stands in the branch's place, or null; what comes behind it is returned.
+HTREEITEM BankTree::ShowBranch(HTREEITEM item, const Branch& branch) {
+    const bool isNew = !item;
+    item = Put(item, branch.title, TVI_ROOT, branch.data);
+    HTREEITEM bank = GetChildItem(item);
+    for (std::size_t i = 0; i < branch.banks.size(); ++i) {
+        const LPARAM data = branch.data == kNothing ? DataFor(kBank, i) : branch.data;
+        bank = GetNextSiblingItem(Put(bank, branch.banks[i], item, data));
+    }
+    RemoveFrom(bank);
+    if (isNew) Expand(item, TVE_EXPAND);
+    return GetNextSiblingItem(item);
+}
+
+HTREEITEM BankTree::Put(HTREEITEM item, const std::string& title, HTREEITEM parent, LPARAM data) {
+    if (!item)
+        return InsertItem(TVIF_TEXT | TVIF_PARAM, title.c_str(), 0, 0, 0, 0, data, parent,
+                          TVI_LAST);
+    if (GetItemText(item) != title.c_str()) SetItemText(item, title.c_str());
+    SetItemData(item, static_cast<std::uintptr_t>(data));
+    return item;
+}
+
+void BankTree::RemoveFrom(HTREEITEM item) {
+    while (item) {
+        const HTREEITEM next = GetNextSiblingItem(item);
+        DeleteItem(item);
+        item = next;
+    }
 }
 
 // The handlers may fill the tree anew.

@@ -26,15 +26,13 @@ private:
         std::string title;
         LPARAM data;
         std::vector<std::string> banks;
-        bool operator==(const Branch& other) const {
-            return title == other.title && data == other.data && banks == other.banks;
-        }
     };
 
-    void Show(std::vector<Branch>& shown, std::vector<Branch> wanted);
-    void Fill(const Branch& branch);
-    HTREEITEM Add(const std::string& title, HTREEITEM parent, LPARAM data);
+    void Show();
+    HTREEITEM ShowBranch(HTREEITEM item, const Branch& branch);
+    void RemoveFrom(HTREEITEM item);
+    HTREEITEM Put(HTREEITEM item, const std::string& title, HTREEITEM parent, LPARAM data);
 
+    Branch m_folder;
     std::vector<Branch> m_instruments;
-    std::vector<Branch> m_folder; // one, or none yet
 };

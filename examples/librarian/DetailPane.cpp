@@ -12,7 +12,7 @@ constexpr COLORREF kText = RGB(70, 82, 100);
 constexpr COLORREF kHint = RGB(130, 138, 150);
 constexpr int kMargin = 12;
 constexpr int kLine = 18;
-constexpr int kShapeTop = 88;
+constexpr int kShapeTop = 106;
 
 void Write(CDC& dc, int x, int y, const std::string& words) {
     dc.TextOut(x, y, words.c_str(), static_cast<int>(words.size()));
@@ -47,7 +47,7 @@ DetailPane::DetailPane() {
 void DetailPane::ShowMessage(const BankMessage& message) {
     m_isShown = true;
     m_title = message.patch.empty() ? message.info.kind : message.patch;
-    m_kind = message.patch.empty() ? "" : message.info.kind;
+    m_kind = message.patch.empty() ? InstrumentOf(message.bytes) : message.info.kind;
     m_maker = message.info.manufacturer + ", " + CountOfBytes(message.bytes.size());
     m_checksum = message.info.checksum;
     m_bytes = message.bytes;
@@ -67,13 +67,13 @@ void DetailPane::Paint() {
     dc.FillRect(client, &m_background);
     const CRect edge(0, 0, 1, client.bottom);
     dc.FillRect(edge, &m_rule);
-    PaintWords(dc, client);
+    PaintWords(dc);
     if (!m_isShown) return;
-    PaintBadge(dc, client);
+    PaintBadge(dc);
     PaintShape(dc, CRect(kMargin, kShapeTop, client.right - kMargin, client.bottom - kMargin));
 }
 
-void DetailPane::PaintWords(CDC& dc, const CRect& client) {
+void DetailPane::PaintWords(CDC& dc) {
     dc.SelectObject(&m_textFont);
     if (!m_isShown) {
         dc.SetTextColor(kHint);
@@ -81,21 +81,17 @@ void DetailPane::PaintWords(CDC& dc, const CRect& client) {
         return;
     }
     dc.SetTextColor(kText);
-    Write(dc, kMargin, kMargin + kLine + 6, m_maker);
-    if (!m_kind.empty()) {
-        dc.SetTextAlign(TA_RIGHT | TA_TOP);
-        Write(dc, client.right - kMargin, kMargin + kLine + 6, m_kind);
-        dc.SetTextAlign(TA_LEFT | TA_TOP);
-    }
+    Write(dc, kMargin, kMargin + kLine + 6, m_kind);
+    Write(dc, kMargin, kMargin + 2 * kLine + 6, m_maker);
     dc.SelectObject(&m_titleFont);
     dc.SetTextColor(kTitle);
     Write(dc, kMargin, kMargin - 2, m_title);
 }
 
-void DetailPane::PaintBadge(CDC& dc, const CRect&) {
+void DetailPane::PaintBadge(CDC& dc) {
     const bool isKnown = m_checksum != ChecksumState::None;
     CBrush& brush = !isKnown ? m_none : m_checksum == ChecksumState::Right ? m_right : m_wrong;
-    const int y = kMargin + 2 * kLine + 10;
+    const int y = kMargin + 3 * kLine + 8;
     const CRect dot(kMargin, y + 3, kMargin + 8, y + 11);
     dc.FillRect(dot, &brush);
     dc.SelectObject(&m_textFont);

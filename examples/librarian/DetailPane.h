@@ -17,8 +17,8 @@ public:
 
 private:
     void Paint() override;
-    void PaintWords(CDC& dc, const CRect& client);
-    void PaintBadge(CDC& dc, const CRect& client);
+    void PaintWords(CDC& dc);
+    void PaintBadge(CDC& dc);
     void PaintShape(CDC& dc, const CRect& area);
 
     CFont m_titleFont, m_textFont;

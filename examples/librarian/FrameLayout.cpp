@@ -13,6 +13,7 @@ constexpr int kMonitorHeight = 120;
 constexpr int kHexWidth = 590;        // of a whole line
 constexpr int kLeastDetail = 200;     // wide
 constexpr int kLeastBesideTree = 480; // for the list
+constexpr int kEditorBesideTree = 770;
 constexpr int kLeastAboveMonitor = 300;
 constexpr int kLeastList = 60; // what an editor leaves of it
 constexpr int kHexShare = 45;  // per cent of the space of list and hex pane
@@ -49,11 +50,12 @@ FrameRects LayOutFrame(int width, int height, const FrameParts& shown) {
     rects.find = TakeTop(space, FindBar::kHeight, shown.find);
     const bool fitsMonitor = space.bottom - space.top >= kLeastAboveMonitor + kMonitorHeight;
     rects.monitor = TakeBottom(space, kMonitorHeight, shown.monitor && fitsMonitor);
-    const bool fitsTree = width >= kTreeWidth + kLeastBesideTree;
+    const bool isEditing = shown.editorHeight > 0;
+    const int beside = isEditing ? kEditorBesideTree : kLeastBesideTree;
+    const bool fitsTree = width >= kTreeWidth + beside;
     rects.tree = TakeLeft(space, kTreeWidth, shown.tree && fitsTree);
 
     const int room = std::max(0, static_cast<int>(space.bottom - space.top));
-    const bool isEditing = shown.editorHeight > 0;
     const int share = room * kHexShare / 100;
     const int most = std::max(0, room - kLeastList);
     const int lower = isEditing ? std::min(std::max(share, shown.editorHeight), most) : share;

@@ -20,7 +20,7 @@ public:
         return CWinApp::InitInstance();
     }
 
-    // Called twice: at termination and from the destructor of the base class.
+    // Before the library ends: the window must not outlive it.
     int ExitInstance() override {
         m_frame.reset();
         return CWinApp::ExitInstance();

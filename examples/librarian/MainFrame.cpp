@@ -113,10 +113,9 @@ int MainFrame::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
 
 void MainFrame::MakeParts() {
     const CRect anywhere(0, 0, 10, 10); // LayOut places them
-    MakeFindBar();
     m_header.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_HEADER);
     MakeTree();
-    m_list.Create(WS_CHILD | WS_VISIBLE, anywhere, this, IDC_MESSAGES);
+    m_list.Create(WS_CHILD | WS_VISIBLE | LVS_SINGLESEL, anywhere, this, IDC_MESSAGES);
     m_list.AddColumns();
     m_hex.Create("", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, anywhere, this, IDC_HEX);
     m_detail.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_DETAIL);
@@ -143,7 +142,7 @@ void MainFrame::LayOut() {
     if (!m_made) return;
     CRect client;
     GetClientRect(client);
-    m_shown.find = m_find.IsWindowVisible();
+    m_shown.find = m_find.view && m_find.IsWindowVisible();
     m_shown.editorHeight = m_editor.Height();
     const FrameRects rects = LayOutFrame(client.right, client.bottom, m_shown);
     Place(m_header, rects.header);
@@ -193,7 +192,7 @@ void MainFrame::SaveSettings() {
 
 BOOL MainFrame::OnQueryClose() {
     if (m_midi.IsSending()) {
-        SetStatus("Still sending: the window closes when the message is out");
+        SetStatus("Still sending: close the window when the message is out");
         Report("refused close");
         return FALSE;
     }
@@ -203,6 +202,7 @@ BOOL MainFrame::OnQueryClose() {
 }
 
 void MainFrame::OnDestroyed() {
+    EndChord();
     m_midi.Close();
     m_made = false;
     m_editor.Close();

@@ -105,6 +105,7 @@ private:
     void TakeBank(const std::vector<SysexBytes>& messages);
     void OnChord();
     void OnChordTimer();
+    void EndChord();
     void OnSaveSheet();
     void OnCopySheet();
 

@@ -38,7 +38,7 @@ void MainFrame::OpenDemoBank(const char* name) {
 
 BOOL MainFrame::OpenBank(const std::string& path) {
     std::string error;
-    if (m_sendPending) error = "Still sending: open the file afterwards";
+    if (m_midi.IsSending()) error = "Still sending: open the file afterwards";
     if (error.empty() && !MayDropChanges()) error = "Stays with " + m_bank.name;
     if (!error.empty() || !ReadBank(path.c_str(), m_bank, error)) {
         SetStatus(error);

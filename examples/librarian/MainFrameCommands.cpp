@@ -1,6 +1,8 @@
 // The commands of the menus, their states, and the entries that the program fills in.
 #include "MainFrame.h"
 
+#include <algorithm>
+
 #include "BankFolder.h"
 #include "MenuEntries.h"
 #include "Report.h"
@@ -10,6 +12,7 @@ namespace {
 
 constexpr MenuEntries kRecentEntries = {kRecentPosition, ID_FILE_RECENT, RecentBanks::kMaximum,
                                         "No Recent Banks"};
+constexpr std::size_t kMostBanks = 20'000;
 constexpr MenuEntries kFolderEntries = {0, ID_FILE_FOLDER, 40, "No Banks"};
 constexpr MenuEntries kOutputEntries = {0, ID_MIDI_OUTPUT, 40, "No Outputs"};
 constexpr MenuEntries kInputEntries = {0, ID_MIDI_INPUT, 40, "No Inputs"};
@@ -76,11 +79,12 @@ BOOL MainFrame::OnCommandId(int id) {
         OnDetails();
         return TRUE;
     case ID_EDIT_FIND:
+        if (!m_find.view) MakeFindBar();
         m_find.Begin();
         LayOut();
         return TRUE;
     case ID_EDIT_FIND_NEXT:
-        m_find.FindNext();
+        if (m_find.view) m_find.FindNext();
         return TRUE;
     case ID_MIDI_PORTS:
         OnPorts();
@@ -154,10 +158,10 @@ BOOL MainFrame::OnEntry(int id) {
 BOOL MainFrame::OnUpdateCommand(int id, CCmdUI& state) {
     switch (id) {
     case ID_MIDI_SEND:
-        SetState(state, m_selected >= 0 && !m_sendPending && m_midi.CanSend());
+        SetState(state, m_selected >= 0 && m_midi.CanSend());
         return TRUE;
     case ID_EDIT_DELETE:
-        SetState(state, m_selected >= 0 && m_bank.messages.size() > 1 && !m_sendPending);
+        SetState(state, m_selected >= 0 && m_bank.messages.size() > 1 && !m_midi.IsSending());
         return TRUE;
     case ID_MIDI_VERIFY:
     case ID_FILE_SAVE_AS:
@@ -169,7 +173,7 @@ BOOL MainFrame::OnUpdateCommand(int id, CCmdUI& state) {
         return TRUE;
     case ID_MIDI_SLOW:
         ShowPorts(); // asked when the menu opens: what is plugged in by now?
-        SetState(state, !m_sendPending);
+        SetState(state, !m_midi.IsSending());
         state.SetCheck(m_slow);
         return TRUE;
     case ID_EDIT_VOICE:
@@ -192,7 +196,7 @@ BOOL MainFrame::OnUpdateCommand(int id, CCmdUI& state) {
         SetChecked(state, m_shown.monitor);
         return TRUE;
     case ID_MIDI_SEND_BANK:
-        SetState(state, !m_bank.messages.empty() && !m_sendPending && m_midi.CanSend());
+        SetState(state, !m_bank.messages.empty() && m_midi.CanSend());
         return TRUE;
     case ID_MIDI_RECEIVE_BANK:
         SetState(state, true);
@@ -226,10 +230,10 @@ BOOL MainFrame::OnUpdateEntry(int id, CCmdUI& state) {
     } else if (const int file = kFolderEntries.IndexOf(id); file >= 0) {
         SetState(state, !m_folderBanks.empty());
     } else if (const int output = kOutputEntries.IndexOf(id); output >= 0) {
-        SetState(state, !m_outputs.empty() && !m_sendPending);
+        SetState(state, !m_outputs.empty() && !m_midi.IsSending());
         state.SetCheck(IsPort(m_outputs, output, m_midi.OutputName()));
     } else if (const int input = kInputEntries.IndexOf(id); input >= 0) {
-        SetState(state, !m_inputs.empty() && !m_sendPending);
+        SetState(state, !m_inputs.empty() && !m_midi.IsSending());
         state.SetCheck(IsPort(m_inputs, input, m_midi.InputName()));
     } else if (const int entry = kInstrumentEntries.IndexOf(id); entry >= 0) {
         const auto instrument = static_cast<std::size_t>(entry);
@@ -253,9 +257,11 @@ void MainFrame::ShowRecentBanks() {
 }
 
 void MainFrame::ShowFolder() {
+    m_folderBanks = BanksIn(m_folder, kMostBanks);
     const auto limit = static_cast<std::size_t>(kFolderEntries.limit);
-    m_folderBanks = BanksIn(m_folder, limit);
-    kFolderEntries.Show(Menu(kFileMenu, kFolderMenu), NumberedTitles(m_folderBanks));
+    std::vector<std::string> titles = m_folderBanks;
+    titles.resize(std::min(limit, titles.size())); // the tree has the others
+    kFolderEntries.Show(Menu(kFileMenu, kFolderMenu), NumberedTitles(titles));
     m_tree.ShowBanks(m_folder, m_folderBanks);
 }
 

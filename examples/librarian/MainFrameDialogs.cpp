@@ -18,6 +18,7 @@ int IndexOf(const std::vector<std::string>& names, const std::string& name) {
 
 } // namespace
 
+// With the first search: the start of the program does not wait for it.
 void MainFrame::MakeFindBar() {
     m_find.find = [this](const std::string& wanted, bool next) {
         return FindMessage(wanted, next);

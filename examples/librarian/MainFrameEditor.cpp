@@ -104,7 +104,7 @@ void MainFrame::FollowSelection() {
 }
 
 int MainFrame::SendEdit(const SysexBytes& message) {
-    if (m_sendPending || m_midi.IsSending()) return 0;
+    if (m_midi.IsSending()) return 0;
     if (!m_midi.Send(message)) {
         SetStatus("There is no MIDI output to send to");
         return -1;

@@ -20,7 +20,7 @@ BOOL MainFrame::OpenPorts() {
 }
 
 void MainFrame::OnSend() {
-    if (m_selected < 0 || m_sendPending) return;
+    if (m_selected < 0 || m_midi.IsSending()) return;
     const SysexBytes& bytes = m_bank.messages[static_cast<std::size_t>(m_selected)].bytes;
     if (!m_midi.Send(bytes)) {
         SetStatus("There is no MIDI output to send to");
@@ -44,8 +44,9 @@ void MainFrame::OnSlow() {
 
 void MainFrame::OnOutput(int index) {
     const auto port = static_cast<std::size_t>(index);
-    if (port >= m_outputs.size() || m_sendPending) return;
+    if (port >= m_outputs.size() || m_midi.IsSending()) return;
     const std::string name = m_outputs[port];
+    EndChord();
     if (name != m_midi.OutputName()) m_midi.OpenOutput(name);
     StoreSetting(setting::kMidiOut, name);
     SettingsChanged();
@@ -56,7 +57,7 @@ void MainFrame::OnOutput(int index) {
 
 void MainFrame::OnInput(int index) {
     const auto port = static_cast<std::size_t>(index);
-    if (port >= m_inputs.size() || m_sendPending) return;
+    if (port >= m_inputs.size() || m_midi.IsSending()) return;
     const std::string name = m_inputs[port];
     if (name != m_midi.InputName()) m_midi.OpenInput(name);
     StoreSetting(setting::kMidiIn, name);

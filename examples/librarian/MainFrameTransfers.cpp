@@ -17,7 +17,7 @@ constexpr int kChordEnd = 6; // steps
 } // namespace
 
 void MainFrame::OnSendBank() {
-    if (m_bank.messages.empty() || m_sendPending || !m_midi.CanSend()) return;
+    if (m_bank.messages.empty() || !m_midi.CanSend()) return;
     SendBankDialog dialog(this, m_bank, m_midi);
     dialog.DoModal();
     SetStatus(dialog.Summary());
@@ -65,7 +65,12 @@ void MainFrame::OnChord() {
 void MainFrame::OnChordTimer() {
     const auto step = static_cast<std::size_t>(m_chordStep++);
     if (step < std::size(kChord)) m_midi.SendShort(kNoteOn, kChord[step], kVelocity);
-    if (m_chordStep < kChordEnd) return;
+    if (m_chordStep == kChordEnd) EndChord();
+}
+
+// Also before the output changes or closes: no key may hang on the instrument.
+void MainFrame::EndChord() {
+    if (m_chordStep == 0) return;
     KillTimer(kChordTimer);
     m_chordStep = 0;
     for (const BYTE key : kChord) m_midi.SendShort(kNoteOff, key, 0);

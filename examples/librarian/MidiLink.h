@@ -39,7 +39,7 @@ public:
 
     const std::string& OutputName() const { return m_outputName; } ///< "none" without a port
     const std::string& InputName() const { return m_inputName; }
-    BOOL CanSend() const { return m_output != nullptr && !m_sending; }
+    BOOL CanSend() { return m_output != nullptr && !IsSending(); }
 
     /// Begins to send; the bytes are copied. FALSE when CanSend is.
     BOOL Send(const SysexBytes& message);

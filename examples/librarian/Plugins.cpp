@@ -6,21 +6,9 @@
 #include <windows.h>
 
 #include "BankFile.h"
+#include "BankFolder.h"
 
 namespace {
-
-std::vector<std::string> SharedObjectsIn(const std::string& folder) {
-    std::vector<std::string> files;
-    const std::string pattern = folder + "/*.so";
-    if (pattern.size() >= MAX_PATH) return files;
-    WIN32_FIND_DATA entry = {};
-    const HANDLE find = FindFirstFile(pattern.c_str(), &entry);
-    for (BOOL more = find != INVALID_HANDLE_VALUE; more; more = FindNextFile(find, &entry))
-        files.emplace_back(entry.cFileName);
-    FindClose(find);
-    std::sort(files.begin(), files.end());
-    return files;
-}
 
 bool IsComplete(const LibrarianEditor* editor) {
     return editor && editor->canEdit && editor->create && editor->resize && editor->show &&
@@ -65,7 +53,7 @@ void DescribeWith(const LibrarianPluginRecord& plugin, BankMessage& message) {
 } // namespace
 
 void Plugins::LoadAll(const std::string& folder, const Check& check) {
-    for (const std::string& file : SharedObjectsIn(folder)) {
+    for (const std::string& file : FilesIn(folder, ".so")) {
         PluginFile& plugin = FileNamed(file);
         if (!plugin.name.empty()) continue;
         const std::string path = folder + "/" + file;

@@ -85,6 +85,7 @@ class Drive:
         self.wait_at_rest()
 
     def open_menu(self, menu, command):
+        self.display.window("Librarian")  # which a dialog may have left a moment ago
         self.trace.skip()
         self.display.key(menu)
         self.trace.expect("WM_UPDATECOMMANDUI", wParam=command)

@@ -270,8 +270,7 @@ BOOL VoiceEditor::MayLeave() {
         ::MessageBox(view, question.c_str(), "Voice Editor", MB_YESNOCANCEL | MB_ICONQUESTION);
     m_asking = false;
     if (answer == IDYES) return Store();
-    if (answer == IDNO) ShowChanged(false);
-    return answer == IDNO;
+    return answer == IDNO; // the changes are there until it leaves
 }
 
 // Ends this object.
