@@ -5,18 +5,14 @@
 
 #include <windows.h>
 
+#include "Lower.h"
+
 namespace fs = std::filesystem;
 
 namespace {
 
 bool IsShortEnough(const std::string& path) {
     return path.size() < MAX_PATH;
-}
-
-std::string Lower(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return text;
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "BankFile.h"
+#include "Lower.h"
 
 namespace {
 
@@ -24,12 +25,6 @@ std::size_t DigitsOf(std::size_t number) {
 std::string Padded(std::size_t number, std::size_t digits, char fill) {
     const std::string text = std::to_string(number);
     return std::string(digits - std::min(digits, text.size()), fill) + text;
-}
-
-std::string Lower(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return text;
 }
 
 } // namespace

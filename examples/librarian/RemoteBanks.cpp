@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include "BankFolder.h"
+#include "Lower.h"
 
 namespace {
 
@@ -17,10 +18,6 @@ bool IsPrintable(const std::string& text) {
 
 bool IsServerCharacter(char c) {
     return c > ' ' && c < 0x7F && std::string("/\\@?#").find(c) == std::string::npos;
-}
-
-char Lower(char c) {
-    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
 }
 
 bool IsBefore(const std::string& a, const std::string& b) {
