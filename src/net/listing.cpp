@@ -27,11 +27,12 @@ ListingName GiveUp(std::size_t position) {
     return nothing;
 }
 
-} // namespace
-
-bool MatchesListingPattern(std::string_view name, std::string_view pattern) {
+// An empty pattern looks for all names.
+bool MatchesPattern(std::string_view name, std::string_view pattern) {
     return pattern.empty() || name.ends_with(pattern.substr(1));
 }
+
+} // namespace
 
 ListingName NextListingName(std::string_view listing, std::size_t position,
                             std::string_view pattern) {
@@ -47,7 +48,7 @@ ListingName NextListingName(std::string_view listing, std::size_t position,
         case Line::Complete:
             break;
         }
-        if (!MatchesListingPattern(result.name, pattern)) continue;
+        if (!MatchesPattern(result.name, pattern)) continue;
         result.found = true;
         result.more = result.position + 1 < listing.size();
         return result;

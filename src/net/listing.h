@@ -20,7 +20,4 @@ struct ListingName {
 ListingName NextListingName(std::string_view listing, std::size_t position,
                             std::string_view pattern);
 
-/// Whether a name is one that the pattern looks for. An empty pattern looks for all of them.
-bool MatchesListingPattern(std::string_view name, std::string_view pattern);
-
 } // namespace vm
