@@ -1,4 +1,6 @@
-// The same program, made with the toolkit alone.
+// The same program, made with the toolkit alone: [WIDTH HEIGHT].
+#include <cstdlib>
+
 #include <QtCore/QTimer>
 #include <QtGui/QPainter>
 #include <QtWidgets/QApplication>
@@ -15,7 +17,7 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        painter.fillRect(0, 0, 400, 200, QColor(200, 220, 240));
+        painter.fillRect(rect(), QColor(200, 220, 240));
         painter.drawText(20, 32, "Hello");
         if (!m_painted) {
             std::puts("painted");
@@ -37,9 +39,11 @@ private:
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QWidget window;
-    window.setGeometry(60, 60, 400, 200);
+    const bool isSized = argc > 2;
+    const QSize size(isSized ? std::atoi(argv[1]) : 400, isSized ? std::atoi(argv[2]) : 200);
+    window.setGeometry(QRect(QPoint(60, 60), size));
     Pane pane(&window);
-    pane.setGeometry(0, 0, 400, 200);
+    pane.setGeometry(QRect(QPoint(), size));
     window.show();
     return application.exec();
 }

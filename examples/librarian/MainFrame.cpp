@@ -121,8 +121,6 @@ void MainFrame::MakeParts() {
     m_detail.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_DETAIL);
     m_monitor.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_MONITOR);
     MakeEditorPane();
-    m_sheet.Create("", "", WS_CHILD, anywhere, this, IDC_SHEET);
-    m_sheet.ShowWindow(SW_HIDE);
     m_status.Create(this);
 
     DragAcceptFiles();

@@ -106,6 +106,7 @@ private:
     void OnChord();
     void OnChordTimer();
     void EndChord();
+    PatchSheet& Sheet();
     void OnSaveSheet();
     void OnCopySheet();
 
@@ -154,7 +155,7 @@ private:
     HexPane m_hex;
     DetailPane m_detail;
     MonitorPane m_monitor;
-    PatchSheet m_sheet; // never shown
+    PatchSheet m_sheet; // made on first use, never shown
     FrameParts m_shown; // as the user wants it
     EditorPane m_editor;
     CStatusBar m_status;

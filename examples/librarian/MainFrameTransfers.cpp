@@ -6,6 +6,7 @@
 #include "MainFrame.h"
 #include "Report.h"
 #include "TransferDialogs.h"
+#include "resource.h"
 
 namespace {
 
@@ -77,6 +78,15 @@ void MainFrame::EndChord() {
     Report("chord played");
 }
 
+PatchSheet& MainFrame::Sheet() {
+    if (!m_sheet.view) {
+        m_sheet.Create("", "", WS_CHILD, CRect(0, 0, 10, 10), this, IDC_SHEET);
+        m_sheet.ShowWindow(SW_HIDE);
+    }
+    m_sheet.ShowBank(m_bank);
+    return m_sheet;
+}
+
 void MainFrame::OnSaveSheet() {
     if (m_bank.messages.empty()) return;
     const std::string suggested = m_bank.name + ".pdf";
@@ -90,9 +100,8 @@ void MainFrame::OnSaveSheet() {
         Report("sheet cancelled");
         return;
     }
-    m_sheet.ShowBank(m_bank);
     const CString path = dialog.GetPathName();
-    const BOOL saved = AfxSaveWindowAsPDF(&m_sheet, PatchSheet::kWidth, PatchSheet::kHeight, path);
+    const BOOL saved = AfxSaveWindowAsPDF(&Sheet(), PatchSheet::kWidth, PatchSheet::kHeight, path);
     const std::string name = NameOf(static_cast<const char*>(path));
     SetStatus(saved ? "Wrote " + name : name + " cannot be written");
     Report(saved ? "sheet %s" : "no sheet %s", name.c_str());
@@ -100,8 +109,7 @@ void MainFrame::OnSaveSheet() {
 
 void MainFrame::OnCopySheet() {
     if (m_bank.messages.empty()) return;
-    m_sheet.ShowBank(m_bank);
-    AfxCopyWindowToClipboard(&m_sheet, PatchSheet::kWidth, PatchSheet::kHeight);
+    AfxCopyWindowToClipboard(&Sheet(), PatchSheet::kWidth, PatchSheet::kHeight);
     SetStatus("Copied the patch sheet as a PDF page");
     Report("copied sheet");
 }

@@ -35,7 +35,7 @@ std::vector<std::string> SheetLines(const Bank& bank, std::size_t limit) {
     return lines;
 }
 
-PatchSheet::PatchSheet() {
+void PatchSheet::MakeTools() {
     m_titleFont.CreateFont(20, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Arial Bold");
     m_textFont.CreateFont(9, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Arial");
     m_paper.CreateSolidBrush(RGB(255, 255, 255));
@@ -50,9 +50,15 @@ void PatchSheet::ShowBank(const Bank& bank) {
 }
 
 int PatchSheet::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
-    if (message != static_cast<int>(WM_PAINT)) return CWnd::MessageMap(message, wParam, lParam);
-    Paint();
-    return 1;
+    switch (static_cast<UINT>(message)) {
+    case WM_CREATE:
+        MakeTools();
+        break;
+    case WM_PAINT:
+        Paint();
+        return 1;
+    }
+    return CWnd::MessageMap(message, wParam, lParam);
 }
 
 void PatchSheet::Paint() {

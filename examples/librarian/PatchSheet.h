@@ -16,13 +16,12 @@ class PatchSheet : public CWnd {
 public:
     static constexpr int kWidth = 595, kHeight = 842; // A4 in points
 
-    PatchSheet();
-
     void ShowBank(const Bank& bank);
 
     int MessageMap(int message, WPARAM wParam, LPARAM lParam) override;
 
 private:
+    void MakeTools();
     void Paint();
     void PaintLines(CDC& dc);
 

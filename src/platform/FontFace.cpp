@@ -95,26 +95,37 @@ FontFace::FontFace(std::string_view name, double size, QRawFont raw)
 }
 
 void FontFace::FillTables() {
-    QList<quint32> glyphs(256);
-    for (int code = 0; code < 256; ++code) {
+    m_advances.fill(kNotMeasured);
+    for (unsigned code = 0; code < 256; ++code) {
         const QChar character{MacRomanToUnicode(static_cast<unsigned char>(code))};
-        int count = 1;
-        m_raw.glyphIndexesForChars(&character, 1, &glyphs[code], &count);
-    }
-    const QList<QPointF> advances = m_raw.advancesForGlyphIndexes(glyphs);
-    for (std::size_t code = 0; code < 256; ++code) {
         const bool control = code < 0x20 || code == 0x7F;
-        const auto index = static_cast<qsizetype>(code);
-        m_glyphs[code] = control ? kNoGlyph : glyphs[index];
-        const double advance = control || index >= advances.size() ? 0 : advances[index].x();
-        m_advances[code] = static_cast<std::int32_t>(std::lround(advance * kUnits));
+        m_glyphs[code] = kNoGlyph;
+        int count = 1;
+        if (!control) m_raw.glyphIndexesForChars(&character, 1, &m_glyphs[code], &count);
     }
+}
+
+int FontFace::MeasuredUnits(unsigned char code) const {
+    QPointF advance;
+    if (m_glyphs[code] != kNoGlyph) m_raw.advancesForGlyphIndexes(&m_glyphs[code], &advance, 1);
+    return m_advances[code] = static_cast<std::int32_t>(std::lround(advance.x() * kUnits));
+}
+
+// A file is read once: its other sizes share what the toolkit knows of it.
+QRawFont FontFace::RawFont(const std::string& file, double size) {
+    static auto* const s_files = new std::map<std::string, QRawFont>;
+    const auto [entry, isNew] = s_files->try_emplace(file);
+    if (isNew)
+        entry->second = QRawFont(QFile::decodeName(file.c_str()), size, QFont::PreferNoHinting);
+    QRawFont raw = entry->second;
+    if (raw.isValid()) raw.setPixelSize(size);
+    return raw;
 }
 
 std::unique_ptr<FontFace> FontFace::Load(std::string_view name, double size) {
     const std::optional<std::string> file = FindFontFile(name);
     if (!file) return nullptr;
-    QRawFont raw(QFile::decodeName(file->c_str()), size, QFont::PreferNoHinting);
+    QRawFont raw = RawFont(*file, size);
     if (!raw.isValid()) return nullptr;
     return std::unique_ptr<FontFace>(new FontFace(name, size, std::move(raw)));
 }
@@ -146,7 +157,7 @@ const QRawFont& FontFace::Embeddable() const {
 
 double FontFace::Width(std::string_view text) const {
     std::int64_t width = 0;
-    for (const char c : text) width += m_advances[static_cast<unsigned char>(c)];
+    for (const char c : text) width += Units(static_cast<unsigned char>(c));
     return static_cast<double>(width) / kUnits;
 }
 

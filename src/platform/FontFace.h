@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -47,8 +48,12 @@ public:
 
     /// The glyph of a code; 0xFFFFFFFF for the control codes, which show nothing.
     std::uint32_t Glyph(unsigned char code) const { return m_glyphs[code]; }
-    double Advance(unsigned char code) const { return m_advances[code] / double{kUnits}; }
-    int Units(unsigned char code) const { return m_advances[code]; } ///< the same in 64ths
+    double Advance(unsigned char code) const { return Units(code) / double{kUnits}; }
+    /// The same in 64ths; asked of the toolkit when it is first needed.
+    int Units(unsigned char code) const {
+        const int units = m_advances[code];
+        return units != kNotMeasured ? units : MeasuredUnits(code);
+    }
     double Width(std::string_view text) const;
 
     /// For drawing into pixels; they are made as they are needed.
@@ -59,8 +64,12 @@ public:
 
 private:
     FontFace(std::string_view name, double size, QRawFont raw);
+    static QRawFont RawFont(const std::string& file, double size);
     static std::unique_ptr<FontFace> Load(std::string_view name, double size);
     void FillTables();
+    int MeasuredUnits(unsigned char code) const;
+
+    static constexpr std::int32_t kNotMeasured = std::numeric_limits<std::int32_t>::min();
 
     std::string m_name;
     double m_size;
@@ -68,8 +77,7 @@ private:
     mutable QRawFont m_embeddable; ///< made on the first call
     FontMetrics m_metrics;
     std::array<std::uint32_t, 256> m_glyphs{};
-    std::array<std::int32_t, 256>
-        m_advances{}; ///< in the 64ths of a pixel that the toolkit counts in
+    mutable std::array<std::int32_t, 256> m_advances{};
     mutable QGlyphRun m_run;
     mutable GlyphMasks m_masks;
 };
