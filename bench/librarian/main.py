@@ -64,7 +64,7 @@ def measure_start(screen, ours, bare, home):
             with Run(screen, program, home, *arguments) as run:
                 values.append(run.start)
     medians = [statistics.median(values[1:]) for values in figures.values()]
-    report("librarian-start-to-first-window", medians[0], "ms", "QWidget program", medians[1])
+    report("librarian-start-to-first-window", medians[0], "ms", "QWidget program of that size", medians[1])
 
 
 def large_bundle(bundle, folder):

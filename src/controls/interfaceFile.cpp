@@ -11,6 +11,7 @@
 #include <QtCore/QBuffer>
 #include <QtCore/QPointer>
 #include <QtUiTools/QUiLoader>
+#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QWidget>
 
 #include "app/appState.h"
@@ -18,6 +19,7 @@
 #include "core/log.h"
 #include "platform/bundle.h"
 #include "platform/mainqueue.h"
+#include "platform/menuBar.h"
 #include "wnd/tagTable.h"
 
 namespace fs = std::filesystem;
@@ -63,21 +65,21 @@ private:
         QWidget* root =
             isRoot && m_classes->makeRoot ? m_classes->makeRoot(className, parent) : nullptr;
         if (root) return root;
-        return m_classes->makeWidget ? m_classes->makeWidget(className, parent) : nullptr;
+        QWidget* widget =
+            m_classes->makeWidget ? m_classes->makeWidget(className, parent) : nullptr;
+        if (!widget && className == QLatin1String("QMenuBar")) return MakeMenuBar(parent);
+        return widget;
     }
 
     const InterfaceClasses* m_classes = nullptr;
     bool m_hasRoot = false;
 };
 
-// Made while the toolkit has no library paths: it would load every Designer plug-in that there is.
+// It would load every Designer plug-in that there is.
 Loader& ProcessLoader() {
     static Loader* const s_loader = [] {
-        const QStringList paths = QCoreApplication::libraryPaths();
-        QCoreApplication::setLibraryPaths({});
-        auto* loader = new Loader;
-        QCoreApplication::setLibraryPaths(paths);
-        return loader;
+        const PlugInsHidden hidden;
+        return new Loader;
     }();
     return *s_loader;
 }

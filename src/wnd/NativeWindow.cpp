@@ -15,6 +15,7 @@
 #include "platform/NativeApplication.h"
 #include "platform/eventboundary.h"
 #include "platform/mainqueue.h"
+#include "platform/menuBar.h"
 #include "wnd/CWndNSWindow.h"
 #include "wnd/heldViews.h"
 #include "wnd/views.h"
@@ -156,7 +157,7 @@ void NativeWindow::SetMenuBarShown(bool shown) {
     if (shown) {
         QMenu* menu = MainMenu();
         if (!menu) return;
-        m_menuBar = new QMenuBar(this);
+        m_menuBar = MakeMenuBar(this);
         m_menuBar->setNativeMenuBar(false);
         m_menuBar->addActions(menu->actions());
         m_menuBar->show();

@@ -1,6 +1,8 @@
 // The screens and the metric table.
 #include <vmcore/wnd/screen.h>
 
+#include <memory>
+
 #include <QtGui/QScreen>
 #include <QtGui/QStyleHints>
 #include <QtGui/QWindow>
@@ -9,6 +11,7 @@
 #include <QtWidgets/QStyle>
 
 #include "platform/NativeApplication.h"
+#include "platform/menuBar.h"
 #include "wnd/NativeWindow.h"
 #include "wnd/rects.h"
 #include "wnd/screen.h"
@@ -38,10 +41,10 @@ int TitleBarHeight() {
 }
 
 int MenuBarHeight() {
-    QMenuBar bar;
-    bar.setNativeMenuBar(false);
-    bar.addAction(QStringLiteral("M"));
-    return bar.sizeHint().height();
+    const std::unique_ptr<QMenuBar> bar(vm::MakeMenuBar(nullptr));
+    bar->setNativeMenuBar(false);
+    bar->addAction(QStringLiteral("M"));
+    return bar->sizeHint().height();
 }
 
 // What the style and the desktop say; needs an application object.
