@@ -54,7 +54,8 @@ class Driver:
         trace = self.folder / "trace.jsonl"
         trace.unlink(missing_ok=True)
         environment = {"VMCORE_TRACE": "messages", "VMCORE_TRACE_FILE": str(trace),
-                       "VMCORE_MESSAGEBOX": "", "XDG_DOCUMENTS_DIR": str(self.folder)}
+                       "VMCORE_MESSAGEBOX": "", "XDG_DOCUMENTS_DIR": str(self.folder),
+                       "BROWSER": "true"}
         self.program = Program(self.display, self.bundle / "Contents/MacOS/Librarian", self.folder,
                                self.banks / "patches.syx", environment=environment)
         self.program.expect(r"opened .*")
