@@ -22,12 +22,12 @@ class Ping:
         # A busy machine may hold a key down for longer than its user would.
         self.display.change_keyboard_control(auto_repeat_mode=X.AutoRepeatModeOff)
 
-    def wait(self, window, pid):
+    def wait(self, window, pid, has_ended=lambda: False):
         self.number += 1
         target = self.display.create_resource_object("window", int(window))
         self.send(target)
-        wait_for("an answer to a ping", self.is_answered)
-        wait_for("the program to rest", lambda: rests(pid))
+        wait_for("an answer to a ping", lambda: has_ended() or self.is_answered())
+        wait_for("the program to rest", lambda: has_ended() or rests(pid))
 
     def send(self, target):
         protocols, ping = (self.display.intern_atom(name)

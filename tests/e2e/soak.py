@@ -18,7 +18,7 @@ import time
 
 from display import Display, Timeout
 from soakactions import Actions
-from soakdriver import GivenUp
+from soakdriver import GivenUp, QuitChosen
 from soakwatch import Broken, rise, slope
 
 GIVEN_UP = 0.1     # of all actions end in their middle
@@ -53,14 +53,23 @@ class Soak(Actions):
         self.inputs_left = rng.randrange(1, 8) if rng.random() < GIVEN_UP else None
         self.history.append(f"{number}: {action.name}")
         try:
+            self.run_action(action, rng)
+        except QuitChosen:
+            self.history[-1] += " (quit)"
+            self.inputs_left = None
+            self.look_back()
+            self.start()
+        self.check_rules()
+        self.trace.check_at_rest()
+        self.done[action.name] += 1
+
+    def run_action(self, action, rng):
+        try:
             action.run(rng)
         except GivenUp:
             self.history[-1] += " (given up)"
         self.inputs_left = None
         self.settle()
-        self.check_rules()
-        self.trace.check_at_rest()
-        self.done[action.name] += 1
 
     def warm_samples(self):
         groups = [life.behind(self.warm) for life in self.lives]

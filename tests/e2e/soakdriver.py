@@ -18,6 +18,10 @@ class GivenUp(Exception):
     """The action's inputs are used up."""
 
 
+class QuitChosen(Exception):
+    """A key or a click that was meant for something else ended the program, as it may."""
+
+
 class Driver:
     def __init__(self, options, display, folder):
         self.bundle, self.data = options.bundle.resolve(), options.data.resolve()
@@ -70,7 +74,7 @@ class Driver:
         self.settle()
 
     def end(self, ask):
-        """Ends the program by asking it to until it does, then looks at what it left."""
+        """Ends the program by asking it to until it does."""
         self.inputs_left = None
         self.settle()
 
@@ -82,6 +86,10 @@ class Driver:
             return self.has_ended(0.3)
 
         wait_for("the program to end", closed, 3 * LIMIT)
+        self.look_back()
+
+    def look_back(self):
+        """At a life that has ended."""
         if self.program.wait() != 0:
             raise Broken(f"ended with {self.program.ending()}:\n{self.program.log()[-4000:]}")
         self.check_rules()
@@ -132,7 +140,10 @@ class Driver:
         return self.display.run("xdotool", "getwindowname", window, check=False).strip()
 
     def rest(self):
-        self.ping.wait(self.main, self.program.process.pid)
+        process = self.program.process
+        self.ping.wait(self.main, process.pid, lambda: process.poll() is not None)
+        if process.poll() == 0:
+            raise QuitChosen
 
     def appears(self, limit=1.0):
         """Whether a menu or a dialog comes up."""
