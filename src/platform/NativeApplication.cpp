@@ -4,6 +4,7 @@
 #include <clocale>
 #include <filesystem>
 
+#include <QtGui/QPixmapCache>
 #include <QtWidgets/QApplication>
 
 #include "core/log.h"
@@ -21,6 +22,10 @@ struct Arguments {
     char** values;
 };
 
+// The style keeps a picture of each control in every size that it has had, up to five times as much
+// by itself: a program whose windows are resized would seem to grow for an hour.
+constexpr int kPictureCache = 2048; // kB
+
 // Leaked on purpose, as every application object made here: static destructors of a host may still
 // touch its windows.
 void MakeApplication(int argc, char** argv) {
@@ -31,6 +36,7 @@ void MakeApplication(int argc, char** argv) {
     // The toolkit switches the user's locale on; numbers in texts and files keep the decimal point.
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setQuitOnLastWindowClosed(false);
+    QPixmapCache::setCacheLimit(kPictureCache);
 }
 
 std::vector<std::string> FilesOfCommandLine() {
