@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
 
 #include <windows.h>
 
@@ -116,13 +115,6 @@ BOOL ReadBytes(HANDLE file, SysexBytes& bytes) {
     return size == 0 || (ReadFile(file, bytes.data(), size, &done, nullptr) && done == size);
 }
 
-// A link stays one: the file that it leads to is replaced.
-std::string BehindLinks(const std::string& path) {
-    std::error_code error;
-    const std::filesystem::path file = std::filesystem::canonical(path, error);
-    return error ? path : file.string();
-}
-
 } // namespace
 
 std::size_t Bank::BadChecksums() const {
@@ -164,11 +156,12 @@ BOOL ReadBank(const char* path, Bank& bank, std::string& error) {
 
 BOOL WriteBank(const std::string& name, const Bank& bank, std::string& error) {
     error = NameOf(name) + " cannot be written";
-    const std::string path = BehindLinks(name);
+    const std::string path = BehindLinks(name);         // a link stays one
     const std::string fresh = PathForJob(path, ".new"); // a full disk must not cost the old file
     const HANDLE file =
         CreateFile(fresh.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
     if (!file) return FALSE;
+    KeepAccess(StoredPath(path), StoredPath(fresh)); // from the first byte on
     BOOL written = TRUE;
     for (const BankMessage& message : bank.messages) {
         const auto size = static_cast<DWORD>(message.bytes.size());
@@ -181,7 +174,7 @@ BOOL WriteBank(const std::string& name, const Bank& bank, std::string& error) {
         RemoveFile(fresh);
         return FALSE;
     }
-    const std::string problem = PutInPlace(fresh, path, true);
-    if (problem.empty()) error.clear();
-    return problem.empty();
+    error = PutInPlace(fresh, path, true);
+    if (!error.empty()) RemoveFile(fresh);
+    return error.empty();
 }
