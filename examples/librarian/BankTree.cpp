@@ -67,15 +67,30 @@ void BankTree::RemoveFrom(HTREEITEM item) {
     }
 }
 
+BOOL BankTree::Choose(LPARAM data) {
+    const int index = static_cast<int>(data & ((LPARAM{1} << kKindShift) - 1));
+    if (data >> kKindShift == kInstrument && instrumentChosen) return instrumentChosen(index);
+    if (data >> kKindShift == kBank && bankChosen) return bankChosen(index);
+    return TRUE;
+}
+
+// The tree reports the choice of an item that is not selected yet, and an item's deletion is what ends
+// its selection. New ones come last: those behind it go, too.
+void BankTree::Deselect() {
+    const HTREEITEM item = GetSelectedItem();
+    if (!item) return;
+    RemoveFrom(item);
+    Show();
+}
+
 // The handlers may fill the tree anew.
 int BankTree::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
     if (message != static_cast<int>(WM_NOTIFY))
         return CTreeCtrl::MessageMap(message, wParam, lParam);
     const auto& notice = *reinterpret_cast<const NMTREEVIEW*>(lParam);
     if (notice.hdr.code != TVN_SELCHANGED || !notice.itemNew.hItem) return 1;
-    const auto data = static_cast<LPARAM>(GetItemData(notice.itemNew.hItem));
-    const int index = static_cast<int>(data & ((LPARAM{1} << kKindShift) - 1));
-    if (data >> kKindShift == kInstrument && instrumentChosen) instrumentChosen(index);
-    if (data >> kKindShift == kBank && bankChosen) bankChosen(index);
+    const bool isByMouse = GetKeyState(VK_LBUTTON) < 0; // keys go on from what is selected
+    const BOOL chosen = Choose(static_cast<LPARAM>(GetItemData(notice.itemNew.hItem)));
+    if (!chosen && isByMouse) Deselect();
     return 1;
 }

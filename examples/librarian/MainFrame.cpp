@@ -51,11 +51,7 @@ BOOL MainFrame::Open() {
     m_instruments = LoadInstruments();
     const BOOL connected = OpenPorts();
     LoadPlugins();
-    const std::string plugins = m_plugins.Names();
-    const std::string refused = m_plugins.Refused();
-    SetStatus(std::string(connected ? "Ready" : "Ready, but MIDI output or input is missing") +
-              (plugins.empty() ? "" : ". Plug-ins: " + plugins) +
-              (refused.empty() ? "" : ". Not loaded: " + refused));
+    SetStatus((connected ? "Ready" : "Ready, but MIDI output or input is missing") + PluginWords());
     ShowRecentBanks();
     ShowFolder();
     ShowPorts();
@@ -102,6 +98,9 @@ int MainFrame::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
     case WM_MIDI_INPUT:
         OnMidiInput();
         return 1;
+    case WM_PLUGIN_TRIED:
+        OnPluginTried();
+        return 1;
     case WM_QUERYCLOSE:
         return OnQueryClose() ? 0 : 1;
     case WM_DESTROY:
@@ -132,8 +131,8 @@ void MainFrame::MakeParts() {
 }
 
 void MainFrame::MakeTree() {
-    m_tree.instrumentChosen = [this](int index) { OpenInstrument(index); };
-    m_tree.bankChosen = [this](int index) { OpenFromFolder(index); };
+    m_tree.instrumentChosen = [this](int index) { return OpenInstrument(index); };
+    m_tree.bankChosen = [this](int index) { return OpenFromFolder(index); };
     m_tree.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 10, 10), this, IDC_TREE);
     m_tree.SetAccessibleName("Instruments and banks");
 }
@@ -205,6 +204,7 @@ void MainFrame::OnDestroyed() {
     EndChord();
     m_midi.Close();
     m_made = false;
+    StopTrials();
     m_editor.Close();
     SaveSettings();
     Report("closed");

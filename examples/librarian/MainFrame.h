@@ -23,10 +23,12 @@
 #include "MidiLink.h"
 #include "MonitorPane.h"
 #include "PatchSheet.h"
+#include "PluginTrials.h"
 #include "Plugins.h"
 #include "RecentBanks.h"
 #include "Settings.h"
 
+class PluginsDialog;
 class ReceiveBankDialog;
 
 class MainFrame : public CFrameWnd {
@@ -65,15 +67,17 @@ private:
     void OpenDemoBank(const char* name);
     BOOL OpenBank(const std::string& path);
     void ShowBank();
+    void ShowTitle();
     void RememberBank(const std::string& path);
     void OpenRecent(int index);
-    void OpenFromFolder(int index);
-    void OpenInstrument(int index);
+    BOOL OpenFromFolder(int index);
+    BOOL OpenInstrument(int index);
     void SelectMessage(int index);
     void OnVerify();
     void OnDrop(NSArray* paths);
     void OnNotifyList(const NMLISTVIEW& notification);
     void OnSelected(int index);
+    void ShowSelected();
     void OnDeleteMessage();
     BOOL MayDropChanges();
     BOOL SaveBank();
@@ -82,6 +86,10 @@ private:
 
     // Plug-ins
     void LoadPlugins();
+    void OnPluginTried();
+    void PluginsChanged();
+    void StopTrials();
+    std::string PluginWords() const;
     void OnPlugins();
     void MakeEditorPane();
     const LibrarianEditor* SelectedEditor() const;
@@ -126,7 +134,9 @@ private:
     int m_selected = -1;    // index of a message
     bool m_changed = false; // since the bank was opened or saved
     Plugins m_plugins;
-    int m_edited = -1; // the message that the editor shows
+    PluginTrials m_trials;
+    PluginsDialog* m_pluginsShown = nullptr; // while it is open
+    int m_edited = -1;                       // the message that the editor shows
 
     RecentBanks m_recent;
     std::string m_folder;                   // of the last opened bank

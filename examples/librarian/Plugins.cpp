@@ -52,25 +52,40 @@ void DescribeWith(const LibrarianPluginRecord& plugin, BankMessage& message) {
 
 } // namespace
 
-void Plugins::LoadAll(const std::string& folder, const Check& check) {
+std::vector<std::string> Plugins::LoadAll(const std::string& folder, const Check& check) {
+    std::vector<std::string> unknown;
     for (const std::string& file : FilesIn(folder, ".so")) {
         PluginFile& plugin = FileNamed(file);
         if (!plugin.name.empty()) continue;
         const std::string path = folder + "/" + file;
-        plugin.problem = check ? check(path) : "";
-        if (plugin.problem.empty()) plugin.problem = Load(path, plugin.name);
-        const std::string line = plugin.problem.empty()
-                                     ? "Plug-in loaded: " + plugin.name
-                                     : "Plug-in not loaded: " + file + ": " + plugin.problem;
-        OutputDebugString(line.c_str());
+        const std::optional<std::string> problem = check ? check(path) : "";
+        plugin.isAwaited = !problem;
+        if (problem)
+            Take(plugin, path, *problem);
+        else
+            unknown.push_back(path);
     }
+    return unknown;
+}
+
+void Plugins::Decide(const std::string& path, const std::string& problem) {
+    Take(FileNamed(NameOf(path)), path, problem);
+}
+
+void Plugins::Take(PluginFile& plugin, const std::string& path, const std::string& problem) {
+    plugin.isAwaited = false;
+    plugin.problem = problem.empty() ? Load(path, plugin.name) : problem;
+    const std::string line = plugin.problem.empty()
+                                 ? "Plug-in loaded: " + plugin.name
+                                 : "Plug-in not loaded: " + plugin.file + ": " + plugin.problem;
+    OutputDebugString(line.c_str());
 }
 
 PluginFile& Plugins::FileNamed(const std::string& file) {
     const auto known = std::find_if(m_files.begin(), m_files.end(),
                                     [&](const PluginFile& plugin) { return plugin.file == file; });
     if (known != m_files.end()) return *known;
-    m_files.push_back({file, "", ""});
+    m_files.push_back({file, "", "", false});
     return m_files.back();
 }
 
@@ -97,8 +112,13 @@ std::string Plugins::Names() const {
 std::string Plugins::Refused() const {
     std::vector<std::string> files;
     for (const PluginFile& plugin : m_files)
-        if (!plugin.problem.empty()) files.push_back(plugin.file);
+        if (!plugin.problem.empty() && !plugin.isAwaited) files.push_back(plugin.file);
     return Joined(files);
+}
+
+bool Plugins::AreAwaited() const {
+    return std::any_of(m_files.begin(), m_files.end(),
+                       [](const PluginFile& plugin) { return plugin.isAwaited; });
 }
 
 void Plugins::Describe(Bank& bank) const {

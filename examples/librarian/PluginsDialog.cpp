@@ -10,6 +10,7 @@ namespace {
 std::string CellText(const PluginFile& plugin, int column) {
     if (column == 0) return plugin.file;
     if (column == 1) return plugin.name;
+    if (plugin.isAwaited) return "Being tried...";
     return plugin.problem.empty() ? "Loaded" : "Not loaded: " + plugin.problem;
 }
 
@@ -56,7 +57,8 @@ BOOL PluginsDialog::OnInitDialog() {
 void PluginsDialog::ShowFiles() {
     m_list.ShowFiles();
     CWnd* const again = GetDlgItem(IDC_PLUGINS_AGAIN);
-    if (again && again->view) again->EnableWindow(!m_plugins.Refused().empty());
+    if (again && again->view)
+        again->EnableWindow(!m_plugins.Refused().empty() && !m_plugins.AreAwaited());
     Report("dialog plug-ins: %s",
            m_plugins.Refused().empty() ? "all loaded" : m_plugins.Refused().c_str());
 }
@@ -65,7 +67,6 @@ int PluginsDialog::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
     if (message == static_cast<int>(WM_COMMAND) && LOWORD(wParam) == IDC_PLUGINS_AGAIN &&
         HIWORD(wParam) == BN_CLICKED) {
         m_again();
-        ShowFiles();
         return 1;
     }
     return CDialog::MessageMap(message, wParam, lParam);

@@ -206,6 +206,11 @@ class Program:
     def lines(self):
         return self.report_path.read_text().splitlines()
 
+    def plugins(self):
+        """Waits until every plug-in has been tried; the line of the report that names the loaded ones."""
+        lines = wait_for("the plug-ins", lambda: [line for line in self.lines() if line.startswith("plugins ")])
+        return lines[-1]
+
     def expect(self, line):
         """Waits for a line of the report, behind the one expected last. It may hold a pattern."""
         pattern = re.compile(line)

@@ -55,6 +55,7 @@ class Drive:
         executable = self.bundle / "Contents/MacOS/Librarian"
         self.program = Program(self.display, executable, folder, bank, environment=environment)
         self.program.expect(r"opened .* 64 messages")
+        self.program.plugins()
         self.main = self.display.window("Librarian")
         self.display.wait_drawn(self.main)
         self.windows_at_rest = self.visible_windows()
