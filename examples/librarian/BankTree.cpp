@@ -7,6 +7,7 @@ namespace {
 // What an item's data says: nothing, or a kind and an index.
 enum Kind : LPARAM { kNothing = 0, kInstrument = 1, kBank = 2 };
 constexpr int kKindShift = 24;
+constexpr int kRoomInRow = 5;
 
 LPARAM DataFor(Kind kind, std::size_t index) {
     return kind << kKindShift | static_cast<LPARAM>(index);
@@ -27,6 +28,15 @@ void BankTree::ShowInstruments(const std::vector<Instrument>& instruments) {
 void BankTree::ShowBanks(const std::string& folder, const std::vector<std::string>& names) {
     m_folder = {folder.empty() ? "No folder yet" : "Folder " + NameOf(folder), kNothing, names};
     Show();
+}
+
+// A row is the line of text and a little room.
+int BankTree::FontHeight() {
+    const HTREEITEM item = InsertItem("M");
+    CRect row;
+    const bool isPlaced = GetItemRect(item, &row, FALSE);
+    DeleteItem(item);
+    return isPlaced ? row.bottom - row.top - kRoomInRow : 0;
 }
 
 // Items that stay keep their place and selection: this happens while the user walks through them.

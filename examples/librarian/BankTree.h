@@ -20,6 +20,8 @@ public:
     void ShowInstruments(const std::vector<Instrument>& instruments);
     void ShowBanks(const std::string& folder, const std::vector<std::string>& names);
 
+    int FontHeight(); ///< of the desktop's font, once the tree has its window
+
     int MessageMap(int message, WPARAM wParam, LPARAM lParam) override;
 
 private:

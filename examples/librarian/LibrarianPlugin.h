@@ -42,7 +42,7 @@ typedef struct LibrarianHost {
 /* An editor for the messages that the plug-in knows; one at a time. Main thread only, and no
    exception may come out. */
 typedef struct LibrarianEditor {
-    int height; /* pixels that it needs; its width is the window's */
+    int height; /* pixels that it needs, with a font of 14; its width is the window's */
     int (*canEdit)(const unsigned char* message, size_t size); /* 1 or 0 */
     /* Makes the editor inside `window`, a window handle (HWND) of the library; null on failure. */
     void* (*create)(void* window, const LibrarianHost* host);

@@ -50,9 +50,10 @@ std::string BehindLinks(const std::string& path) {
     const fs::path whole = fs::canonical(path, error);
     if (!error) return whole.string();
     fs::path file = path; // of a link that leads nowhere, and of no file
-    for (int i = 0; i < kMostLinks && fs::is_symlink(file, error); ++i)
-        file = file.parent_path() / fs::read_symlink(file, error);
-    return error ? path : file.string();
+    std::error_code notLink;
+    for (int i = 0; i < kMostLinks && fs::is_symlink(file, notLink); ++i)
+        file = file.parent_path() / fs::read_symlink(file, notLink);
+    return file.string();
 }
 
 void KeepAccess(const std::string& path, const std::string& fresh) {

@@ -1,6 +1,7 @@
 // The window itself: creation, layout, its place on the screen, its end.
 #include "MainFrame.h"
 
+#include "FontScale.h"
 #include "FrameIds.h"
 #include "Report.h"
 #include "resource.h"
@@ -39,12 +40,14 @@ bool IsSame(const CRect& a, const CRect& b) {
 } // namespace
 
 BOOL MainFrame::Open() {
-    m_place = LoadPlace(m_place) ? m_place : kStandardPlace;
+    const BOOL hasPlace = LoadPlace(m_place);
+    if (!hasPlace) m_place = kStandardPlace;
     m_place = FitOnScreen(m_place, ScreenRect());
     if (!Create("", "Librarian", WS_OVERLAPPEDWINDOW | WS_VISIBLE, m_place)) return FALSE;
     MoveWindow(m_place); // Create was given the place of the content
     accelTable = kAccelerators;
     MakeParts();
+    if (!hasPlace) GrowForFont();
     LayOut();
     m_recent.Load();
     m_folder = LoadSetting(setting::kFolder);
@@ -58,6 +61,15 @@ BOOL MainFrame::Open() {
     ShowInstruments();
     m_list.SetFocus();
     return TRUE;
+}
+
+// The first run's place is for a small font, which is known only now.
+void MainFrame::GrowForFont() {
+    CRect place = m_place;
+    place.right = place.left + Scaled(kStandardPlace.right - kStandardPlace.left);
+    place.bottom = place.top + Scaled(kStandardPlace.bottom - kStandardPlace.top);
+    place = FitOnScreen(place, ScreenRect());
+    if (place.right - place.left > m_place.right - m_place.left) MoveWindow(place);
 }
 
 int MainFrame::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
@@ -112,8 +124,9 @@ int MainFrame::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
 
 void MainFrame::MakeParts() {
     const CRect anywhere(0, 0, 10, 10); // LayOut places them
-    m_header.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_HEADER);
     MakeTree();
+    SetDesktopFont(m_tree.FontHeight());
+    m_header.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_HEADER);
     m_list.Create(WS_CHILD | WS_VISIBLE | LVS_SINGLESEL, anywhere, this, IDC_MESSAGES);
     m_list.AddColumns();
     m_hex.Create("", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, anywhere, this, IDC_HEX);

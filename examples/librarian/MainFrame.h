@@ -40,6 +40,7 @@ public:
 private:
     // Window
     void MakeParts();
+    void GrowForFont();
     void LayOut();
     void NotePlace();
     void OnTimerId(UINT id);

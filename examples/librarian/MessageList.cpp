@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "BankFile.h"
+#include "FontScale.h"
 #include "Lower.h"
 
 namespace {
@@ -31,7 +32,8 @@ std::string Padded(std::size_t number, std::size_t digits, char fill) {
 
 void MessageList::AddColumns() {
     int index = 0;
-    for (const auto& column : kColumns) InsertColumn(index++, column.heading, 0, column.width, 0);
+    for (const auto& column : kColumns)
+        InsertColumn(index++, column.heading, 0, Scaled(column.width), 0);
 }
 
 void MessageList::ShowBank(const Bank& bank) {

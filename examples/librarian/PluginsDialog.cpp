@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "FontScale.h"
 #include "Report.h"
 #include "resource.h"
 
@@ -17,9 +18,9 @@ std::string CellText(const PluginFile& plugin, int column) {
 } // namespace
 
 void PluginList::AddColumns() {
-    InsertColumn(0, "File", 0, 130);
-    InsertColumn(1, "Name", 0, 150);
-    InsertColumn(2, "State", 0, 356);
+    InsertColumn(0, "File", 0, Scaled(130));
+    InsertColumn(1, "Name", 0, Scaled(150));
+    InsertColumn(2, "State", 0, Scaled(356));
 }
 
 void PluginList::ShowFiles() {
