@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 #include <windows.h>
 
@@ -152,6 +153,27 @@ BOOL ReadBank(const char* path, Bank& bank, std::string& error) {
     bank = std::move(split);
     bank.name = name;
     return TRUE;
+}
+
+void ReadBanks(std::vector<std::string>& paths, Bank& bank, std::string& error) {
+    bank = {};
+    error.clear();
+    const auto isRefused = [&](const std::string& path) {
+        Bank next;
+        std::string why;
+        if (ReadBank(path.c_str(), next, why) &&
+            bank.messages.size() + next.messages.size() > kMostMessages)
+            why = NameOf(path) + " has no room: there are 1,000,000 messages at most";
+        if (error.empty()) error = why;
+        if (!why.empty()) return true;
+        std::move(next.messages.begin(), next.messages.end(), std::back_inserter(bank.messages));
+        bank.junkBytes += next.junkBytes;
+        return false;
+    };
+    std::vector<std::string> read;
+    for (const std::string& path : paths)
+        if (!isRefused(path)) read.push_back(path);
+    paths = std::move(read);
 }
 
 BOOL WriteBank(const std::string& name, const Bank& bank, std::string& error) {

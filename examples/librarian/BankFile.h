@@ -32,6 +32,10 @@ Bank SplitBank(const SysexBytes& file);
 /// read, holds no message or one that breaks off; `bank` is then unchanged.
 BOOL ReadBank(const char* path, Bank& bank, std::string& error);
 
+/// Reads several files as one bank: the messages of one file after the other. `paths` keeps those that
+/// were read; why the first of the others was not is in `error`.
+void ReadBanks(std::vector<std::string>& paths, Bank& bank, std::string& error);
+
 /// Writes the messages, one after the other. FALSE, and `error`, when that fails; the file that was
 /// there is then as before.
 BOOL WriteBank(const std::string& name, const Bank& bank, std::string& error);

@@ -31,7 +31,7 @@ std::string WarningFor(const Bank& bank) {
 
 } // namespace
 
-HeaderBand::HeaderBand() : m_title("No bank"), m_summary("Drop a .syx file here") {
+HeaderBand::HeaderBand() : m_title("No bank"), m_summary("Drop .syx files here") {
     m_background.CreateSolidBrush(kBackground);
     m_rule.CreateSolidBrush(kRule);
     SetAccessibleRole(ACCESSIBLE_LABEL);

@@ -99,7 +99,7 @@ int MainFrame::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
         OnDrop(reinterpret_cast<NSArray*>(wParam));
         return 1;
     case WM_OPEN_DROPPED:
-        OpenBank(m_dropped);
+        OpenDropped();
         return 1;
     case WM_CONTEXTMENU:
         return OnContextMenu(

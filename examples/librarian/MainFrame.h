@@ -76,6 +76,9 @@ private:
     void SelectMessage(int index);
     void OnVerify();
     void OnDrop(NSArray* paths);
+    void OpenDropped();
+    void TakeNewBank(Bank bank);
+    std::string WhyStay();
     void OnNotifyList(const NMLISTVIEW& notification);
     void OnSelected(int index);
     void ShowSelected();
@@ -131,9 +134,9 @@ private:
 
     Bank m_bank;
     std::string m_bankPath;
-    std::string m_dropped;  // the file to open once its drop is over
-    int m_selected = -1;    // index of a message
-    bool m_changed = false; // since the bank was opened or saved
+    std::vector<std::string> m_dropped; // the files to open once their drop is over
+    int m_selected = -1;                // index of a message
+    bool m_changed = false;             // since the bank was opened or saved
     Plugins m_plugins;
     PluginTrials m_trials;
     PluginsDialog* m_pluginsShown = nullptr; // while it is open

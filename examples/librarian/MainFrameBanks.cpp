@@ -37,9 +37,7 @@ void MainFrame::OpenDemoBank(const char* name) {
 }
 
 BOOL MainFrame::OpenBank(const std::string& path) {
-    std::string error;
-    if (m_midi.IsSending()) error = "Still sending: open the file afterwards";
-    if (error.empty() && !MayDropChanges()) error = "Stays with " + m_bank.name;
+    std::string error = WhyStay();
     if (!error.empty() || !ReadBank(path.c_str(), m_bank, error)) {
         SetStatus(error);
         Report("failed %s", error.c_str());
@@ -52,6 +50,21 @@ BOOL MainFrame::OpenBank(const std::string& path) {
     RememberBank(path);
     Report("opened %s %zu messages", m_bank.name.c_str(), m_bank.messages.size());
     return TRUE;
+}
+
+// Why another bank cannot be opened now; "" when it can.
+std::string MainFrame::WhyStay() {
+    if (m_midi.IsSending()) return "Still sending: open the file afterwards";
+    return MayDropChanges() ? "" : "Stays with " + m_bank.name;
+}
+
+// One that has no file yet.
+void MainFrame::TakeNewBank(Bank bank) {
+    m_bank = std::move(bank);
+    m_bankPath.clear();
+    m_changed = true;
+    m_plugins.Describe(m_bank);
+    ShowBank();
 }
 
 void MainFrame::ShowBank() {
@@ -137,13 +150,36 @@ void MainFrame::OnVerify() {
 
 // Opening may ask a question, and the program that the file was dragged from waits for the drop to end.
 void MainFrame::OnDrop(NSArray* paths) {
-    char path[MAX_PATH] = {};
-    if (DragQueryFile(paths, 0xFFFFFFFF, nullptr, 0) == 0) return;
-    DragQueryFile(paths, 0, path, sizeof path);
+    const UINT count = DragQueryFile(paths, 0xFFFFFFFF, nullptr, 0);
+    const bool isFirst = m_dropped.empty();
+    for (UINT i = 0; i < count; ++i) {
+        char path[MAX_PATH] = {};
+        DragQueryFile(paths, i, path, sizeof path);
+        if (path[0]) m_dropped.emplace_back(path);
+    }
     DragFinish(paths);
-    if (!path[0]) return;
-    m_dropped = path;
-    PostMessage(WM_OPEN_DROPPED);
+    if (isFirst && !m_dropped.empty()) PostMessage(WM_OPEN_DROPPED);
+}
+
+// Several files, of one sound each perhaps, are one bank.
+void MainFrame::OpenDropped() {
+    std::vector<std::string> paths = std::move(m_dropped);
+    m_dropped.clear();
+    std::string error;
+    Bank joined;
+    if (paths.size() > 1) ReadBanks(paths, joined, error);
+    if (paths.size() == 1 && !OpenBank(paths.front())) return;
+    if (paths.size() > 1) {
+        if (const std::string why = WhyStay(); !why.empty()) return SetStatus(why);
+        joined.name = "Joined bank.syx";
+        TakeNewBank(std::move(joined));
+        SetStatus("Joined " + std::to_string(paths.size()) + " files; the bank is not saved yet" +
+                  (error.empty() ? "" : ". " + error));
+        Report("joined %zu files, %zu messages", paths.size(), m_bank.messages.size());
+    } else if (!error.empty()) {
+        SetStatus(error);
+        Report("failed %s", error.c_str());
+    }
 }
 
 void MainFrame::OnNotifyList(const NMLISTVIEW& notification) {

@@ -255,6 +255,16 @@ class Drive:
             assert drag.drop(self.main, left + width // 2, top + height // 2)
             self.program.expect(f"opened {name}.syx {count} messages")
             self.trace.expect("WM_DROPFILES", **{"class": "MainFrame"})
+        drag = FileDrag(self.display.environment["DISPLAY"],
+                        [self.data / name for name in ("voices.syx", "make_banks.py", "patches.syx")])
+        assert drag.drop(self.main, left + width // 2, top + height // 2)
+        self.program.expect("joined 2 files, 65 messages")
+        self.display.window(r"^\*Joined bank.syx")
+        self.display.key("ctrl+2")
+        self.program.expect("asks save")
+        wait_for("the question", lambda: self.visible_windows() > self.windows_at_rest)
+        self.display.key("alt+n")
+        self.program.expect("opened patches.syx 64 messages")
 
     def window_manager(self):
         self.trace.skip()
