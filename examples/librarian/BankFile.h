@@ -12,6 +12,8 @@ struct BankMessage {
     SysexBytes bytes; ///< from 0xF0; ends with 0xF7 unless the message was cut short
     SysexInfo info;
     std::string patch; ///< the patch it holds, as a plug-in says; "" when none knows it
+    std::vector<std::string> voices =
+        {}; ///< the names inside of a bank of several, as a plug-in says
 };
 
 struct Bank {

@@ -47,7 +47,7 @@ FrameRects LayOutFrame(int width, int height, const FrameParts& shown) {
     FrameRects rects;
     CRect space(0, 0, width, height);
     rects.status = TakeBottom(space, std::min(Scaled(kStatusHeight), height), true);
-    rects.header = TakeTop(space, HeaderBand::Height(), shown.header);
+    rects.header = TakeTop(space, Scaled(HeaderBand::kHeight), shown.header);
     rects.find = TakeTop(space, Scaled(FindBar::kHeight), shown.find);
     const bool fitsMonitor =
         space.bottom - space.top >= Scaled(kLeastAboveMonitor + kMonitorHeight);

@@ -37,10 +37,6 @@ HeaderBand::HeaderBand() : m_title("No bank"), m_summary("Drop .syx files here")
     SetAccessibleRole(ACCESSIBLE_LABEL);
 }
 
-int HeaderBand::Height() {
-    return Scaled(64);
-}
-
 void HeaderBand::ShowBank(const Bank& bank) {
     m_title = bank.name;
     m_summary = Counted(bank.messages.size(), " message, ", " messages, ") +

@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr std::size_t kMostVoices = 1000; // of one message
+
 bool IsComplete(const LibrarianEditor* editor) {
     return editor && editor->canEdit && editor->create && editor->resize && editor->show &&
            editor->leave && editor->destroy;
@@ -20,15 +22,26 @@ const LibrarianEditor* EditorOf(const LibrarianPluginRecord& record) {
     return reinterpret_cast<const LibrarianEditorRecord&>(record).editor;
 }
 
+using VoiceFunction = decltype(LibrarianVoicesRecord::voice);
+
+VoiceFunction VoicesOf(const LibrarianPluginRecord& record) {
+    if (record.version != LIBRARIAN_VOICES_VERSION) return nullptr;
+    return reinterpret_cast<const LibrarianVoicesRecord&>(record).voice;
+}
+
+bool IsComplete(const LibrarianPluginRecord& record) {
+    if (!record.name) return false;
+    if (record.version == LIBRARIAN_EDITOR_VERSION) return IsComplete(EditorOf(record));
+    return record.describe && (record.version == LIBRARIAN_PLUGIN_VERSION || VoicesOf(record));
+}
+
 // Why a record is of no use, "" when it is.
 std::string ProblemOf(const LibrarianPluginRecord* record) {
     if (!record) return "its entry returned nothing";
-    const bool hasEditor = record->version == LIBRARIAN_EDITOR_VERSION;
-    if (record->version != LIBRARIAN_PLUGIN_VERSION && !hasEditor)
+    if (record->version < LIBRARIAN_PLUGIN_VERSION || record->version > LIBRARIAN_VOICES_VERSION)
         return "it has version " + std::to_string(record->version) + ", which is none of 1 to " +
-               std::to_string(LIBRARIAN_EDITOR_VERSION);
-    const bool complete = hasEditor ? IsComplete(EditorOf(*record)) : record->describe != nullptr;
-    return record->name && complete ? "" : "its record is incomplete";
+               std::to_string(LIBRARIAN_VOICES_VERSION);
+    return IsComplete(*record) ? "" : "its record is incomplete";
 }
 
 std::string Joined(const std::vector<std::string>& texts) {
@@ -42,12 +55,26 @@ std::string TextIn(const char (&buffer)[Size]) {
     return {buffer, strnlen(buffer, Size)};
 }
 
+std::vector<std::string> NamesOfVoices(const LibrarianPluginRecord& plugin,
+                                       const SysexBytes& message) {
+    std::vector<std::string> names;
+    const VoiceFunction voice = VoicesOf(plugin);
+    LibrarianMessageText text = {};
+    while (voice && names.size() < kMostVoices &&
+           voice(message.data(), message.size(), names.size(), &text)) {
+        names.push_back(TextIn(text.patch));
+        text = {};
+    }
+    return names;
+}
+
 void DescribeWith(const LibrarianPluginRecord& plugin, BankMessage& message) {
     LibrarianMessageText text = {};
     if (!plugin.describe || !plugin.describe(message.bytes.data(), message.bytes.size(), &text))
         return;
     message.info.kind = TextIn(text.kind);
     message.patch = TextIn(text.patch);
+    message.voices = NamesOfVoices(plugin, message.bytes);
 }
 
 } // namespace

@@ -39,7 +39,7 @@ public:
     /// The files that must not be loaded, with commas.
     std::string Refused() const;
 
-    /// Gives each message that a plug-in knows the kind and patch name that it says.
+    /// Gives each message that a plug-in knows the kind and the names that it says.
     void Describe(Bank& bank) const;
     /// The first editor that knows the message; null when there is none.
     const LibrarianEditor* EditorFor(const SysexBytes& message) const;
