@@ -136,6 +136,17 @@ class Display:
         names = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
         return tuple(int(re.search(name + r":\s+(-?\d+)", text).group(1)) for name in names)
 
+    def content(self, window, program):
+        """Left and top of what is below the menu bar, once the program knows the size of its window."""
+
+        def place():
+            left, top, width, height = self.geometry(window)
+            sized = [line.split() for line in program.lines() if line.startswith("sized")]
+            is_laid_out = sized and int(sized[-1][1]) == width
+            return (left, top + height - int(sized[-1][2])) if is_laid_out else None
+
+        return wait_for("the window to be laid out", place)
+
     def resize(self, window, width, height):
         self.run("xdotool", "windowsize", window, str(width), str(height))
         wait_for(f"the size {width}x{height}",

@@ -359,9 +359,8 @@ class Drive:
         self.program.expect(answer)
 
     def first_row(self):
-        left, top, _, height = self.display.geometry(self.main)
-        sized = [line for line in self.program.lines() if line.startswith("sized")][-1]
-        return left + 330, top + height - int(sized.split()[2]) + 64 + 36
+        left, top = self.display.content(self.main, self.program)
+        return left + 330, top + 64 + 36
 
     def check_every_item(self):
         """What the drive chose is what the menu file holds."""

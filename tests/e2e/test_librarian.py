@@ -43,9 +43,7 @@ class LibrarianTest(unittest.TestCase):
         program.expect("selected 1")
 
     def content(self, program, window):
-        left, top, _, height = display.geometry(window)
-        sized = [line for line in program.lines() if line.startswith("sized")][-1]
-        return left, top + height - int(sized.split()[2])
+        return display.content(window, program)
 
     def expect_round_trip(self, program, size):
         program.expect(f"sending {size}")

@@ -35,9 +35,8 @@ class Plugins(unittest.TestCase):
         if waits:
             self.program.plugins()
         window = display.window("Librarian")
-        left, top, _, height = display.geometry(window)
-        sized = [line for line in self.program.lines() if line.startswith("sized")][-1]
-        display.click(left + 330, top + height - int(sized.split()[2]) + HEADER + FIRST_ROW)
+        left, top = display.content(window, self.program)
+        display.click(left + 330, top + HEADER + FIRST_ROW)
         self.program.expect("selected 1")
 
     def quit(self):
