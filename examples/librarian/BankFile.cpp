@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
+#include <iterator>
 
 #include <windows.h>
 
@@ -116,13 +116,6 @@ BOOL ReadBytes(HANDLE file, SysexBytes& bytes) {
     return size == 0 || (ReadFile(file, bytes.data(), size, &done, nullptr) && done == size);
 }
 
-// A link stays one: the file that it leads to is replaced.
-std::string BehindLinks(const std::string& path) {
-    std::error_code error;
-    const std::filesystem::path file = std::filesystem::canonical(path, error);
-    return error ? path : file.string();
-}
-
 } // namespace
 
 std::size_t Bank::BadChecksums() const {
@@ -162,13 +155,35 @@ BOOL ReadBank(const char* path, Bank& bank, std::string& error) {
     return TRUE;
 }
 
+void ReadBanks(std::vector<std::string>& paths, Bank& bank, std::string& error) {
+    bank = {};
+    error.clear();
+    const auto isRefused = [&](const std::string& path) {
+        Bank next;
+        std::string why;
+        if (ReadBank(path.c_str(), next, why) &&
+            bank.messages.size() + next.messages.size() > kMostMessages)
+            why = NameOf(path) + " has no room: there are 1,000,000 messages at most";
+        if (error.empty()) error = why;
+        if (!why.empty()) return true;
+        std::move(next.messages.begin(), next.messages.end(), std::back_inserter(bank.messages));
+        bank.junkBytes += next.junkBytes;
+        return false;
+    };
+    std::vector<std::string> read;
+    for (const std::string& path : paths)
+        if (!isRefused(path)) read.push_back(path);
+    paths = std::move(read);
+}
+
 BOOL WriteBank(const std::string& name, const Bank& bank, std::string& error) {
     error = NameOf(name) + " cannot be written";
-    const std::string path = BehindLinks(name);
+    const std::string path = BehindLinks(name);         // a link stays one
     const std::string fresh = PathForJob(path, ".new"); // a full disk must not cost the old file
     const HANDLE file =
         CreateFile(fresh.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
     if (!file) return FALSE;
+    KeepAccess(StoredPath(path), StoredPath(fresh)); // from the first byte on
     BOOL written = TRUE;
     for (const BankMessage& message : bank.messages) {
         const auto size = static_cast<DWORD>(message.bytes.size());
@@ -181,7 +196,7 @@ BOOL WriteBank(const std::string& name, const Bank& bank, std::string& error) {
         RemoveFile(fresh);
         return FALSE;
     }
-    const std::string problem = PutInPlace(fresh, path, true);
-    if (problem.empty()) error.clear();
-    return problem.empty();
+    error = PutInPlace(fresh, path, true);
+    if (!error.empty()) RemoveFile(fresh);
+    return error.empty();
 }

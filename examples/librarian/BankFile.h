@@ -12,6 +12,8 @@ struct BankMessage {
     SysexBytes bytes; ///< from 0xF0; ends with 0xF7 unless the message was cut short
     SysexInfo info;
     std::string patch; ///< the patch it holds, as a plug-in says; "" when none knows it
+    std::vector<std::string> voices =
+        {}; ///< the names inside of a bank of several, as a plug-in says
 };
 
 struct Bank {
@@ -31,6 +33,10 @@ Bank SplitBank(const SysexBytes& file);
 /// Reads and splits a file. FALSE, and `error` for the user with the byte's place, when it cannot be
 /// read, holds no message or one that breaks off; `bank` is then unchanged.
 BOOL ReadBank(const char* path, Bank& bank, std::string& error);
+
+/// Reads several files as one bank: the messages of one file after the other. `paths` keeps those that
+/// were read; why the first of the others was not is in `error`.
+void ReadBanks(std::vector<std::string>& paths, Bank& bank, std::string& error);
 
 /// Writes the messages, one after the other. FALSE, and `error`, when that fails; the file that was
 /// there is then as before.

@@ -7,6 +7,7 @@ namespace {
 // What an item's data says: nothing, or a kind and an index.
 enum Kind : LPARAM { kNothing = 0, kInstrument = 1, kBank = 2 };
 constexpr int kKindShift = 24;
+constexpr int kRoomInRow = 5;
 
 LPARAM DataFor(Kind kind, std::size_t index) {
     return kind << kKindShift | static_cast<LPARAM>(index);
@@ -27,6 +28,15 @@ void BankTree::ShowInstruments(const std::vector<Instrument>& instruments) {
 void BankTree::ShowBanks(const std::string& folder, const std::vector<std::string>& names) {
     m_folder = {folder.empty() ? "No folder yet" : "Folder " + NameOf(folder), kNothing, names};
     Show();
+}
+
+// A row is the line of text and a little room.
+int BankTree::FontHeight() {
+    const HTREEITEM item = InsertItem("M");
+    CRect row;
+    const bool isPlaced = GetItemRect(item, &row, FALSE);
+    DeleteItem(item);
+    return isPlaced ? row.bottom - row.top - kRoomInRow : 0;
 }
 
 // Items that stay keep their place and selection: this happens while the user walks through them.
@@ -67,15 +77,30 @@ void BankTree::RemoveFrom(HTREEITEM item) {
     }
 }
 
+BOOL BankTree::Choose(LPARAM data) {
+    const int index = static_cast<int>(data & ((LPARAM{1} << kKindShift) - 1));
+    if (data >> kKindShift == kInstrument && instrumentChosen) return instrumentChosen(index);
+    if (data >> kKindShift == kBank && bankChosen) return bankChosen(index);
+    return TRUE;
+}
+
+// The tree reports the choice of an item that is not selected yet, and an item's deletion is what ends
+// its selection. New ones come last: those behind it go, too.
+void BankTree::Deselect() {
+    const HTREEITEM item = GetSelectedItem();
+    if (!item) return;
+    RemoveFrom(item);
+    Show();
+}
+
 // The handlers may fill the tree anew.
 int BankTree::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
     if (message != static_cast<int>(WM_NOTIFY))
         return CTreeCtrl::MessageMap(message, wParam, lParam);
     const auto& notice = *reinterpret_cast<const NMTREEVIEW*>(lParam);
     if (notice.hdr.code != TVN_SELCHANGED || !notice.itemNew.hItem) return 1;
-    const auto data = static_cast<LPARAM>(GetItemData(notice.itemNew.hItem));
-    const int index = static_cast<int>(data & ((LPARAM{1} << kKindShift) - 1));
-    if (data >> kKindShift == kInstrument && instrumentChosen) instrumentChosen(index);
-    if (data >> kKindShift == kBank && bankChosen) bankChosen(index);
+    const bool isByMouse = GetKeyState(VK_LBUTTON) < 0; // keys go on from what is selected
+    const BOOL chosen = Choose(static_cast<LPARAM>(GetItemData(notice.itemNew.hItem)));
+    if (!chosen && isByMouse) Deselect();
     return 1;
 }

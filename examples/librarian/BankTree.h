@@ -12,12 +12,15 @@
 
 class BankTree : public CTreeCtrl {
 public:
-    /// Called with an index into what was last shown, when the user chooses it.
-    std::function<void(int)> instrumentChosen;
-    std::function<void(int)> bankChosen;
+    /// Called with an index into what was last shown, when the user chooses it. FALSE: it was refused, and
+    /// may be chosen again at once.
+    std::function<BOOL(int)> instrumentChosen;
+    std::function<BOOL(int)> bankChosen;
 
     void ShowInstruments(const std::vector<Instrument>& instruments);
     void ShowBanks(const std::string& folder, const std::vector<std::string>& names);
+
+    int FontHeight(); ///< of the desktop's font, once the tree has its window
 
     int MessageMap(int message, WPARAM wParam, LPARAM lParam) override;
 
@@ -28,6 +31,8 @@ private:
         std::vector<std::string> banks;
     };
 
+    BOOL Choose(LPARAM data);
+    void Deselect();
     void Show();
     HTREEITEM ShowBranch(HTREEITEM item, const Branch& branch);
     void RemoveFrom(HTREEITEM item);

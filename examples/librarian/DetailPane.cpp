@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "BankFile.h"
+#include "FontScale.h"
 #include "MessageShape.h"
 
 namespace {
@@ -32,8 +33,6 @@ const char* BadgeText(ChecksumState state) {
 } // namespace
 
 DetailPane::DetailPane() {
-    m_titleFont.CreateFont(16, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Arial Bold");
-    m_textFont.CreateFont(12, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Arial");
     m_background.CreateSolidBrush(RGB(246, 248, 251));
     m_rule.CreateSolidBrush(RGB(184, 194, 208));
     m_bar.CreateSolidBrush(RGB(36, 108, 190));
@@ -70,20 +69,21 @@ void DetailPane::Paint() {
     PaintWords(dc);
     if (!m_isShown) return;
     PaintBadge(dc);
-    PaintShape(dc, CRect(kMargin, kShapeTop, client.right - kMargin, client.bottom - kMargin));
+    PaintShape(dc,
+               CRect(kMargin, Scaled(kShapeTop), client.right - kMargin, client.bottom - kMargin));
 }
 
 void DetailPane::PaintWords(CDC& dc) {
-    dc.SelectObject(&m_textFont);
+    SelectScaledFont(dc, m_textFont, 12, "Arial");
     if (!m_isShown) {
         dc.SetTextColor(kHint);
         Write(dc, kMargin, kMargin, "Select a message to see what it is");
         return;
     }
     dc.SetTextColor(kText);
-    Write(dc, kMargin, kMargin + kLine + 6, m_kind);
-    Write(dc, kMargin, kMargin + 2 * kLine + 6, m_maker);
-    dc.SelectObject(&m_titleFont);
+    Write(dc, kMargin, kMargin + Scaled(kLine + 6), m_kind);
+    Write(dc, kMargin, kMargin + Scaled(2 * kLine + 6), m_maker);
+    SelectScaledFont(dc, m_titleFont, 16, "Arial Bold");
     dc.SetTextColor(kTitle);
     Write(dc, kMargin, kMargin - 2, m_title);
 }
@@ -91,12 +91,12 @@ void DetailPane::PaintWords(CDC& dc) {
 void DetailPane::PaintBadge(CDC& dc) {
     const bool isKnown = m_checksum != ChecksumState::None;
     CBrush& brush = !isKnown ? m_none : m_checksum == ChecksumState::Right ? m_right : m_wrong;
-    const int y = kMargin + 3 * kLine + 8;
-    const CRect dot(kMargin, y + 3, kMargin + 8, y + 11);
+    const int y = kMargin + Scaled(3 * kLine + 8);
+    const CRect dot(kMargin, y + Scaled(3), kMargin + Scaled(8), y + Scaled(11));
     dc.FillRect(dot, &brush);
-    dc.SelectObject(&m_textFont);
+    SelectScaledFont(dc, m_textFont, 12, "Arial");
     dc.SetTextColor(kText);
-    Write(dc, kMargin + 14, y, BadgeText(m_checksum));
+    Write(dc, kMargin + Scaled(14), y, BadgeText(m_checksum));
 }
 
 // A bar for each byte, or for several where there are more than columns.

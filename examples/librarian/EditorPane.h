@@ -5,6 +5,8 @@
 
 #include <afxwin.h>
 
+#include "FontScale.h"
+
 #include "LibrarianPlugin.h"
 #include "SysexInfo.h"
 
@@ -22,7 +24,7 @@ public:
     BOOL Open(const LibrarianEditor& editor);
     void Close();
     bool IsOpen() const { return m_instance != nullptr; }
-    int Height() const { return IsOpen() ? m_editor->height : 0; }
+    int Height() const { return IsOpen() ? Scaled(m_editor->height) : 0; }
     const LibrarianEditor* Editor() const { return m_editor; }
 
     void ShowMessage(const SysexBytes& message);

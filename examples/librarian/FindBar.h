@@ -8,7 +8,7 @@
 
 class FindBar : public CDialog {
 public:
-    static constexpr int kHeight = 40;
+    static constexpr int kHeight = 40; ///< to be scaled
 
     /// `find` gets the text and whether to go on behind the selected message; FALSE: nothing found.
     std::function<BOOL(const std::string& text, bool next)> find;

@@ -5,6 +5,7 @@
 
 constexpr UINT WM_MIDI_INPUT = WM_USER + 1;
 constexpr UINT WM_OPEN_DROPPED = WM_USER + 10;
+constexpr UINT WM_PLUGIN_TRIED = WM_USER + 11;
 constexpr UINT kMidiTimer = 1;
 constexpr UINT kMidiTimerInterval = 20;
 constexpr UINT kSaveTimer = 2;

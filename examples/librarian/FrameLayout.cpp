@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "FindBar.h"
+#include "FontScale.h"
 #include "HeaderBand.h"
 
 namespace {
@@ -45,19 +46,20 @@ CRect TakeLeft(CRect& space, int size, bool isShown) {
 FrameRects LayOutFrame(int width, int height, const FrameParts& shown) {
     FrameRects rects;
     CRect space(0, 0, width, height);
-    rects.status = TakeBottom(space, std::min(kStatusHeight, height), true);
-    rects.header = TakeTop(space, HeaderBand::kHeight, shown.header);
-    rects.find = TakeTop(space, FindBar::kHeight, shown.find);
-    const bool fitsMonitor = space.bottom - space.top >= kLeastAboveMonitor + kMonitorHeight;
-    rects.monitor = TakeBottom(space, kMonitorHeight, shown.monitor && fitsMonitor);
+    rects.status = TakeBottom(space, std::min(Scaled(kStatusHeight), height), true);
+    rects.header = TakeTop(space, Scaled(HeaderBand::kHeight), shown.header);
+    rects.find = TakeTop(space, Scaled(FindBar::kHeight), shown.find);
+    const bool fitsMonitor =
+        space.bottom - space.top >= Scaled(kLeastAboveMonitor + kMonitorHeight);
+    rects.monitor = TakeBottom(space, Scaled(kMonitorHeight), shown.monitor && fitsMonitor);
     const bool isEditing = shown.editorHeight > 0;
     const int beside = isEditing ? kEditorBesideTree : kLeastBesideTree;
-    const bool fitsTree = width >= kTreeWidth + beside;
-    rects.tree = TakeLeft(space, kTreeWidth, shown.tree && fitsTree);
+    const bool fitsTree = width >= Scaled(kTreeWidth + beside);
+    rects.tree = TakeLeft(space, Scaled(kTreeWidth), shown.tree && fitsTree);
 
     const int room = std::max(0, static_cast<int>(space.bottom - space.top));
     const int share = room * kHexShare / 100;
-    const int most = std::max(0, room - kLeastList);
+    const int most = std::max(0, room - Scaled(kLeastList));
     const int lower = isEditing ? std::min(std::max(share, shown.editorHeight), most) : share;
     CRect panes = TakeBottom(space, lower, isEditing || shown.hex || shown.detail);
     rects.list = space;
@@ -65,9 +67,10 @@ FrameRects LayOutFrame(int width, int height, const FrameParts& shown) {
         rects.editor = panes;
         return rects;
     }
-    const bool fitsBoth = panes.right - panes.left >= kHexWidth + kLeastDetail;
+    const bool fitsBoth = panes.right - panes.left >= Scaled(kHexWidth + kLeastDetail);
     const bool showsDetail = shown.detail && (fitsBoth || !shown.hex);
-    const int hexWidth = showsDetail ? kHexWidth : static_cast<int>(panes.right - panes.left);
+    const int hexWidth =
+        showsDetail ? Scaled(kHexWidth) : static_cast<int>(panes.right - panes.left);
     rects.hex = TakeLeft(panes, hexWidth, shown.hex);
     if (showsDetail) rects.detail = panes;
     return rects;

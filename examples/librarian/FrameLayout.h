@@ -1,4 +1,4 @@
-// Where the parts of the main window lie. Pure.
+// Where the parts of the main window lie, for the desktop's font (FontScale.h).
 #pragma once
 
 #include <afxwin.h>

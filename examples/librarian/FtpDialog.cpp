@@ -195,7 +195,7 @@ std::string FtpDialog::PathFor(const std::string& name) {
                        "System Exclusive (*.syx)|*.syx|All files (*.*)|*.*||", this);
     dialog.m_ofn.lpstrTitle = "Save Fetched Bank As";
     Report("asks where %s", name.c_str());
-    return dialog.DoModal() == IDOK ? StoredPath(Text(dialog.GetPathName())) : "";
+    return dialog.DoModal() == IDOK ? BehindLinks(StoredPath(Text(dialog.GetPathName()))) : "";
 }
 
 bool FtpDialog::Ask(const std::string& question) {

@@ -3,6 +3,7 @@
 #include <numeric>
 
 #include "BankFile.h"
+#include "FontScale.h"
 
 namespace {
 
@@ -28,15 +29,9 @@ std::string WarningFor(const Bank& bank) {
     return bad ? Counted(bad, " bad checksum", " bad checksums") : "";
 }
 
-void MakeFont(CFont& font, int height, const char* face) {
-    font.CreateFont(height, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, face);
-}
-
 } // namespace
 
-HeaderBand::HeaderBand() : m_title("No bank"), m_summary("Drop a .syx file here") {
-    MakeFont(m_titleFont, 18, "Arial Bold");
-    MakeFont(m_textFont, 12, "Arial");
+HeaderBand::HeaderBand() : m_title("No bank"), m_summary("Drop .syx files here") {
     m_background.CreateSolidBrush(kBackground);
     m_rule.CreateSolidBrush(kRule);
     SetAccessibleRole(ACCESSIBLE_LABEL);
@@ -66,14 +61,14 @@ void HeaderBand::Paint() {
     CRect rule(0, client.bottom - 1, client.right, client.bottom);
     dc.FillRect(rule, &m_rule);
 
-    dc.SelectObject(&m_titleFont);
+    SelectScaledFont(dc, m_titleFont, 18, "Arial Bold");
     dc.SetTextColor(kTitle);
-    dc.TextOut(kMargin, 10, m_title.c_str(), static_cast<int>(m_title.size()));
+    dc.TextOut(kMargin, Scaled(10), m_title.c_str(), static_cast<int>(m_title.size()));
 
     // Alignment 32 goes on where the last text ended.
-    dc.SelectObject(&m_textFont);
+    SelectScaledFont(dc, m_textFont, 12, "Arial");
     dc.SetTextAlign(TA_UPDATECP | TA_TOP);
-    dc.MoveTo(kMargin, 38);
+    dc.MoveTo(kMargin, Scaled(38));
     dc.SetTextColor(kText);
     dc.TextOut(0, 0, m_summary.c_str(), static_cast<int>(m_summary.size()));
     if (!m_warning.empty()) {
@@ -84,6 +79,6 @@ void HeaderBand::Paint() {
 
     dc.SetTextAlign(TA_RIGHT | TA_TOP);
     dc.SetTextColor(kText);
-    dc.TextOut(client.right - kMargin, 14, m_connection.c_str(),
+    dc.TextOut(client.right - kMargin, Scaled(14), m_connection.c_str(),
                static_cast<int>(m_connection.size()));
 }

@@ -9,7 +9,7 @@ struct Bank;
 
 class HeaderBand : public PaintedPane {
 public:
-    static constexpr int kHeight = 64;
+    static constexpr int kHeight = 64; ///< to be scaled
 
     HeaderBand();
 

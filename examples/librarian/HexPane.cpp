@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "FontScale.h"
 #include "HexDump.h"
 
 namespace {
@@ -35,7 +36,6 @@ void Write(CDC& dc, COLORREF color, const std::string& text) {
 } // namespace
 
 HexPane::HexPane() {
-    m_font.CreateFont(kFontHeight, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Courier New");
     m_background.CreateSolidBrush(kBackground);
     m_thumb.CreateSolidBrush(kThumb);
     SetAccessibleName("Bytes of the message");
@@ -107,7 +107,7 @@ BOOL HexPane::OnKey(WPARAM key) {
 int HexPane::VisibleLines() const {
     CRect client;
     GetClientRect(client);
-    return std::max(1, (client.bottom - 2 * kMargin) / kLineHeight);
+    return std::max(1, (client.bottom - 2 * kMargin) / Scaled(kLineHeight));
 }
 
 int HexPane::LastTop() const {
@@ -124,7 +124,7 @@ void HexPane::Paint() {
     CRect client;
     GetClientRect(client);
     dc.FillRect(client, &m_background);
-    dc.SelectObject(&m_font);
+    SelectScaledFont(dc, m_font, kFontHeight, "Courier New");
     dc.SetTextAlign(TA_UPDATECP | TA_TOP);
     if (m_message.empty()) {
         dc.MoveTo(kMargin, kMargin);
@@ -133,7 +133,7 @@ void HexPane::Paint() {
     }
     const int last = std::min(HexLineCount(m_message), m_top + VisibleLines());
     for (int line = m_top; line < last; ++line)
-        PaintLine(dc, line, kMargin + (line - m_top) * kLineHeight);
+        PaintLine(dc, line, kMargin + (line - m_top) * Scaled(kLineHeight));
     PaintThumb(dc, client);
 }
 

@@ -8,9 +8,11 @@
 
 #include <stddef.h>
 
-/* The version of a record that describes messages, and of one that has an editor behind that. */
+/* The version of a record that describes messages, of one that has an editor behind that, and of one
+   that names the voices inside of a message. */
 #define LIBRARIAN_PLUGIN_VERSION 1u
 #define LIBRARIAN_EDITOR_VERSION 2u
+#define LIBRARIAN_VOICES_VERSION 3u
 
 /* Texts end with a zero; they are ASCII. */
 typedef struct LibrarianMessageText {
@@ -42,7 +44,7 @@ typedef struct LibrarianHost {
 /* An editor for the messages that the plug-in knows; one at a time. Main thread only, and no
    exception may come out. */
 typedef struct LibrarianEditor {
-    int height; /* pixels that it needs; its width is the window's */
+    int height; /* pixels that it needs, with a font of 14; its width is the window's */
     int (*canEdit)(const unsigned char* message, size_t size); /* 1 or 0 */
     /* Makes the editor inside `window`, a window handle (HWND) of the library; null on failure. */
     void* (*create)(void* window, const LibrarianHost* host);
@@ -59,6 +61,15 @@ typedef struct LibrarianEditorRecord {
     LibrarianPluginRecord plugin;
     const LibrarianEditor* editor; /* every function is there */
 } LibrarianEditorRecord;
+
+/* A record of version 3; it describes messages, too. */
+typedef struct LibrarianVoicesRecord {
+    LibrarianPluginRecord plugin;
+    /* Puts the name of a voice into `text->patch` (zeros before): 1, or 0 behind the last one and for a
+       message that is not a bank of several. Main thread only. */
+    int (*voice)(const unsigned char* message, size_t size, size_t index,
+                 LibrarianMessageText* text);
+} LibrarianVoicesRecord;
 
 /* The exported function. The record lives as long as the process. */
 #define LIBRARIAN_PLUGIN_ENTRY "LibrarianPlugin"

@@ -1,6 +1,7 @@
 // The window itself: creation, layout, its place on the screen, its end.
 #include "MainFrame.h"
 
+#include "FontScale.h"
 #include "FrameIds.h"
 #include "Report.h"
 #include "resource.h"
@@ -39,29 +40,36 @@ bool IsSame(const CRect& a, const CRect& b) {
 } // namespace
 
 BOOL MainFrame::Open() {
-    m_place = LoadPlace(m_place) ? m_place : kStandardPlace;
+    const BOOL hasPlace = LoadPlace(m_place);
+    if (!hasPlace) m_place = kStandardPlace;
     m_place = FitOnScreen(m_place, ScreenRect());
     if (!Create("", "Librarian", WS_OVERLAPPEDWINDOW | WS_VISIBLE, m_place)) return FALSE;
     MoveWindow(m_place); // Create was given the place of the content
     accelTable = kAccelerators;
     MakeParts();
+    if (!hasPlace) GrowForFont();
     LayOut();
     m_recent.Load();
     m_folder = LoadSetting(setting::kFolder);
     m_instruments = LoadInstruments();
     const BOOL connected = OpenPorts();
     LoadPlugins();
-    const std::string plugins = m_plugins.Names();
-    const std::string refused = m_plugins.Refused();
-    SetStatus(std::string(connected ? "Ready" : "Ready, but MIDI output or input is missing") +
-              (plugins.empty() ? "" : ". Plug-ins: " + plugins) +
-              (refused.empty() ? "" : ". Not loaded: " + refused));
+    SetStatus((connected ? "Ready" : "Ready, but MIDI output or input is missing") + PluginWords());
     ShowRecentBanks();
     ShowFolder();
     ShowPorts();
     ShowInstruments();
     m_list.SetFocus();
     return TRUE;
+}
+
+// The first run's place is for a small font, which is known only now.
+void MainFrame::GrowForFont() {
+    CRect place = m_place;
+    place.right = place.left + Scaled(kStandardPlace.right - kStandardPlace.left);
+    place.bottom = place.top + Scaled(kStandardPlace.bottom - kStandardPlace.top);
+    place = FitOnScreen(place, ScreenRect());
+    if (place.right - place.left > m_place.right - m_place.left) MoveWindow(place);
 }
 
 int MainFrame::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
@@ -91,7 +99,7 @@ int MainFrame::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
         OnDrop(reinterpret_cast<NSArray*>(wParam));
         return 1;
     case WM_OPEN_DROPPED:
-        OpenBank(m_dropped);
+        OpenDropped();
         return 1;
     case WM_CONTEXTMENU:
         return OnContextMenu(
@@ -101,6 +109,9 @@ int MainFrame::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
         return 1;
     case WM_MIDI_INPUT:
         OnMidiInput();
+        return 1;
+    case WM_PLUGIN_TRIED:
+        OnPluginTried();
         return 1;
     case WM_QUERYCLOSE:
         return OnQueryClose() ? 0 : 1;
@@ -113,8 +124,9 @@ int MainFrame::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
 
 void MainFrame::MakeParts() {
     const CRect anywhere(0, 0, 10, 10); // LayOut places them
-    m_header.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_HEADER);
     MakeTree();
+    SetDesktopFont(m_tree.FontHeight());
+    m_header.Create("", "", WS_CHILD | WS_VISIBLE, anywhere, this, IDC_HEADER);
     m_list.Create(WS_CHILD | WS_VISIBLE | LVS_SINGLESEL, anywhere, this, IDC_MESSAGES);
     m_list.AddColumns();
     m_hex.Create("", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP, anywhere, this, IDC_HEX);
@@ -130,8 +142,8 @@ void MainFrame::MakeParts() {
 }
 
 void MainFrame::MakeTree() {
-    m_tree.instrumentChosen = [this](int index) { OpenInstrument(index); };
-    m_tree.bankChosen = [this](int index) { OpenFromFolder(index); };
+    m_tree.instrumentChosen = [this](int index) { return OpenInstrument(index); };
+    m_tree.bankChosen = [this](int index) { return OpenFromFolder(index); };
     m_tree.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 10, 10), this, IDC_TREE);
     m_tree.SetAccessibleName("Instruments and banks");
 }
@@ -203,6 +215,7 @@ void MainFrame::OnDestroyed() {
     EndChord();
     m_midi.Close();
     m_made = false;
+    StopTrials();
     m_editor.Close();
     SaveSettings();
     Report("closed");

@@ -23,10 +23,12 @@
 #include "MidiLink.h"
 #include "MonitorPane.h"
 #include "PatchSheet.h"
+#include "PluginTrials.h"
 #include "Plugins.h"
 #include "RecentBanks.h"
 #include "Settings.h"
 
+class PluginsDialog;
 class ReceiveBankDialog;
 
 class MainFrame : public CFrameWnd {
@@ -38,6 +40,7 @@ public:
 private:
     // Window
     void MakeParts();
+    void GrowForFont();
     void LayOut();
     void NotePlace();
     void OnTimerId(UINT id);
@@ -65,15 +68,20 @@ private:
     void OpenDemoBank(const char* name);
     BOOL OpenBank(const std::string& path);
     void ShowBank();
+    void ShowTitle();
     void RememberBank(const std::string& path);
     void OpenRecent(int index);
-    void OpenFromFolder(int index);
-    void OpenInstrument(int index);
+    BOOL OpenFromFolder(int index);
+    BOOL OpenInstrument(int index);
     void SelectMessage(int index);
     void OnVerify();
     void OnDrop(NSArray* paths);
+    void OpenDropped();
+    void TakeNewBank(Bank bank);
+    std::string WhyStay();
     void OnNotifyList(const NMLISTVIEW& notification);
     void OnSelected(int index);
+    void ShowSelected();
     void OnDeleteMessage();
     BOOL MayDropChanges();
     BOOL SaveBank();
@@ -82,6 +90,10 @@ private:
 
     // Plug-ins
     void LoadPlugins();
+    void OnPluginTried();
+    void PluginsChanged();
+    void StopTrials();
+    std::string PluginWords() const;
     void OnPlugins();
     void MakeEditorPane();
     const LibrarianEditor* SelectedEditor() const;
@@ -123,11 +135,13 @@ private:
 
     Bank m_bank;
     std::string m_bankPath;
-    std::string m_dropped;  // the file to open once its drop is over
-    int m_selected = -1;    // index of a message
-    bool m_changed = false; // since the bank was opened or saved
+    std::vector<std::string> m_dropped; // the files to open once their drop is over
+    int m_selected = -1;                // index of a message
+    bool m_changed = false;             // since the bank was opened or saved
     Plugins m_plugins;
-    int m_edited = -1; // the message that the editor shows
+    PluginTrials m_trials;
+    PluginsDialog* m_pluginsShown = nullptr; // while it is open
+    int m_edited = -1;                       // the message that the editor shows
 
     RecentBanks m_recent;
     std::string m_folder;                   // of the last opened bank

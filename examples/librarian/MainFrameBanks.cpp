@@ -37,9 +37,7 @@ void MainFrame::OpenDemoBank(const char* name) {
 }
 
 BOOL MainFrame::OpenBank(const std::string& path) {
-    std::string error;
-    if (m_midi.IsSending()) error = "Still sending: open the file afterwards";
-    if (error.empty() && !MayDropChanges()) error = "Stays with " + m_bank.name;
+    std::string error = WhyStay();
     if (!error.empty() || !ReadBank(path.c_str(), m_bank, error)) {
         SetStatus(error);
         Report("failed %s", error.c_str());
@@ -54,6 +52,21 @@ BOOL MainFrame::OpenBank(const std::string& path) {
     return TRUE;
 }
 
+// Why another bank cannot be opened now; "" when it can.
+std::string MainFrame::WhyStay() {
+    if (m_midi.IsSending()) return "Still sending: open the file afterwards";
+    return MayDropChanges() ? "" : "Stays with " + m_bank.name;
+}
+
+// One that has no file yet.
+void MainFrame::TakeNewBank(Bank bank) {
+    m_bank = std::move(bank);
+    m_bankPath.clear();
+    m_changed = true;
+    m_plugins.Describe(m_bank);
+    ShowBank();
+}
+
 void MainFrame::ShowBank() {
     m_editor.Close();
     m_selected = -1;
@@ -61,8 +74,13 @@ void MainFrame::ShowBank() {
     m_detail.Clear();
     m_list.ShowBank(m_bank);
     m_header.ShowBank(m_bank);
-    SetTitle((m_bank.name + " - Librarian").c_str());
+    ShowTitle();
     SetStatus("Opened " + m_bank.name);
+}
+
+// With a star while there are changes to save.
+void MainFrame::ShowTitle() {
+    SetTitle(((m_changed ? "*" : "") + m_bank.name + " - Librarian").c_str());
 }
 
 void MainFrame::RememberBank(const std::string& path) {
@@ -88,35 +106,33 @@ void MainFrame::OpenRecent(int index) {
     OpenBank(path);
 }
 
-void MainFrame::OpenFromFolder(int index) {
+BOOL MainFrame::OpenFromFolder(int index) {
     const auto file = static_cast<std::size_t>(index);
-    if (file < m_folderBanks.size())
-        OpenBank((m_folder == "/" ? "" : m_folder) + "/" + m_folderBanks[file]);
+    return file < m_folderBanks.size() &&
+           OpenBank((m_folder == "/" ? "" : m_folder) + "/" + m_folderBanks[file]);
 }
 
 // Opens the instrument's last bank, unless it is open, and selects its first message there.
-void MainFrame::OpenInstrument(int index) {
-    if (static_cast<std::size_t>(index) >= m_instruments.size()) return;
+BOOL MainFrame::OpenInstrument(int index) {
+    if (static_cast<std::size_t>(index) >= m_instruments.size()) return FALSE;
     const Instrument instrument = m_instruments[static_cast<std::size_t>(index)];
-    if (instrument.lastBank.empty()) return;
-    if (instrument.lastBank != m_bankPath && !OpenBank(instrument.lastBank)) return;
+    if (instrument.lastBank.empty()) return FALSE;
+    if (instrument.lastBank != m_bankPath && !OpenBank(instrument.lastBank)) return FALSE;
     for (std::size_t i = 0; i < m_bank.messages.size(); ++i) {
         if (InstrumentOf(m_bank.messages[i].bytes) != instrument.name) continue;
         SelectMessage(static_cast<int>(i));
-        return;
+        break;
     }
+    return TRUE;
 }
 
 void MainFrame::SelectMessage(int index) {
-    const int count = m_list.GetItemCount();
-    for (int row = 0; row < count; ++row) {
-        if (m_list.GetItemData(row) != static_cast<std::uintptr_t>(index)) continue;
-        m_list.SetItemState(-1, 0, LVIS_SELECTED);
-        m_list.SetItemState(row, LVIS_SELECTED, LVIS_SELECTED);
-        m_list.EnsureVisible(row, FALSE);
-        OnSelected(index);
-        return;
-    }
+    const int row = m_list.RowOf(index);
+    if (row < 0) return;
+    m_list.SetItemState(-1, 0, LVIS_SELECTED);
+    m_list.SetItemState(row, LVIS_SELECTED, LVIS_SELECTED);
+    m_list.EnsureVisible(row, FALSE);
+    OnSelected(index);
 }
 
 void MainFrame::OnVerify() {
@@ -134,13 +150,36 @@ void MainFrame::OnVerify() {
 
 // Opening may ask a question, and the program that the file was dragged from waits for the drop to end.
 void MainFrame::OnDrop(NSArray* paths) {
-    char path[MAX_PATH] = {};
-    if (DragQueryFile(paths, 0xFFFFFFFF, nullptr, 0) == 0) return;
-    DragQueryFile(paths, 0, path, sizeof path);
+    const UINT count = DragQueryFile(paths, 0xFFFFFFFF, nullptr, 0);
+    const bool isFirst = m_dropped.empty();
+    for (UINT i = 0; i < count; ++i) {
+        char path[MAX_PATH] = {};
+        DragQueryFile(paths, i, path, sizeof path);
+        if (path[0]) m_dropped.emplace_back(path);
+    }
     DragFinish(paths);
-    if (!path[0]) return;
-    m_dropped = path;
-    PostMessage(WM_OPEN_DROPPED);
+    if (isFirst && !m_dropped.empty()) PostMessage(WM_OPEN_DROPPED);
+}
+
+// Several files, of one sound each perhaps, are one bank.
+void MainFrame::OpenDropped() {
+    std::vector<std::string> paths = std::move(m_dropped);
+    m_dropped.clear();
+    std::string error;
+    Bank joined;
+    if (paths.size() > 1) ReadBanks(paths, joined, error);
+    if (paths.size() == 1 && !OpenBank(paths.front())) return;
+    if (paths.size() > 1) {
+        if (const std::string why = WhyStay(); !why.empty()) return SetStatus(why);
+        joined.name = "Joined bank.syx";
+        TakeNewBank(std::move(joined));
+        SetStatus("Joined " + std::to_string(paths.size()) + " files; the bank is not saved yet" +
+                  (error.empty() ? "" : ". " + error));
+        Report("joined %zu files, %zu messages", paths.size(), m_bank.messages.size());
+    } else if (!error.empty()) {
+        SetStatus(error);
+        Report("failed %s", error.c_str());
+    }
 }
 
 void MainFrame::OnNotifyList(const NMLISTVIEW& notification) {
@@ -158,25 +197,31 @@ void MainFrame::OnSelected(int index) {
         m_detail.Clear();
         return;
     }
-    const BankMessage& message = m_bank.messages[static_cast<std::size_t>(m_selected)];
-    m_hex.ShowMessage(message.bytes);
-    m_detail.ShowMessage(message);
+    m_hex.ShowMessage(m_bank.messages[static_cast<std::size_t>(m_selected)].bytes);
     Report("selected %d", m_selected + 1);
+    ShowSelected();
+    FollowSelection();
+}
+
+// What is known about it.
+void MainFrame::ShowSelected() {
+    const BankMessage& message = m_bank.messages[static_cast<std::size_t>(m_selected)];
+    m_detail.ShowMessage(message);
     if (!message.patch.empty())
         Report("described %s: %s", message.info.kind.c_str(), message.patch.c_str());
-    FollowSelection();
 }
 
 // A bank without messages is none: the last one stays.
 void MainFrame::OnDeleteMessage() {
     if (m_selected < 0 || m_bank.messages.size() < 2 || !m_editor.MayLeave()) return;
     const int index = m_selected;
+    const int row = m_list.RowOf(index);
     m_bank.messages.erase(m_bank.messages.begin() + index);
     m_changed = true;
     ShowBank();
     SetStatus("Message " + std::to_string(index + 1) + " deleted");
     Report("deleted %d, %zu left", index + 1, m_bank.messages.size());
-    SelectMessage(std::min(index, static_cast<int>(m_bank.messages.size()) - 1));
+    SelectMessage(static_cast<int>(m_list.GetItemData(std::min(row, m_list.GetItemCount() - 1))));
 }
 
 // Asks what to do with changes, if there are any. FALSE: go on with this bank.
@@ -201,6 +246,7 @@ BOOL MainFrame::SaveBank() {
     std::string error;
     const BOOL saved = WriteBank(m_bankPath, m_bank, error);
     if (saved) m_changed = false;
+    ShowTitle();
     SetStatus(saved ? "Saved " + m_bank.name : error);
     Report(saved ? "saved bank %s" : "not saved %s", m_bank.name.c_str());
     return saved;

@@ -140,16 +140,16 @@ BOOL MainFrame::OnCommandId(int id) {
 BOOL MainFrame::OnEntry(int id) {
     const struct {
         const MenuEntries& entries;
-        void (MainFrame::*choose)(int index);
-    } runs[] = {{kRecentEntries, &MainFrame::OpenRecent},
-                {kFolderEntries, &MainFrame::OpenFromFolder},
-                {kOutputEntries, &MainFrame::OnOutput},
-                {kInputEntries, &MainFrame::OnInput},
-                {kInstrumentEntries, &MainFrame::OpenInstrument}};
+        void (*choose)(MainFrame& frame, int index);
+    } runs[] = {{kRecentEntries, [](MainFrame& frame, int i) { frame.OpenRecent(i); }},
+                {kFolderEntries, [](MainFrame& frame, int i) { frame.OpenFromFolder(i); }},
+                {kOutputEntries, [](MainFrame& frame, int i) { frame.OnOutput(i); }},
+                {kInputEntries, [](MainFrame& frame, int i) { frame.OnInput(i); }},
+                {kInstrumentEntries, [](MainFrame& frame, int i) { frame.OpenInstrument(i); }}};
     for (const auto& run : runs) {
         const int index = run.entries.IndexOf(id);
         if (index < 0) continue;
-        (this->*run.choose)(index);
+        run.choose(*this, index);
         return TRUE;
     }
     return FALSE;

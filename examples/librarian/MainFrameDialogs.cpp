@@ -83,7 +83,7 @@ BOOL MainFrame::OnSaveAs() {
     m_bank.name = NameOf(path);
     m_changed = false;
     RememberBank(path);
-    SetTitle((m_bank.name + " - Librarian").c_str());
+    ShowTitle();
     SetStatus("Saved " + m_bank.name);
     Report("saved bank %s", m_bank.name.c_str());
     return TRUE;

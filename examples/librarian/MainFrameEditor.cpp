@@ -4,7 +4,6 @@
 #include "BankFolder.h"
 #include "FrameIds.h"
 #include "MainFrame.h"
-#include "PluginTrial.h"
 #include "PluginVerdicts.h"
 #include "PluginsDialog.h"
 #include "Report.h"
@@ -30,21 +29,61 @@ std::string HexOf(const SysexBytes& message) {
 } // namespace
 
 void MainFrame::LoadPlugins() {
-    m_plugins.LoadAll(PluginFolder(), CheckPlugin);
-    const std::string names = m_plugins.Names();
-    Report("plugins %s", names.empty() ? "none" : names.c_str());
-    SettingsChanged(); // the verdicts are there
+    const std::vector<std::string> unknown = m_plugins.LoadAll(PluginFolder(), RecallVerdict);
+    if (!m_trials.Start(this, WM_PLUGIN_TRIED, unknown))
+        for (const std::string& path : unknown) m_plugins.Decide(path, "it cannot be tried");
+    PluginsChanged();
 }
 
+void MainFrame::OnPluginTried() {
+    PluginVerdict verdict;
+    while (m_trials.Take(verdict)) {
+        if (verdict.result.wasTried) RememberVerdict(verdict.path, verdict.result.problem);
+        m_plugins.Decide(verdict.path, verdict.result.problem);
+        PluginsChanged();
+    }
+    SettingsChanged();
+    const bool hasRefused = !m_plugins.Refused().empty();
+    if (!m_trials.AreRunning() && (m_bank.messages.empty() || hasRefused))
+        SetStatus("Ready" + PluginWords());
+}
+
+// What they know is shown; the last trial is reported.
+void MainFrame::PluginsChanged() {
+    m_plugins.Describe(m_bank);
+    m_list.Invalidate();
+    if (m_selected >= 0) ShowSelected();
+    if (m_pluginsShown) m_pluginsShown->ShowFiles();
+    const std::string names = m_plugins.Names();
+    if (!m_trials.AreRunning()) Report("plugins %s", names.empty() ? "none" : names.c_str());
+}
+
+// The window goes away: what was found out is kept for the next time.
+void MainFrame::StopTrials() {
+    m_trials.Stop();
+    PluginVerdict verdict;
+    while (m_trials.Take(verdict))
+        if (verdict.result.wasTried) RememberVerdict(verdict.path, verdict.result.problem);
+}
+
+std::string MainFrame::PluginWords() const {
+    const std::string names = m_plugins.Names();
+    const std::string refused = m_plugins.Refused();
+    return (names.empty() ? "" : ". Plug-ins: " + names) +
+           (refused.empty() ? "" : ". Not loaded: " + refused);
+}
+
+// Those that must not be loaded can be tried once more, unless others are being tried.
 void MainFrame::OnPlugins() {
     PluginsDialog dialog(this, m_plugins, [this] {
+        if (m_trials.AreRunning()) return;
         for (const PluginFile& plugin : m_plugins.Files())
             if (!plugin.problem.empty()) ForgetVerdict(PluginFolder() + "/" + plugin.file);
         LoadPlugins();
-        m_plugins.Describe(m_bank);
-        m_list.Invalidate();
     });
+    m_pluginsShown = &dialog;
     dialog.DoModal();
+    m_pluginsShown = nullptr;
     Report("plug-ins closed");
 }
 
@@ -121,6 +160,7 @@ bool MainFrame::StoreEdit(const SysexBytes& message) {
     m_bank.messages[index].info = DescribeSysex(message);
     m_plugins.Describe(m_bank);
     m_changed = true;
+    ShowTitle();
     m_list.Invalidate();
     if (m_edited == m_selected) {
         m_hex.ShowMessage(message);

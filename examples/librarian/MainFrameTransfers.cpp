@@ -44,11 +44,7 @@ void MainFrame::TakeBank(const std::vector<SysexBytes>& messages) {
     bank.name = "Received bank.syx";
     for (const SysexBytes& message : messages)
         bank.messages.push_back({message, DescribeSysex(message), {}});
-    m_bank = std::move(bank);
-    m_bankPath.clear();
-    m_changed = true;
-    m_plugins.Describe(m_bank);
-    ShowBank();
+    TakeNewBank(std::move(bank));
     SetStatus("Received " + std::to_string(messages.size()) +
               " messages; the bank is not saved yet");
     Report("received bank %zu messages", messages.size());

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "BankFile.h"
+#include "FontScale.h"
 #include "Lower.h"
 
 namespace {
@@ -31,10 +32,12 @@ std::string Padded(std::size_t number, std::size_t digits, char fill) {
 
 void MessageList::AddColumns() {
     int index = 0;
-    for (const auto& column : kColumns) InsertColumn(index++, column.heading, 0, column.width, 0);
+    for (const auto& column : kColumns)
+        InsertColumn(index++, column.heading, 0, Scaled(column.width), 0);
 }
 
 void MessageList::ShowBank(const Bank& bank) {
+    m_sort.Look(RowData());
     m_bank = &bank;
     m_numberDigits = DigitsOf(bank.messages.size());
     m_lengthDigits = 1;
@@ -43,9 +46,28 @@ void MessageList::ShowBank(const Bank& bank) {
     SetItemState(-1, 0, LVIS_SELECTED); // a reload keeps the selected rows
     SetRedraw(FALSE);
     DeleteAllItems();
-    for (std::size_t i = 0; i < bank.messages.size(); ++i)
-        InsertItem(LVIF_PARAM | LVIF_TEXT, static_cast<int>(i), "", 0, 0, 0, i);
+    int row = 0;
+    for (const std::size_t index : Order())
+        InsertItem(LVIF_PARAM | LVIF_TEXT, row++, "", 0, 0, 0, static_cast<LPARAM>(index));
     SetRedraw(TRUE);
+}
+
+std::vector<std::size_t> MessageList::Order() const {
+    std::vector<std::string> texts(m_bank->messages.size());
+    if (m_sort.Column() >= 0)
+        for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = CellText(i, m_sort.Column());
+    return m_sort.OrderOf(texts);
+}
+
+SortWatch::DataOf MessageList::RowData() const {
+    return [this](std::size_t row) { return GetItemData(static_cast<int>(row)); };
+}
+
+int MessageList::RowOf(int index) const {
+    const int count = GetItemCount();
+    for (int row = 0; row < count; ++row)
+        if (GetItemData(row) == static_cast<std::uintptr_t>(index)) return row;
+    return -1;
 }
 
 bool MessageList::Matches(std::size_t index, const std::string& part) const {
@@ -60,10 +82,12 @@ int MessageList::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
     return 1;
 }
 
-void MessageList::FillCell(LV_DISPTEXT& cell) const {
+void MessageList::FillCell(LV_DISPTEXT& cell) {
     const auto index = static_cast<std::size_t>(cell.itemData);
     if (!m_bank || index >= m_bank->messages.size()) return;
-    std::snprintf(cell.text, sizeof cell.text, "%s", CellText(index, cell.column).c_str());
+    const std::string shown = CellText(index, cell.column);
+    std::snprintf(cell.text, sizeof cell.text, "%s", shown.c_str());
+    m_sort.Asked(cell.column, index, shown, static_cast<std::size_t>(GetItemCount()), RowData());
 }
 
 // Numbers are filled up to the width of the largest, because the list sorts by text.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "FontScale.h"
+
 namespace {
 
 constexpr UINT kTimer = 1;
@@ -45,7 +47,6 @@ int PlaceOf(DWORD time, const CRect& roll, DWORD now) {
 } // namespace
 
 MonitorPane::MonitorPane() {
-    m_font.CreateFont(12, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0, "Arial");
     m_background.CreateSolidBrush(kBackground);
     m_black.CreateSolidBrush(RGB(60, 66, 78));
     m_white.CreateSolidBrush(RGB(255, 255, 255));
@@ -136,7 +137,7 @@ void MonitorPane::PaintNote(CDC& dc, const CRect& roll, const Note& note, DWORD 
 
 void MonitorPane::PaintLegend(CDC& dc, const CRect& roll) {
     const std::string words = m_last.empty() ? "Nothing has arrived yet" : m_last;
-    dc.SelectObject(&m_font);
+    SelectScaledFont(dc, m_font, 12, "Arial");
     dc.SetTextColor(m_last.empty() ? kHint : kText);
     dc.TextOut(roll.left + kMargin, roll.top + 4, words.c_str(), static_cast<int>(words.size()));
 }

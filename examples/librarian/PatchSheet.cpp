@@ -1,6 +1,7 @@
 #include "PatchSheet.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "BankFile.h"
 
@@ -20,18 +21,29 @@ std::string Numbered(std::size_t number, std::size_t count) {
     return std::string(digits - text.size(), '0') + text;
 }
 
+std::size_t VoicesIn(const Bank& bank) {
+    return std::accumulate(
+        bank.messages.begin(), bank.messages.end(), std::size_t{0},
+        [](std::size_t sum, const BankMessage& message) { return sum + message.voices.size(); });
+}
+
 } // namespace
 
 std::vector<std::string> SheetLines(const Bank& bank, std::size_t limit) {
     const std::size_t count = bank.messages.size();
-    const std::size_t shown = count <= limit ? count : limit - 1;
+    const std::size_t all = count + VoicesIn(bank);
+    const std::size_t shown = all <= limit ? all : limit - 1;
     std::vector<std::string> lines;
-    for (std::size_t i = 0; i < shown; ++i) {
+    for (std::size_t i = 0; i < count && lines.size() < shown; ++i) {
         const BankMessage& message = bank.messages[i];
+        const bool hasName = !message.patch.empty() && message.voices.empty();
         lines.push_back(Numbered(i + 1, count) + "  " +
-                        (message.patch.empty() ? message.info.kind : message.patch));
+                        (hasName ? message.patch : message.info.kind));
+        for (std::size_t v = 0; v < message.voices.size() && lines.size() < shown; ++v)
+            lines.push_back("    " + Numbered(v + 1, message.voices.size()) + "  " +
+                            message.voices[v]);
     }
-    if (shown < count) lines.push_back("and " + std::to_string(count - shown) + " more");
+    if (shown < all) lines.push_back("and " + std::to_string(all - shown) + " more");
     return lines;
 }
 
@@ -46,6 +58,8 @@ void PatchSheet::ShowBank(const Bank& bank) {
     m_title = bank.name;
     const std::size_t count = bank.messages.size();
     m_summary = std::to_string(count) + (count == 1 ? " message" : " messages");
+    if (const std::size_t voices = VoicesIn(bank))
+        m_summary += ", " + std::to_string(voices) + " voices";
     m_lines = SheetLines(bank, kLines);
 }
 

@@ -9,7 +9,7 @@
 
 struct Bank;
 
-/// "01  Piano 1", at most `limit` of them; the last one says how many are left out.
+/// "01  Piano 1", and below a bank of several the names in it, "    01  Piano 1"; at most `limit` of them; the last one says how many are left out.
 std::vector<std::string> SheetLines(const Bank& bank, std::size_t limit);
 
 class PatchSheet : public CWnd {

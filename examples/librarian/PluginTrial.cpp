@@ -16,12 +16,12 @@
 #include <windows.h>
 
 #include "LibrarianPlugin.h"
-#include "PluginVerdicts.h"
 
 namespace {
 
 constexpr const char* kOption = "--try-plug-in"; // seconds, path
 constexpr int kTimeLimit = 5;
+constexpr DWORD kLook = 5; // milliseconds
 
 // Exit codes that a plug-in which ends the process itself will hardly use.
 enum Ending : int { kReturned = 101, kNoEntry, kThrew };
@@ -78,6 +78,17 @@ std::string TextOfEnding(int status, int seconds) {
     }
 }
 
+// False when somebody else has waited for it.
+bool WaitFor(pid_t child, int& status, const std::atomic<bool>& isStopped) {
+    while (true) {
+        const pid_t ended = waitpid(child, &status, WNOHANG);
+        if (ended == child) return true;
+        if (ended < 0 && errno != EINTR) return false;
+        if (isStopped) kill(child, SIGKILL);
+        Sleep(kLook);
+    }
+}
+
 } // namespace
 
 std::optional<int> TrialAskedFor(int argc, char** argv) {
@@ -87,7 +98,8 @@ std::optional<int> TrialAskedFor(int argc, char** argv) {
     return Try(argv[3]);
 }
 
-TrialResult TryPlugin(const std::string& path, const std::string& program, int seconds) {
+TrialResult TryPlugin(const std::string& path, const std::string& program, int seconds,
+                      const std::atomic<bool>& isStopped) {
     std::string arguments[] = {program, kOption, std::to_string(seconds), path};
     char* const argv[] = {arguments[0].data(), arguments[1].data(), arguments[2].data(),
                           arguments[3].data(), nullptr};
@@ -95,14 +107,10 @@ TrialResult TryPlugin(const std::string& path, const std::string& program, int s
     const int error = posix_spawn(&child, program.c_str(), nullptr, nullptr, argv, environ);
     if (error != 0) return {"it cannot be tried: " + std::generic_category().message(error), false};
     int status = 0;
-    while (waitpid(child, &status, 0) < 0)
-        if (errno != EINTR) return {"it cannot be tried: no process", false};
-    return {TextOfEnding(status, seconds), true};
+    if (!WaitFor(child, status, isStopped)) return {"it cannot be tried: no process", false};
+    return {TextOfEnding(status, seconds), !isStopped};
 }
 
-std::string CheckPlugin(const std::string& path) {
-    if (const std::optional<std::string> known = RecallVerdict(path)) return *known;
-    const TrialResult result = TryPlugin(path, ThisProgram(), kTimeLimit);
-    if (result.wasTried) RememberVerdict(path, result.problem);
-    return result.problem;
+TrialResult TryPlugin(const std::string& path, const std::atomic<bool>& isStopped) {
+    return TryPlugin(path, ThisProgram(), kTimeLimit, isStopped);
 }

@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr std::size_t kMostVoices = 1000; // of one message
+
 bool IsComplete(const LibrarianEditor* editor) {
     return editor && editor->canEdit && editor->create && editor->resize && editor->show &&
            editor->leave && editor->destroy;
@@ -20,15 +22,26 @@ const LibrarianEditor* EditorOf(const LibrarianPluginRecord& record) {
     return reinterpret_cast<const LibrarianEditorRecord&>(record).editor;
 }
 
+using VoiceFunction = decltype(LibrarianVoicesRecord::voice);
+
+VoiceFunction VoicesOf(const LibrarianPluginRecord& record) {
+    if (record.version != LIBRARIAN_VOICES_VERSION) return nullptr;
+    return reinterpret_cast<const LibrarianVoicesRecord&>(record).voice;
+}
+
+bool IsComplete(const LibrarianPluginRecord& record) {
+    if (!record.name) return false;
+    if (record.version == LIBRARIAN_EDITOR_VERSION) return IsComplete(EditorOf(record));
+    return record.describe && (record.version == LIBRARIAN_PLUGIN_VERSION || VoicesOf(record));
+}
+
 // Why a record is of no use, "" when it is.
 std::string ProblemOf(const LibrarianPluginRecord* record) {
     if (!record) return "its entry returned nothing";
-    const bool hasEditor = record->version == LIBRARIAN_EDITOR_VERSION;
-    if (record->version != LIBRARIAN_PLUGIN_VERSION && !hasEditor)
+    if (record->version < LIBRARIAN_PLUGIN_VERSION || record->version > LIBRARIAN_VOICES_VERSION)
         return "it has version " + std::to_string(record->version) + ", which is none of 1 to " +
-               std::to_string(LIBRARIAN_EDITOR_VERSION);
-    const bool complete = hasEditor ? IsComplete(EditorOf(*record)) : record->describe != nullptr;
-    return record->name && complete ? "" : "its record is incomplete";
+               std::to_string(LIBRARIAN_VOICES_VERSION);
+    return IsComplete(*record) ? "" : "its record is incomplete";
 }
 
 std::string Joined(const std::vector<std::string>& texts) {
@@ -42,35 +55,64 @@ std::string TextIn(const char (&buffer)[Size]) {
     return {buffer, strnlen(buffer, Size)};
 }
 
+std::vector<std::string> NamesOfVoices(const LibrarianPluginRecord& plugin,
+                                       const SysexBytes& message) {
+    std::vector<std::string> names;
+    const VoiceFunction voice = VoicesOf(plugin);
+    LibrarianMessageText text = {};
+    while (voice && names.size() < kMostVoices &&
+           voice(message.data(), message.size(), names.size(), &text)) {
+        names.push_back(TextIn(text.patch));
+        text = {};
+    }
+    return names;
+}
+
 void DescribeWith(const LibrarianPluginRecord& plugin, BankMessage& message) {
     LibrarianMessageText text = {};
     if (!plugin.describe || !plugin.describe(message.bytes.data(), message.bytes.size(), &text))
         return;
     message.info.kind = TextIn(text.kind);
     message.patch = TextIn(text.patch);
+    message.voices = NamesOfVoices(plugin, message.bytes);
 }
 
 } // namespace
 
-void Plugins::LoadAll(const std::string& folder, const Check& check) {
+std::vector<std::string> Plugins::LoadAll(const std::string& folder, const Check& check) {
+    std::vector<std::string> unknown;
     for (const std::string& file : FilesIn(folder, ".so")) {
         PluginFile& plugin = FileNamed(file);
         if (!plugin.name.empty()) continue;
         const std::string path = folder + "/" + file;
-        plugin.problem = check ? check(path) : "";
-        if (plugin.problem.empty()) plugin.problem = Load(path, plugin.name);
-        const std::string line = plugin.problem.empty()
-                                     ? "Plug-in loaded: " + plugin.name
-                                     : "Plug-in not loaded: " + file + ": " + plugin.problem;
-        OutputDebugString(line.c_str());
+        const std::optional<std::string> problem = check ? check(path) : "";
+        plugin.isAwaited = !problem;
+        if (problem)
+            Take(plugin, path, *problem);
+        else
+            unknown.push_back(path);
     }
+    return unknown;
+}
+
+void Plugins::Decide(const std::string& path, const std::string& problem) {
+    Take(FileNamed(NameOf(path)), path, problem);
+}
+
+void Plugins::Take(PluginFile& plugin, const std::string& path, const std::string& problem) {
+    plugin.isAwaited = false;
+    plugin.problem = problem.empty() ? Load(path, plugin.name) : problem;
+    const std::string line = plugin.problem.empty()
+                                 ? "Plug-in loaded: " + plugin.name
+                                 : "Plug-in not loaded: " + plugin.file + ": " + plugin.problem;
+    OutputDebugString(line.c_str());
 }
 
 PluginFile& Plugins::FileNamed(const std::string& file) {
     const auto known = std::find_if(m_files.begin(), m_files.end(),
                                     [&](const PluginFile& plugin) { return plugin.file == file; });
     if (known != m_files.end()) return *known;
-    m_files.push_back({file, "", ""});
+    m_files.push_back({file, "", "", false});
     return m_files.back();
 }
 
@@ -97,8 +139,13 @@ std::string Plugins::Names() const {
 std::string Plugins::Refused() const {
     std::vector<std::string> files;
     for (const PluginFile& plugin : m_files)
-        if (!plugin.problem.empty()) files.push_back(plugin.file);
+        if (!plugin.problem.empty() && !plugin.isAwaited) files.push_back(plugin.file);
     return Joined(files);
+}
+
+bool Plugins::AreAwaited() const {
+    return std::any_of(m_files.begin(), m_files.end(),
+                       [](const PluginFile& plugin) { return plugin.isAwaited; });
 }
 
 void Plugins::Describe(Bank& bank) const {

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "FontScale.h"
 #include "Report.h"
 #include "resource.h"
 
@@ -10,15 +11,16 @@ namespace {
 std::string CellText(const PluginFile& plugin, int column) {
     if (column == 0) return plugin.file;
     if (column == 1) return plugin.name;
+    if (plugin.isAwaited) return "Being tried...";
     return plugin.problem.empty() ? "Loaded" : "Not loaded: " + plugin.problem;
 }
 
 } // namespace
 
 void PluginList::AddColumns() {
-    InsertColumn(0, "File", 0, 130);
-    InsertColumn(1, "Name", 0, 150);
-    InsertColumn(2, "State", 0, 356);
+    InsertColumn(0, "File", 0, Scaled(130));
+    InsertColumn(1, "Name", 0, Scaled(150));
+    InsertColumn(2, "State", 0, Scaled(356));
 }
 
 void PluginList::ShowFiles() {
@@ -56,7 +58,8 @@ BOOL PluginsDialog::OnInitDialog() {
 void PluginsDialog::ShowFiles() {
     m_list.ShowFiles();
     CWnd* const again = GetDlgItem(IDC_PLUGINS_AGAIN);
-    if (again && again->view) again->EnableWindow(!m_plugins.Refused().empty());
+    if (again && again->view)
+        again->EnableWindow(!m_plugins.Refused().empty() && !m_plugins.AreAwaited());
     Report("dialog plug-ins: %s",
            m_plugins.Refused().empty() ? "all loaded" : m_plugins.Refused().c_str());
 }
@@ -65,7 +68,6 @@ int PluginsDialog::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
     if (message == static_cast<int>(WM_COMMAND) && LOWORD(wParam) == IDC_PLUGINS_AGAIN &&
         HIWORD(wParam) == BN_CLICKED) {
         m_again();
-        ShowFiles();
         return 1;
     }
     return CDialog::MessageMap(message, wParam, lParam);

@@ -28,10 +28,10 @@ public:
     BOOL OnInitDialog() override;
     void DoDataExchange(CDataExchange* exchange) override;
     int MessageMap(int message, WPARAM wParam, LPARAM lParam) override;
-
-private:
+    /// Again: more is known about them.
     void ShowFiles();
 
+private:
     const Plugins& m_plugins;
     std::function<void()> m_again;
     PluginList m_list;

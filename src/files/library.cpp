@@ -11,11 +11,13 @@
 #include "platform/messagebox.h"
 
 HMODULE LoadLibrary(const char* name) {
-    if (!name || !*name) return nullptr;
-    const std::optional<std::string> path = vm::PosixPath(name, false);
+    // To the loader no name at all would be the program itself.
+    const bool isNamed = name && *name;
+    const std::optional<std::string> path = isNamed ? vm::PosixPath(name, false) : std::nullopt;
     void* library = path ? dlopen(path->c_str(), RTLD_LAZY | RTLD_GLOBAL | RTLD_NODELETE) : nullptr;
     if (library) return library;
-    vm::Log(vm::LogModule::Files, "Dylib open failure for: %s", path.value_or(name).c_str());
+    vm::Log(vm::LogModule::Files, "Dylib open failure for: %s",
+            path.value_or(name ? name : "").c_str());
     const char* error = path ? dlerror() : nullptr; // the loader was not asked for a longer name
     if (error) vm::Log(vm::LogModule::Files, "Dylib error = %s", error);
     return nullptr;

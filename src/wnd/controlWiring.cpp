@@ -9,6 +9,7 @@
 #include <QtCore/QPointer>
 #include <QtCore/QVariant>
 #include <QtGui/QFocusEvent>
+#include <QtGui/QShortcut>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QAbstractSlider>
@@ -67,6 +68,15 @@ const Action* ActionNamed(const QString& name) {
     return nullptr;
 }
 
+// The toolkit shows a button pressed by its key for a while before it clicks: that could be in a dialog
+// that came meanwhile. A key that several have only moves the focus.
+bool ClickAtOnce(QPointer<QAbstractButton> button, const QEvent& shortcut) {
+    if (!button || static_cast<const QShortcutEvent&>(shortcut).isAmbiguous()) return false;
+    if (button->focusPolicy() & Qt::ClickFocus) button->setFocus(Qt::ShortcutFocusReason);
+    if (button) button->click();
+    return true;
+}
+
 // The wire of one control; a child of it. A handler may destroy the control, its window and this.
 class ControlWire : public QObject {
 public:
@@ -109,6 +119,8 @@ public:
     }
 
     bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Shortcut)
+            return ClickAtOnce(qobject_cast<QAbstractButton*>(m_control), *event);
         if (event->type() == QEvent::FocusOut &&
             static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
             FocusLeft();
@@ -139,6 +151,7 @@ private:
 void ConnectButton(ControlWire& wire, QWidget& control) {
     QObject::connect(static_cast<QAbstractButton*>(&control), &QAbstractButton::clicked, &wire,
                      [&wire] { wire.Act(); });
+    control.installEventFilter(&wire);
 }
 
 // The toolkit minds which button of a group is on only once one has had the focus.

@@ -211,6 +211,27 @@ TEST_F(ModalDialog, RoutesOKCancelAndContextClicksItself) {
     dialog.DoModal();
 }
 
+TEST_F(ModalDialog, KeysOfButtonsPressThemAtOnce) {
+    Write(1, UiDialog(UiControl("QPushButton", 21, UiText("text", "&amp;Keep")) +
+                      UiControl("QCheckBox", 22, UiText("text", "S&amp;low")) +
+                      UiControl("QPushButton", 23, UiText("text", "&amp;One")) +
+                      UiControl("QPushButton", 24, UiText("text", "&amp;Other"))));
+    TestDialog dialog;
+    Soon([&] {
+        WindowOf(dialog)->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(WindowOf(dialog)));
+        for (const int key : {Qt::Key_K, Qt::Key_L, Qt::Key_O})
+            QTest::keyClick(WindowOf(dialog), key, Qt::AltModifier);
+        std::vector<int> pressed;
+        for (const auto& command : dialog.Take(WM_COMMAND))
+            if (HIWORD(command.wParam) == BN_CLICKED) pressed.push_back(LOWORD(command.wParam));
+        EXPECT_THAT(pressed, ElementsAre(21, 22)) << "two share the last key";
+        EXPECT_TRUE(Item<QAbstractButton>(dialog, 22)->isChecked());
+        dialog.EndDialog(1);
+    });
+    dialog.DoModal();
+}
+
 TEST_F(ModalDialog, TimersAndPostedMessagesRunInIt) {
     RecordingWindow top;
     top.Create("", "Top", WS_VISIBLE, RECT{80, 90, 380, 290}, nullptr, 0);

@@ -20,13 +20,6 @@ def outcome(text):
     print(f"   {text}", flush=True)
 
 
-def content_top(display, window, program):
-    """The screen position of the window's content: below the menu bar, which adds to the window."""
-    left, top, _, height = display.geometry(window)
-    sized = next(line for line in reversed(program.lines()) if line.startswith("sized"))
-    return left, top + height - int(sized.split()[2])
-
-
 def send(program):
     outcome(program.expect(r"sending \d+"))
     outcome(program.expect(r"sent \d+"))
@@ -40,7 +33,7 @@ def drive(display, program, picture):
     window = display.window("Librarian")
 
     step(2, "click the first message")
-    left, top = content_top(display, window, program)
+    left, top = display.content(window, program)
     display.click(left + LIST_LEFT, top + LIST_TOP + ROW)
     outcome(program.expect("selected 1"))
 

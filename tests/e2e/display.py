@@ -136,6 +136,17 @@ class Display:
         names = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
         return tuple(int(re.search(name + r":\s+(-?\d+)", text).group(1)) for name in names)
 
+    def content(self, window, program):
+        """Left and top of what is below the menu bar, once the program knows the size of its window."""
+
+        def place():
+            left, top, width, height = self.geometry(window)
+            sized = [line.split() for line in program.lines() if line.startswith("sized")]
+            is_laid_out = sized and int(sized[-1][1]) == width
+            return (left, top + height - int(sized[-1][2])) if is_laid_out else None
+
+        return wait_for("the window to be laid out", place)
+
     def resize(self, window, width, height):
         self.run("xdotool", "windowsize", window, str(width), str(height))
         wait_for(f"the size {width}x{height}",
@@ -205,6 +216,11 @@ class Program:
 
     def lines(self):
         return self.report_path.read_text().splitlines()
+
+    def plugins(self):
+        """Waits until every plug-in has been tried; the line of the report that names the loaded ones."""
+        lines = wait_for("the plug-ins", lambda: [line for line in self.lines() if line.startswith("plugins ")])
+        return lines[-1]
 
     def expect(self, line):
         """Waits for a line of the report, behind the one expected last. It may hold a pattern."""

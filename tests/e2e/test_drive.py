@@ -55,6 +55,7 @@ class Drive:
         executable = self.bundle / "Contents/MacOS/Librarian"
         self.program = Program(self.display, executable, folder, bank, environment=environment)
         self.program.expect(r"opened .* 64 messages")
+        self.program.plugins()
         self.main = self.display.window("Librarian")
         self.display.wait_drawn(self.main)
         self.windows_at_rest = self.visible_windows()
@@ -254,6 +255,16 @@ class Drive:
             assert drag.drop(self.main, left + width // 2, top + height // 2)
             self.program.expect(f"opened {name}.syx {count} messages")
             self.trace.expect("WM_DROPFILES", **{"class": "MainFrame"})
+        drag = FileDrag(self.display.environment["DISPLAY"],
+                        [self.data / name for name in ("voices.syx", "make_banks.py", "patches.syx")])
+        assert drag.drop(self.main, left + width // 2, top + height // 2)
+        self.program.expect("joined 2 files, 65 messages")
+        self.display.window(r"^\*Joined bank.syx")
+        self.display.key("ctrl+2")
+        self.program.expect("asks save")
+        wait_for("the question", lambda: self.visible_windows() > self.windows_at_rest)
+        self.display.key("alt+n")
+        self.program.expect("opened patches.syx 64 messages")
 
     def window_manager(self):
         self.trace.skip()
@@ -348,9 +359,8 @@ class Drive:
         self.program.expect(answer)
 
     def first_row(self):
-        left, top, _, height = self.display.geometry(self.main)
-        sized = [line for line in self.program.lines() if line.startswith("sized")][-1]
-        return left + 330, top + height - int(sized.split()[2]) + 64 + 36
+        left, top = self.display.content(self.main, self.program)
+        return left + 330, top + 64 + 36
 
     def check_every_item(self):
         """What the drive chose is what the menu file holds."""

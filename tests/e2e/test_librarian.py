@@ -43,9 +43,7 @@ class LibrarianTest(unittest.TestCase):
         program.expect("selected 1")
 
     def content(self, program, window):
-        left, top, _, height = display.geometry(window)
-        sized = [line for line in program.lines() if line.startswith("sized")][-1]
-        return left, top + height - int(sized.split()[2])
+        return display.content(window, program)
 
     def expect_round_trip(self, program, size):
         program.expect(f"sending {size}")
@@ -94,6 +92,44 @@ class Banks(LibrarianTest):
         display.window("About Librarian")
         display.key("Return")
         program.expect("about")
+        self.quit(program)
+
+    def test_sorted_list_stays_sorted(self):
+        shutil.copy(data / "patches.syx", self.folder)
+        program = self.start(self.folder / "patches.syx")
+        program.expect("opened patches.syx 64 messages")
+        program.plugins()
+        window = display.window("Librarian")
+        left, top = self.content(program, window)
+        display.click(left + 710, top + HEADER + 12)  # the header of the patches
+        self.select_first(program, window)
+        display.key("ctrl+d")
+        program.expect("deleted 1, 63 left")
+        program.expect("selected 9")  # Timbre A10
+        wait_for("the mark of a changed bank", lambda: display.find(r"^\*patches.syx"))
+        display.key("ctrl+1")  # the box answers by itself
+        program.expect("saved bank patches.syx")
+        program.expect("opened voices.syx 1 messages")
+        display.key("ctrl+2")
+        program.expect("opened patches.syx 64 messages")
+        display.click(left + ROW_LEFT, top + HEADER + FIRST_ROW + 20)
+        program.expect("selected 10")
+        self.quit(program)
+
+    def test_refused_bank_of_the_tree_can_be_chosen_again(self):
+        shutil.copy(data / "voices.syx", self.folder)
+        bank = self.folder / "a.syx"
+        bank.write_bytes(b"\xF0\x43")
+        program = self.start(self.folder / "voices.syx")
+        program.expect("opened voices.syx 1 messages")
+        left, top = self.content(program, display.window("Librarian"))
+        display.click(left + 31, top + HEADER + 28)  # expands the folder
+        for _ in range(2):
+            display.click(left + 80, top + HEADER + 47)
+            program.expect("failed a.syx: .*")
+        bank.write_bytes(b"\xF0\x43\xF7")
+        display.click(left + 80, top + HEADER + 47)
+        program.expect("opened a.syx 1 messages")
         self.quit(program)
 
     def test_file_without_messages_is_reported_and_nothing_sent(self):
@@ -300,7 +336,7 @@ class BrokenSurroundings(LibrarianTest):
         copy = self.copy_of_bundle()
         shutil.rmtree(copy / "Contents/PlugIns")
         program, window = self.open("patches.syx", bundle_path=copy)
-        self.assertIn("plugins none", program.lines())
+        self.assertEqual(program.plugins(), "plugins none")
         self.select_first(program, window)
         self.quit(program)
         self.assertNotIn("described", "".join(program.lines()))
@@ -310,7 +346,7 @@ class BrokenSurroundings(LibrarianTest):
         (copy / "Contents/PlugIns/Broken.so").write_text("no shared object")
         shutil.copy(copy / "Contents/MacOS/Librarian", copy / "Contents/PlugIns/NoPlugin.so")
         program, window = self.open("patches.syx", bundle_path=copy)
-        self.assertIn("plugins Voice editor, Patch memory, Six-operator voices", program.lines())
+        self.assertEqual(program.plugins(), "plugins Voice editor, Patch memory, Six-operator voices")
         self.assertIn("Plug-in not loaded: Broken.so", program.log())
         self.assertIn("Plug-in not loaded: NoPlugin.so", program.log())
         self.select_first(program, window)

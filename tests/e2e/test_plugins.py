@@ -14,6 +14,7 @@ LEVEL_OF_OPERATOR_1 = "00 79"
 
 bundle = None  # Librarian.app
 data = None    # the folder of the banks
+odd = None     # the folder of plug-ins that must be refused
 display = None
 
 
@@ -24,17 +25,18 @@ class Plugins(unittest.TestCase):
         self.bank = self.folder / "mine.syx"
         shutil.copy(data / "voices.syx", self.bank)
 
-    def start(self, bundle_path=None, **environment):
+    def start(self, bundle_path=None, waits=True, **environment):
         """The program with the bank open and its message selected."""
         executable = (bundle_path or bundle) / "Contents/MacOS/Librarian"
         self.program = Program(display, executable, self.folder, self.bank,
                                environment=environment)
         self.addCleanup(self.program.__exit__)
         self.program.expect("opened mine.syx 1 messages")
+        if waits:
+            self.program.plugins()
         window = display.window("Librarian")
-        left, top, _, height = display.geometry(window)
-        sized = [line for line in self.program.lines() if line.startswith("sized")][-1]
-        display.click(left + 330, top + height - int(sized.split()[2]) + HEADER + FIRST_ROW)
+        left, top = display.content(window, self.program)
+        display.click(left + 330, top + HEADER + FIRST_ROW)
         self.program.expect("selected 1")
 
     def quit(self):
@@ -78,8 +80,8 @@ class Plugins(unittest.TestCase):
         shutil.copy("/bin/true", copy / "Contents/PlugIns/NoPlugin.so")
         for _ in range(2):
             self.start(copy)
-            self.assertIn("plugins Voice editor, Patch memory, Six-operator voices",
-                          self.program.lines())
+            self.assertEqual(self.program.plugins(),
+                             "plugins Voice editor, Patch memory, Six-operator voices")
             display.menu("alt+h", "p")
             self.program.expect("dialog plug-ins: Broken.so, NoPlugin.so")
             display.window("Plug-ins")
@@ -88,9 +90,23 @@ class Plugins(unittest.TestCase):
         stored = (self.folder / "config/Velmora Win.ini").read_text()
         self.assertEqual(stored.count("/PlugIns/"), 5, stored)
 
+    def test_one_that_hangs_keeps_nobody_waiting(self):
+        copy = self.folder / "Librarian.app"
+        shutil.copytree(bundle, copy)
+        shutil.copy(odd / "Hangs.so", copy / "Contents/PlugIns/ZHangs.so")
+        self.start(copy, waits=False)
+        self.program.expect("described 32 six-operator voices: BRASS 1 to LEAD 4")
+        display.key("ctrl+t")
+        self.program.expect("editor shows 1")
+        self.quit()
+        self.assertNotIn("plugins", " ".join(self.program.lines()))  # the trial was still going on
+        stored = (self.folder / "config/Velmora Win.ini").read_text()
+        self.assertEqual(stored.count("/PlugIns/"), 3, stored)
+
 
 if __name__ == "__main__":
     bundle = pathlib.Path(sys.argv.pop(1)).resolve()
     data = pathlib.Path(sys.argv.pop(1)).resolve()
+    odd = pathlib.Path(sys.argv.pop(1)).resolve()
     with Display() as display:
         unittest.main(verbosity=2)

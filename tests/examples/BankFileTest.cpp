@@ -1,5 +1,6 @@
 #include "librarian/BankFile.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <ostream>
@@ -8,6 +9,8 @@
 
 #include "support/LogCapture.h"
 #include "support/TemporaryHome.h"
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -139,6 +142,25 @@ TEST(BankWrite, FileIsReadBackAndReplacesTheOneBefore) {
     ASSERT_EQ(again.messages.size(), 2u);
     EXPECT_EQ(again.messages[1].bytes, bank.messages[1].bytes);
     EXPECT_EQ(again.junkBytes, 0u);
+}
+
+TEST(BankWrite, KeepsPermissionsAndGoesThroughLinks) {
+    TemporaryHome home;
+    const Bank bank = SplitBank({0xF0, 0x7D, 1, 0xF7});
+    const fs::path file = home.Path() / "banks/bank.syx";
+    fs::create_directories(file.parent_path());
+    fs::create_symlink("banks/bank.syx", home.Path() / "link");
+    fs::create_symlink("link", home.Path() / "linked");
+    for (const fs::perms mode : {fs::perms(0), fs::perms(0600), fs::perms(0664)}) {
+        SCOPED_TRACE(static_cast<int>(mode)); // of the file before; 0 for none
+        if (mode != fs::perms(0)) fs::permissions(file, mode);
+        std::string error;
+        ASSERT_TRUE(WriteBank((home.Path() / "linked").string(), bank, error)) << error;
+        EXPECT_TRUE(fs::is_symlink(home.Path() / "linked"));
+        EXPECT_EQ(home.Read("banks/bank.syx").size(), 4u);
+        const fs::perms now = fs::status(file).permissions();
+        EXPECT_EQ(mode == fs::perms(0) ? mode : now, mode);
+    }
 }
 
 TEST(BankWrite, FailureSaysWhyAndLeavesNothing) {

@@ -7,6 +7,12 @@
 
 namespace fs = std::filesystem;
 
+namespace {
+
+const std::atomic<bool> kNotStopped{false};
+
+} // namespace
+
 TEST(PluginTrial, SaysHowItEnded) {
     const struct {
         const char* plugin;
@@ -25,15 +31,21 @@ TEST(PluginTrial, SaysHowItEnded) {
     for (const auto& row : rows) {
         const std::string path = LIBRARIAN_PLUGINS "/" + std::string(row.plugin) + ".so";
         const bool hangs = row.plugin == std::string("Hangs");
-        const TrialResult result = TryPlugin(path, LIBRARIAN_PROGRAM, hangs ? 1 : 60);
+        const TrialResult result = TryPlugin(path, LIBRARIAN_PROGRAM, hangs ? 1 : 60, kNotStopped);
         EXPECT_EQ(result.problem, row.problem) << row.plugin;
         EXPECT_TRUE(result.wasTried);
     }
 }
 
 TEST(PluginTrial, WithoutAProcessIsNoVerdict) {
-    const TrialResult result = TryPlugin("x.so", "/missing", 1);
+    const TrialResult result = TryPlugin("x.so", "/missing", 1, kNotStopped);
     EXPECT_EQ(result.problem, "it cannot be tried: No such file or directory");
+    EXPECT_FALSE(result.wasTried);
+}
+
+TEST(PluginTrial, StoppedIsNoVerdict) {
+    const std::atomic<bool> stopped{true};
+    const auto result = TryPlugin(LIBRARIAN_PLUGINS "/Hangs.so", LIBRARIAN_PROGRAM, 60, stopped);
     EXPECT_FALSE(result.wasTried);
 }
 

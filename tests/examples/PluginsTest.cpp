@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include "librarian/BankFile.h"
+#include "librarian/PatchSheet.h"
 #include "support/LogCapture.h"
 #include "support/MessageBoxRecorder.h"
 #include "support/TemporaryHome.h"
@@ -86,6 +87,12 @@ TEST_F(PluginFolder, DescribesTheBanksOfTheProgram) {
     m_plugins.Describe(patches);
     EXPECT_EQ(voices.messages[0].info.kind, "32 six-operator voices");
     EXPECT_EQ(voices.messages[0].patch, "BRASS 1 to LEAD 4");
+    const std::vector<std::string> lines = SheetLines(voices, 33);
+    EXPECT_EQ(lines.size(), 33u);
+    EXPECT_EQ(lines.front(), "1  32 six-operator voices");
+    EXPECT_EQ(lines[1], "    01  BRASS 1");
+    EXPECT_EQ(lines.back(), "    32  LEAD 4");
+    EXPECT_EQ(SheetLines(voices, 32).back(), "and 2 more");
     EXPECT_EQ(patches.messages[0].info.kind, "Patch A11");
     EXPECT_EQ(patches.messages[63].info.kind, "Patch A88");
     EXPECT_EQ(patches.messages[63].patch, "Timbre A64");
@@ -139,7 +146,7 @@ TEST_F(PluginFolder, RefusesWhatIsWrongAndLoadsTheRest) {
                     "Plug-in not loaded: NoRecord.so: its entry returned nothing",
                     "Plug-in loaded: Six-operator voices",
                     "Plug-in not loaded: WrongVersion.so: it has version 9, which is none of "
-                    "1 to 2"));
+                    "1 to 3"));
     EXPECT_EQ(boxes.Take().size(), 1u); // of the missing entry
     EXPECT_EQ(m_plugins.Names(), "Six-operator voices");
     EXPECT_EQ(m_plugins.Refused(), "Broken.so, Incomplete.so, IncompleteEditor.so, NoEntry.so, "

@@ -27,6 +27,7 @@ TEST(Libraries, FailureToOpenIsLogged) {
                                            StartsWith("Dylib error = Plugins/Tool.so: ")));
     EXPECT_EQ(LoadLibrary(nullptr), nullptr);
     EXPECT_EQ(LoadLibrary(""), nullptr);
+    EXPECT_THAT(log.TakeLog(), ElementsAre("Dylib open failure for: ", "Dylib open failure for: "));
 }
 
 TEST(Libraries, MissingSymbolShowsTheLoadersText) {

@@ -72,14 +72,16 @@ class Programs(Installation):
         environment = {"HOME": str(self.folder), "PATH": "/usr/bin"}
         run(tool, "ini", "set", file, "Window", "Left", "120", env=environment)
         self.assertEqual("120\n", run(tool, "ini", "get", file, "Window", "Left", env=environment))
+        page = re.search(r"(\S+\.md) in\s+(share/\S+[^.\s])", run(tool, "midi", "--help", env=environment))
+        self.assertTrue((self.prefix / page[2] / page[1]).is_file())
         self.assertIn("Loopback", run(tool, "midi", "list", env={**environment, "VMCORE_MIDI": "loopback"}))
 
     def test_librarian_opens_a_bank(self):
         bank = ROOT / "examples/librarian/data/voices.syx"
         librarian = self.start(self.prefix / "bin/vmcore-librarian", bank)
-        librarian.expect("plugins .+, .+")
         librarian.expect("ready")
         librarian.expect(r"opened voices.syx \d+ messages")
+        self.assertRegex(librarian.plugins(), "plugins .+, .+")
         self.assertNotIn("MainMenu", librarian.log())
 
 
@@ -142,6 +144,14 @@ class Development(Installation):
         program, trace = self.build_with_pkg_config()
         self.assertEqual(0, program.wait(), program.log())
         trace.expect("WM_USER+1", wParam=3, sender="post")
+
+    def test_plugin_of_a_foreign_program(self):
+        [module] = blocks("docs/plug-ins.md", "In a foreign program", "cpp")
+        self.write("foreign.cpp", module)
+        self.check_headers(run(
+            "sh", "-c", " ".join([self.compiler, "-Wall -Werror -fPIC -shared -Wl,-z,defs -H foreign.cpp -o foreign.so",
+                                  "$(pkg-config --cflags --libs vmcore)", *self.flags]),
+            cwd=self.folder, env={**os.environ, **self.environment}))
 
     def test_readme_plugin_in_an_installed_program(self):
         plugin, loading = blocks("README.md", "A plug-in", "cpp")

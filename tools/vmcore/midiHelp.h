@@ -15,7 +15,7 @@ Numbers may change when something is plugged in; names stay. The environment
 variable VMCORE_MIDI chooses the MIDI system ("alsa", "jack", "loopback";
 without it, the first that is there). Names, speeds and pauses can be set in
 'VMCore MIDI.ini' below $XDG_CONFIG_HOME (~/.config), or in the file that
-VMCORE_MIDI_SETUP names: see docs/midi.md.
+VMCORE_MIDI_SETUP names: see midi.md in share/doc/vmcore-tools.
 
 Exit status: 0 well; 1 the answer is no (no such port, a port that disappeared,
 a failed test, stopped before the end); 2 a file cannot be read or written, or

@@ -6,8 +6,8 @@
 #include <vmcore/core/types.h>
 
 /// Opens the library at `name` (translated as every file name is) with its symbols made global. Null
-/// on failure, after the log lines "Dylib open failure for: <path>" and "Dylib error = <text>"; of a
-/// name of more than 255 bytes only the first, of null and an empty name none.
+/// on failure, after the log lines "Dylib open failure for: <path>" and "Dylib error = <text>"; of null,
+/// an empty name and one of more than 255 bytes only the first.
 VM_API HMODULE LoadLibrary(const char* name);
 
 /// The address of a plain exported name. Null for a null handle; for a missing symbol a message box

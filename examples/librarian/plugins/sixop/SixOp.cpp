@@ -48,11 +48,21 @@ int Describe(const unsigned char* message, std::size_t size, LibrarianMessageTex
     return 0;
 }
 
-constexpr LibrarianPluginRecord kRecord = {LIBRARIAN_PLUGIN_VERSION, "Six-operator voices",
-                                           Describe};
+int NameVoice(const unsigned char* message, size_t size, size_t index, LibrarianMessageText* text) {
+    for (const Format& format : kFormats) {
+        if (format.voices == 1 || index >= format.voices || !IsDump(message, size, format))
+            continue;
+        VoiceName(message, format, index).copy(text->patch, sizeof text->patch - 1);
+        return 1;
+    }
+    return 0;
+}
+
+constexpr LibrarianVoicesRecord kRecord = {
+    {LIBRARIAN_VOICES_VERSION, "Six-operator voices", Describe}, NameVoice};
 
 } // namespace
 
 LIBRARIAN_PLUGIN_EXPORT const LibrarianPluginRecord* LibrarianPlugin(void) {
-    return &kRecord;
+    return &kRecord.plugin;
 }
