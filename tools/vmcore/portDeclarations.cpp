@@ -55,6 +55,7 @@ public:
         for (const PortToken& token : tokens) {
             if (token.kind == PortTokenKind::Defined) m_to.macros.insert(std::string(token.text));
             const Step step = m_scopes.Step(token);
+            if (token.IsName() && token.text.starts_with("DECLARE_DYN")) m_scopes.MakePublic();
             if (step == Step::Opened) Open();
             if (step == Step::Ended) End();
             if (step != Step::Inside)

@@ -2,6 +2,8 @@
 // interfaces', and of the public headers, when the tool is built.
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -14,11 +16,22 @@
 
 namespace vm::tool {
 
+/// Hashes a text however it is held, so that looking one up makes no copy.
+struct PortTextHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const {
+        return std::hash<std::string_view>()(text);
+    }
+};
+using PortTexts = std::unordered_set<std::string, PortTextHash, std::equal_to<>>;
+template <class Value>
+using PortTextMap = std::unordered_map<std::string, Value, PortTextHash, std::equal_to<>>;
+
 struct PortClass {
     std::vector<std::string> bases;
-    std::set<std::string, std::less<>> members;                ///< functions and fields
-    std::set<std::string, std::less<>> values;                 ///< of enumerations inside
-    std::unordered_map<std::string, std::string> fieldClasses; ///< the class of m_list, of *m_view
+    std::set<std::string, std::less<>> members; ///< functions and fields
+    std::set<std::string, std::less<>> values;  ///< of enumerations inside
+    PortTextMap<std::string> fieldClasses;      ///< the class of m_list, of *m_view
 };
 
 /// Names are kept as texts: the sources may be gone.
@@ -30,15 +43,15 @@ struct PortDeclarations {
     /// Adds what a source declares.
     void Add(const PortSource& source, Which which);
 
-    std::unordered_set<std::string> types; ///< classes, records, enumerations, aliases
-    std::unordered_set<std::string> macros;
-    std::unordered_set<std::string> functions;  ///< with a body
-    std::unordered_set<std::string> prototypes; ///< without one
-    std::unordered_set<std::string> constants;  ///< and variables
-    std::unordered_map<std::string, PortClass> classes;
-    std::unordered_set<std::string> members; ///< of any class
+    PortTexts types; ///< classes, records, enumerations, aliases
+    PortTexts macros;
+    PortTexts functions;  ///< with a body
+    PortTexts prototypes; ///< without one
+    PortTexts constants;  ///< and variables
+    PortTextMap<PortClass> classes;
+    PortTexts members; ///< of any class
     /// The class of a variable or field of this name; empty when two have different ones.
-    std::unordered_map<std::string, std::string> variableClasses;
+    PortTextMap<std::string> variableClasses;
 };
 
 struct PortVariable {

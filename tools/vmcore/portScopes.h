@@ -48,6 +48,7 @@ public:
     bool InFunction() const;
     std::string_view CurrentClass() const; ///< also of the function it is in; empty for none
     bool InNamedNamespace() const;
+    void MakePublic() { m_scopes.back().isPublic = true; } ///< for macros that hide a 'public:'
 
 private:
     void Directive(std::string_view name);

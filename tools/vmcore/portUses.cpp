@@ -37,10 +37,6 @@ bool IsCast(std::string_view word) {
            word == "const_cast";
 }
 
-bool Contains(const std::unordered_set<std::string>& set, std::string_view name) {
-    return set.contains(std::string(name));
-}
-
 } // namespace
 
 class UseCounter {
@@ -81,7 +77,7 @@ private:
     }
 
     bool IsKnownClass(std::string_view name) const {
-        return m_known.IsClass(name) || m_tree.classes.contains(std::string(name));
+        return m_known.IsClass(name) || m_tree.classes.contains(name);
     }
 
     // 'CFoo* name' and 'name = new CFoo': from here on the name's class is known.
@@ -114,7 +110,7 @@ private:
     }
 
     Found Look(std::string_view className, std::string_view member, int& budget) const {
-        const auto at = m_tree.classes.find(std::string(className));
+        const auto at = m_tree.classes.find(className);
         if (at == m_tree.classes.end()) return {false, m_known.Member(className, member)};
         const PortClass& own = at->second;
         if (own.members.contains(member) || own.values.contains(member)) return {true, {}};
@@ -147,7 +143,7 @@ private:
     }
 
     void ByName(const PortToken& token) {
-        if (!Behind().Is("(") || Contains(m_tree.members, token.text)) return;
+        if (!Behind().Is("(") || m_tree.members.contains(token.text)) return;
         if (!IsUpperCase(token.text[0])) return;
         const PortMember found = m_known.AnyMember(token.text);
         if (found.name.empty())
@@ -203,11 +199,10 @@ private:
     std::string_view ClassOfVariable(std::string_view name) const {
         const auto local = m_locals.find(name);
         if (local != m_locals.end()) return local->second;
-        const std::string text(name);
         int budget = kMostBases;
-        std::string_view className = FieldClass(m_scopes.CurrentClass(), text, budget);
+        std::string_view className = FieldClass(m_scopes.CurrentClass(), name, budget);
         if (className.empty()) {
-            const auto variable = m_tree.variableClasses.find(text);
+            const auto variable = m_tree.variableClasses.find(name);
             if (variable != m_tree.variableClasses.end()) className = variable->second;
         }
         return KnownClass(className);
@@ -215,7 +210,7 @@ private:
 
     std::string_view FieldClass(std::string_view owner, const std::string& field,
                                 int& budget) const {
-        const auto at = m_tree.classes.find(std::string(owner));
+        const auto at = m_tree.classes.find(owner);
         if (at == m_tree.classes.end()) return {};
         const auto known = at->second.fieldClasses.find(field);
         if (known != at->second.fieldClasses.end()) return known->second;
@@ -267,8 +262,14 @@ private:
 
     bool IsOwn(std::string_view name) const {
         if (std::binary_search(kEntryPoints.begin(), kEntryPoints.end(), name)) return false;
-        return Contains(m_tree.types, name) || Contains(m_tree.macros, name) ||
-               Contains(m_tree.functions, name) || Contains(m_tree.constants, name);
+        return m_tree.types.contains(name) || m_tree.macros.contains(name) ||
+               m_tree.functions.contains(name) || m_tree.constants.contains(name);
+    }
+
+    // A handler that the library does not call is the tree's own function, and reached by its message map.
+    bool IsOverride(const PortMember& found, std::string_view name) const {
+        if (found.what.state == PortState::Unknown || IsOfMissingClassOnly(found)) return false;
+        return found.what.state != PortState::Missing || !name.starts_with("On");
     }
 
     // A class of the tree declares a member that its base among the interfaces has.
@@ -281,14 +282,12 @@ private:
         const int at = FunctionNameIn(statement);
         if (at < 0) return;
         const PortToken& name = *statement[static_cast<std::size_t>(at)];
-        const auto own = m_tree.classes.find(std::string(scope.name));
+        const auto own = m_tree.classes.find(scope.name);
         if (name.text == scope.name || own == m_tree.classes.end()) return;
         for (const std::string& base : own->second.bases) {
             const Found found = Look(base, name.text);
             if (found.isOwn || found.member.name.empty()) continue;
-            if (found.member.what.state != PortState::Unknown &&
-                !IsOfMissingClassOnly(found.member))
-                return AddMember(found.member, name.line);
+            if (IsOverride(found.member, name.text)) return AddMember(found.member, name.line);
         }
     }
 
