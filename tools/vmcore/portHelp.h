@@ -4,8 +4,9 @@
 namespace vm::tool {
 
 constexpr const char* kPortHelp =
-    R"(Helps to bring the sources of a Windows program over. docs/porting.md has the way
-of a port, everything that differs, and what to use instead of what is missing.
+    R"(Helps to bring the sources of a Windows program over. In the library's sources
+docs/porting.md has the way of a port, everything that differs, and what to use
+instead of what is missing.
 
   vmcore port scan ~/src/myprogram | less)";
 

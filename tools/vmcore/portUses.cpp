@@ -32,6 +32,13 @@ bool IsUpperCase(char c) {
     return c >= 'A' && c <= 'Z';
 }
 
+// Behind these a name is used, behind other names it is declared.
+bool IsStatementWord(std::string_view word) {
+    constexpr auto words = std::to_array<std::string_view>(
+        {"return", "else", "do", "throw", "case", "new", "delete", "sizeof", "not", "and", "or"});
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
 bool IsCast(std::string_view word) {
     return word == "static_cast" || word == "dynamic_cast" || word == "reinterpret_cast" ||
            word == "const_cast";
@@ -86,12 +93,20 @@ private:
             m_locals[Before(3).text] = className;
             return;
         }
+        if (m_scopes.Current().kind == PortScope::Class && !InParameters()) return; // a field
         std::size_t at = m_at + 1;
         while (Token(at).Is("*") || Token(at).Is("&") || Token(at).Is("const")) ++at;
         const PortToken& next = Token(at + 1);
         const bool isEnd = next.kind == PortTokenKind::Punctuation &&
                            std::string_view(";=,)([{:").find(next.text) != std::string_view::npos;
         if (Token(at).IsName() && isEnd) m_locals[Token(at).text] = className;
+    }
+
+    bool InParameters() const {
+        int depth = 0;
+        for (const PortToken* token : m_scopes.Statement())
+            depth += token->Is("(") ? 1 : token->Is(")") ? -1 : 0;
+        return depth > 0;
     }
 
     void AddMember(const PortMember& found, std::uint32_t line) {
@@ -208,8 +223,7 @@ private:
         return KnownClass(className);
     }
 
-    std::string_view FieldClass(std::string_view owner, const std::string& field,
-                                int& budget) const {
+    std::string_view FieldClass(std::string_view owner, std::string_view field, int& budget) const {
         const auto at = m_tree.classes.find(owner);
         if (at == m_tree.classes.end()) return {};
         const auto known = at->second.fieldClasses.find(field);
@@ -253,8 +267,9 @@ private:
         m_scan.Add(token.text, *known, token.line);
     }
 
+    // Not a declaration.
     bool IsFunctionUse() const {
-        if (Behind().Is("(")) return true;
+        if (Behind().Is("(")) return !Before().IsName() || IsStatementWord(Before().text);
         const bool isHandedOn = Behind().Is(",") || Behind().Is(")") || Behind().Is(";");
         return isHandedOn &&
                (Before().Is("=") || Before().Is("&") || Before().Is(",") || Before().Is("("));
