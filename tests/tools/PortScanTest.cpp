@@ -110,8 +110,8 @@ TEST(PortScan, Uses) {
          {"AfxGetApp there 1", "CWinApp::m_lpCmdLine missing 1"}},
         {"struct A { CEdit e, g; }; void f(A* a) { a->g.Undo(); }",
          {"CEdit there 1", "CEdit::Undo there 1"}},
-        {"struct A { CEdit e; }; struct B { int e; }; void f(B b) { b.e.Undo(); }",
-         {"CEdit there 1"}},
+        {"struct A { CButton e; }; struct B { int e; }; void f(B b) { b.e.SetCheck(1); }",
+         {"CButton difference 1"}},
         // of the object that a function belongs to, also by its bases
         {"class A : public CWnd { void F(); }; void A::F() { UpdateWindow(); F(); }",
          {"CWnd there 1", "CWnd::UpdateWindow there 1"}},

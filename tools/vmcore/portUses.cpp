@@ -262,8 +262,10 @@ private:
 
     void Plain(const PortToken& token) {
         const PortName* const known = m_known.Plain(token.text);
-        if (known == nullptr || (known->isFunction && !IsFunctionUse())) return;
-        if (IsOwn(token.text)) return;
+        if (known == nullptr) return;
+        const bool isEntry =
+            std::binary_search(kEntryPoints.begin(), kEntryPoints.end(), token.text);
+        if (!isEntry && ((known->isFunction && !IsFunctionUse()) || IsOwn(token.text))) return;
         m_scan.Add(token.text, *known, token.line);
     }
 
@@ -276,7 +278,6 @@ private:
     }
 
     bool IsOwn(std::string_view name) const {
-        if (std::binary_search(kEntryPoints.begin(), kEntryPoints.end(), name)) return false;
         return m_tree.types.contains(name) || m_tree.macros.contains(name) ||
                m_tree.functions.contains(name) || m_tree.constants.contains(name);
     }
