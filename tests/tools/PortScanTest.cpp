@@ -40,7 +40,7 @@ TEST(PortTokens, OnlyNamesOutsideOfTextsAndComments) {
         {"#define F(x, y) x + y + z\nx", "z:1 x:2 "},
         {"#define A\\\n b\nc", "b:2 c:3 "},
         {"#if defined(B)\na\n#elif C\nb\n#endif D\nc", "a:2 b:4 c:6 "},
-        {"#if 0\na\n#if 1\nb\n#endif\n#else\nc\n#endif\nd", "c:7 d:9 "},
+        {"#if 0\na\n#if 1\nb\n#endif\ne\n#else\nc\n#endif\nd", "c:8 d:10 "},
         {"#pragma warning(disable: 4)\na", "a:2 "},
         {"\xEF\xBB\xBF"
          "a",
