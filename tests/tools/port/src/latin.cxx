@@ -1,0 +1,2 @@
+// größe
+CDocument* document;
