@@ -25,7 +25,7 @@ GIVEN_UP = 0.1     # of all actions end in their middle
 
 # Resident memory: from its start on most of it comes with what is used for the first time.
 WHOLE = 32 * 1024  # kB that it may gain in a life
-GROWTH = 1024      # kB a minute behind the first minute, in drives of five minutes and more
+GROWTH = 256       # kB a minute behind the first minute, in drives of five minutes and more
 DESCRIPTORS = 4    # by how many the first and the last third of the drive may differ
 THREADS = 3
 
