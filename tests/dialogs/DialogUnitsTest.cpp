@@ -59,6 +59,15 @@ TEST_F(DialogUnits, EverythingDrawnIsScaled) {
     EXPECT_THAT(same, IsRect(1, 2, 3, 4));
 }
 
+TEST_F(DialogUnits, OtherFilesStayInPixels) {
+    ASSERT_TRUE(dialog.Create(1, &top));
+    EXPECT_EQ(Item<QWidget>(dialog, 11)->geometry(), QRect(10, 10, 200, 24));
+    RECT units{0, 0, 4, 8};
+    dialog.MapDialogRect(&units);
+    const QSize base = vm::DialogBaseOf(dialog.view->font());
+    EXPECT_THAT(units, IsRect(0, 0, base.width(), base.height()));
+}
+
 TEST_F(DialogUnits, WrongPropertiesAreLogged) {
     Load(UiControl("QLineEdit", 11, UiDynamic("typing", "roman")) +
          UiControl("QLabel", 12, UiDynamic("typing", "upper")) +
