@@ -166,7 +166,10 @@ TEST_F(WritersLoad, LowFieldsGiveUpTheirFrameNotTheirText) {
 
 TEST_F(WritersLoad, RadioGroupsExcludeTheirOwnOnly) {
     Load(WholeDialog());
-    for (const int id : {20, 22, 21, 23, 22}) ClickItem(dialog, id);
+    for (const int id : {20, 22, 21, 23, 22}) {
+        EXPECT_EQ(dialog.view->childAt(At(id)->geometry().center()), At(id)) << "not the box";
+        ClickItem(dialog, id);
+    }
     const auto isOn = [this](int id) { return dialog.IsDlgButtonChecked(id) == 1; };
     EXPECT_TRUE(!isOn(20) && isOn(21) && isOn(22) && !isOn(23));
     int value = 0;

@@ -38,17 +38,13 @@ public:
         m_width = At<qint32>(m_bytes, 4);
         m_height = At<qint32>(m_bytes, 8) / 2;
         m_bits = At<quint16>(m_bytes, 14);
+        if (!IsKnown()) m_width = m_height = m_bits = 0;
         const quint32 used = At<quint32>(m_bytes, 32);
         const quint32 most = m_bits <= 8 ? quint32{1} << m_bits : 0;
         m_pixels = kHeaderSize + 4 * qsizetype{used && used < most ? used : most};
         m_mask = m_pixels + Stride(m_bits) * m_height;
     }
-    bool IsGood() const {
-        const bool isKnown = m_bits == 1 || m_bits == 4 || m_bits == 8 || m_bits == 16 ||
-                             m_bits == 24 || m_bits == 32;
-        return At<quint32>(m_bytes, 0) == kHeaderSize && isKnown && m_width > 0 && m_height > 0 &&
-               m_width <= kLargestSide && m_height <= kLargestSide && m_mask <= m_bytes.size();
-    }
+    bool IsGood() const { return m_width > 0 && m_mask <= m_bytes.size(); }
     QImage Image() const {
         if (!IsGood()) return {};
         const QImage deep = m_bits == 32 ? WithTransparency() : QImage();
@@ -59,6 +55,12 @@ public:
     int Bits() const { return m_bits; }
 
 private:
+    bool IsKnown() const {
+        const bool isDepth = m_bits == 1 || m_bits == 4 || m_bits == 8 || m_bits == 16 ||
+                             m_bits == 24 || m_bits == 32;
+        return At<quint32>(m_bytes, 0) == kHeaderSize && isDepth && m_width > 0 && m_height > 0 &&
+               m_width <= kLargestSide && m_height <= kLargestSide;
+    }
     qsizetype Stride(int bits) const { return (qsizetype{m_width} * bits + 31) / 32 * 4; }
 
     // As a bitmap file, which the toolkit reads.
@@ -124,7 +126,8 @@ Candidate CandidateOf(const QByteArray& bytes) {
     if (bytes.size() < kSize + 8) return {0, 0, bytes};
     const auto width = qFromBigEndian<quint32>(bytes.constData() + kSize);
     const auto height = qFromBigEndian<quint32>(bytes.constData() + kSize + 4);
-    return {qint64{width} * height, 32, bytes};
+    return {std::min<qint64>(width, kLargestSide) * std::min<qint64>(height, kLargestSide), 32,
+            bytes};
 }
 
 } // namespace
