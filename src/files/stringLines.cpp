@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::size_t kLongestValue = 230; // with the longest key below the limit of a line
 constexpr std::size_t kLongestPart = 4;    // of a character
+constexpr std::size_t kLongestTail = 8;    // so far a character of several bytes is not divided
 constexpr char kSection[] = "Strings";
 constexpr char kHexDigits[] = "0123456789ABCDEF";
 
@@ -49,8 +50,9 @@ std::string WithSafeEnds(std::string value) {
 std::vector<std::string> Values(std::string_view text) {
     std::vector<std::string> values(1);
     for (const char c : text) {
-        const bool isFull = values.back().size() + kLongestPart > kLongestValue;
-        if (isFull && !IsContinuation(c)) values.emplace_back();
+        const std::size_t size = values.back().size() + kLongestPart;
+        const bool isFull = size > kLongestValue + (IsContinuation(c) ? kLongestTail : 0);
+        if (isFull) values.emplace_back();
         values.back() += Escaped(c);
     }
     for (std::string& value : values) value = WithSafeEnds(std::move(value));
