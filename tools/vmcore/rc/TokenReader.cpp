@@ -10,6 +10,12 @@ namespace vm::rc {
 namespace {
 
 constexpr std::string_view kOperators = "+-|&^";
+constexpr std::size_t kLongestQuote = 60;
+
+bool IsNumber(const Token& token) {
+    unsigned long long number = 0;
+    return token.kind == TokenKind::Number && NumberOf(token.text, false, number);
+}
 
 std::int64_t Applied(std::int64_t a, char operation, std::int64_t b) {
     const auto left = static_cast<std::uint64_t>(a);
@@ -49,12 +55,17 @@ void TokenReader::Fail(const Token& at, const std::string& text) const {
     throw SyntaxError{PlaceOf(at), text};
 }
 
-void TokenReader::Expected(const std::string& what) const {
+// "'WS_UNHEARD' of 'MY_STYLE'"
+std::string TokenReader::NextWord() const {
     const Token& token = Peek();
-    if (token.kind == TokenKind::End) Fail(token, "expected " + what + " at the end of the script");
-    std::string word = token.text.substr(0, 60);
-    if (token.call != 0 && token.symbol != token.text) word += "' of '" + token.symbol;
-    Fail(token, "expected " + what + ", not " + (AtText() ? word : "'" + word + "'"));
+    const std::string word = token.text.substr(0, kLongestQuote);
+    const bool ofMacro = token.call != 0 && token.symbol != token.text;
+    return (AtText() ? word : "'" + word + "'") + (ofMacro ? " of '" + token.symbol + "'" : "");
+}
+
+void TokenReader::Expected(const std::string& what) const {
+    if (AtEnd()) Fail(Peek(), "expected " + what + " at the end of the script");
+    Fail(Peek(), "expected " + what + ", not " + NextWord());
 }
 
 bool TokenReader::IsWord(std::string_view word, std::size_t ahead) const {
@@ -101,7 +112,7 @@ std::string TokenReader::Text() {
 
 bool TokenReader::AtNumber() const {
     const Token& token = Peek();
-    if (token.kind == TokenKind::Number) return true;
+    if (IsNumber(token)) return true;
     if (token.kind == TokenKind::Name) return ConstantValue(token.text).has_value();
     return token.Is("(") || token.Is("-") || token.Is("~") || token.Is("+");
 }
@@ -115,7 +126,7 @@ std::int64_t TokenReader::Constant() {
     }
     if (token.kind != TokenKind::Name) Expected("a number");
     const auto value = ConstantValue(token.text);
-    if (!value) Expected("a number (the name is not defined)");
+    if (!value) Fail(token, "expected a number, and " + NextWord() + " is not defined");
     Take();
     return *value;
 }
@@ -198,7 +209,8 @@ Id TokenReader::NameOrNumber() {
         if (isNumber && number <= 65535) return {static_cast<int>(number), {}, text.substr(1)};
         return {std::nullopt, Upper(text), text};
     }
-    if (token.kind != TokenKind::Name) {
+    // A name may begin with a digit.
+    if (token.kind != TokenKind::Name && token.kind != TokenKind::Number) {
         --m_at;
         Expected("a name or a number");
     }

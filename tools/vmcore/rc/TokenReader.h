@@ -59,6 +59,7 @@ public:
     Language TakeLanguage();
 
 private:
+    std::string NextWord() const;
     std::int64_t Operand();
     std::int64_t Constant();
     bool TakeOperator(char& operation);

@@ -141,13 +141,15 @@ Value Condition::Level(std::size_t level, bool counts) {
     if (level == kLevels.size()) return Unary(counts);
     Value left = Level(level + 1, counts);
     for (;;) {
+        const Token* const at = Peek();
         const std::string_view operation = TakeOperator(level);
         if (operation.empty()) return left;
         const bool decided =
             (operation == "||" && left.bits != 0) || (operation == "&&" && left.bits == 0);
         const Value right = Level(level + 1, counts && !decided);
         const bool divides = operation == "/" || operation == "%";
-        if (divides && right.bits == 0 && counts) Fail("the condition divides by zero");
+        if (divides && right.bits == 0 && counts)
+            throw ConditionError{at, "the condition divides by zero"};
         left = divides && right.bits == 0 ? Value{} : Combined(left, operation, right);
     }
 }

@@ -58,7 +58,7 @@ bool LineLexer::Run(bool inComment) {
         if (isComment) {
             if (SkipComment(inComment)) return true;
             inComment = false;
-        } else if (IsBlank(m_text[m_at]) || m_text[m_at] == '\0') {
+        } else if (IsBlank(m_text[m_at])) {
             ++m_at;
             m_glued = false;
         } else {

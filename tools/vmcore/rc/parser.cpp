@@ -35,12 +35,10 @@ void Parser::LeftOut(const Place& place, const std::string& what, const std::str
 
 void Parser::Statement() {
     if (m_reader.TakeMark(";")) return; // behind a macro's call
-    // A resource may be called like a statement.
-    const bool isId = m_reader.Peek(1).kind == TokenKind::Name && m_reader.IsWord("DIALOG", 1);
     Head head{m_reader.Here(), {}, {}, m_language};
-    if (!isId && m_reader.TakeWord("LANGUAGE")) {
+    if (m_reader.TakeWord("LANGUAGE")) {
         m_language = m_reader.TakeLanguage();
-    } else if (!isId && m_reader.TakeWord("STRINGTABLE")) {
+    } else if (m_reader.TakeWord("STRINGTABLE")) {
         head.keyword = "STRINGTABLE";
         ParseStrings(head);
     } else {
@@ -83,7 +81,6 @@ bool Parser::ByKeyword(const Head& head) {
 // They stand behind nearly every type in old scripts: said once.
 void Parser::SkipOptions() {
     while (IsMemoryOption(m_reader.Peek())) {
-        // The last word of "ID ICON FIXED" may be a file without quotes.
         const Token& option = m_reader.Take();
         m_reader.TakeComma();
         if (!m_saidOptions)

@@ -128,6 +128,9 @@ void Preprocessor::Lex(File& file, const SourceLine& line, bool tolerant, Words&
 }
 
 void Preprocessor::TakeLine(File& file, const SourceLine& line) {
+    if (line.text.find('\0') != std::string::npos)
+        throw SyntaxError{{file.path, line.parts[0].line, 1},
+                          "a zero byte: is this Unicode without a byte-order mark, or no text?"};
     const std::size_t first = line.text.find_first_not_of(" \t\f\v\r");
     const bool isDirective =
         !file.lexer.IsInComment() && first != std::string::npos && line.text[first] == '#';

@@ -132,13 +132,10 @@ void AddOptions(CLI::App& rc, Arguments& given) {
     // One at a time: what follows may be the script.
     rc.add_option("--include", given.folders, "Where to look for files, too; may be repeated")
         ->type_name("DIR")
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        ->allow_extra_args(false);
     rc.add_option("--define", given.defines, "A macro; without a value it is 1; may be repeated")
         ->type_name("NAME[=VALUE]")
-        ->expected(1)
-        ->delimiter('\0')
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        ->allow_extra_args(false);
     rc.add_option("--codepage", given.codePage, "Of files that do not say theirs")->type_name("N");
     rc.add_option("--language", given.language, "Of several the one to take: german, 0x407 or 7,1")
         ->type_name("LANGUAGE");
