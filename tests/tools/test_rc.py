@@ -73,6 +73,8 @@ class Rc(unittest.TestCase):
         self.assertEqual("", self.expect(1, wrong, "wrong.rc:3:5: error: expected a control or END"))
         self.assertFalse((self.folder / "out").exists(), "nothing is written")
         self.expect(1, self.run_rc("--out", "out", define="NONE"), "a b.rc:4:9: error: ")
+        self.expect(1, self.run_rc("--out", "out", define='TITLE="x'),
+                    "--define TITLE:1:7: error: expected a closing quote")
         (self.folder / "file").write_text("")
         self.expect(1, self.run_rc("--out", "file"), "cannot make the folder file")
         (self.folder / "taken" / OUTPUT).mkdir(parents=True)

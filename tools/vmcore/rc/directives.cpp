@@ -178,7 +178,8 @@ void Preprocessor::MissingInclude(const Token& at, const std::string& name, bool
     if (IsBuiltInScript(portable))
         return m_report.Add({finding.place, finding.outcome, finding.what,
                              "texts and dialogs of the framework, which brings its own here"});
-    if (quoted) Fail(at, "there is no file '" + name + "' to include");
+    if (quoted)
+        Fail(at, "there is no file '" + name + "' to include; --include DIR says where to look");
     m_report.Add({finding.place, finding.outcome, finding.what,
                   "there is no such file, nor is it built in; --include DIR says where to look"});
 }
@@ -215,9 +216,12 @@ void Preprocessor::CodePagePragma(File& file, const Token& at, const Words& rest
 void Preprocessor::LineNumber(File& file, const Token& at, const Words& rest) {
     const Words words = Expanded(rest);
     unsigned long long number = 0;
-    if (words.empty() || !NumberOf(words[0].text, false, number) || number > 0x3FFFFFFF)
+    if (words.empty() || !NumberOf(words[0].text, false, number) || number == 0 ||
+        number > 0x3FFFFFFF)
         Fail(at, "expected a line's number behind #line");
     file.lineOffset += static_cast<int>(number) - 1 - file.line;
+    if (m_list.files.size() > static_cast<std::size_t>(m_settings.limits.includes))
+        Fail(at, "too many files are named");
     if (words.size() > 1 && words[1].kind == TokenKind::String)
         file.index = IndexOf(std::string(Inside(words[1])));
 }

@@ -39,13 +39,19 @@ void Preprocessor::Fail(const Token& at, const std::string& text) const {
     throw SyntaxError{m_list.PlaceOf(at), text};
 }
 
+// As a file of one line.
+void Preprocessor::DefineOption(const std::string& name, const std::string& value) {
+    const std::string path = "--define " + name;
+    File file = Open(path, name + " " + value, kUtf8);
+    Words words;
+    SourceLine line;
+    if (file.lines.Next(line)) Lex(file, line, false, words);
+    if (words.size() > 1) words[1].glued = false;
+    m_macros.Define(words);
+}
+
 TokenList Preprocessor::Run(const std::string& path, const std::string& bytes) {
-    for (const auto& [name, value] : m_settings.defines) {
-        const int file = IndexOf("--define " + name);
-        Words words;
-        Lexer().Take({name + " " + value, {{0, 1}}}, {file, kDefaultCodePage, 0, false}, words);
-        m_macros.Define(words);
-    }
+    for (const auto& [name, value] : m_settings.defines) DefineOption(name, value);
     Read(path, bytes, 0);
     const Token* const last = m_list.tokens.empty() ? nullptr : &m_list.tokens.back();
     Token end;
@@ -92,7 +98,7 @@ Preprocessor::File Preprocessor::Open(const std::string& path, const std::string
 
 // `codePage`: of the file that includes it; 0 for the first.
 void Preprocessor::Read(const std::string& path, const std::string& bytes, int codePage) {
-    m_read.push_back(path);
+    if (std::find(m_read.begin(), m_read.end(), path) == m_read.end()) m_read.push_back(path);
     m_bytes += bytes.size();
     File file = Open(path, bytes, codePage);
     if (m_bytes > m_settings.limits.sourceBytes)

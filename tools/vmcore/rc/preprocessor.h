@@ -53,6 +53,7 @@ private:
     };
     using Words = std::vector<Token>;
 
+    void DefineOption(const std::string& name, const std::string& value);
     void Read(const std::string& path, const std::string& bytes, int codePage);
     File Open(const std::string& path, const std::string& bytes, int codePage);
     void TakeLines(File& file);
