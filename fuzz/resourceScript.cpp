@@ -1,9 +1,11 @@
-// The compiler of resource scripts, from bytes to resources: code pages, preprocessor, parser,
-// languages. Every include is answered from nothing; "self.rc" is the input itself.
+// The compiler of resource scripts, from bytes to files: code pages, preprocessor, parser, languages,
+// writers. Every include is answered from nothing; "self.rc" is the input itself. Pictures are not read.
 #include <algorithm>
+#include <set>
 #include <string>
 
 #include "rc/compile.h"
+#include "rc/writers.h"
 #include "target.h"
 
 using fuzz::Require;
@@ -42,22 +44,39 @@ void CheckPlace(const vm::rc::Place& place) {
     Require(!place.file.empty(), "a place names its file");
 }
 
+void CheckReport(const vm::rc::Report& report) {
+    for (const vm::rc::Finding& finding : report.Findings()) {
+        CheckPlace(finding.place);
+        Require(finding.outcome == vm::rc::Outcome::Converted || !finding.how.empty(),
+                "what is not converted has a reason");
+    }
+    const std::string text = report.Text();
+    Require(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) ==
+                report.Findings().size(),
+            "every finding is one line");
+}
+
+void CheckFiles(vm::rc::Compiled& compiled) {
+    for (vm::rc::Resource& resource : compiled.resources)
+        if (auto* const picture = std::get_if<vm::rc::Picture>(&resource)) picture->path.clear();
+    std::set<std::string> names;
+    for (const auto& file : vm::rc::WriteFiles(compiled.resources, "a", {}, compiled.report)) {
+        Require(file.name.find('/') == std::string::npos && !file.name.empty() &&
+                    file.name[0] != '.',
+                "files stay in their folder");
+        Require(names.insert(file.name).second, "each file is written once");
+    }
+}
+
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const NoFiles files(fuzz::Text(data, size));
     try {
-        const vm::rc::Compiled compiled = vm::rc::CompileScript(
+        vm::rc::Compiled compiled = vm::rc::CompileScript(
             "a.rc", std::string(fuzz::Text(data, size)), files, SmallSettings());
-        for (const vm::rc::Finding& finding : compiled.report.Findings()) {
-            CheckPlace(finding.place);
-            Require(finding.outcome == vm::rc::Outcome::Converted || !finding.how.empty(),
-                    "what is not converted has a reason");
-        }
-        const std::string text = compiled.report.Text();
-        Require(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) ==
-                    compiled.report.Findings().size(),
-                "every finding is one line");
+        CheckFiles(compiled);
+        CheckReport(compiled.report);
     } catch (const vm::rc::SyntaxError& error) {
         CheckPlace(error.place);
         Require(error.place.line > 0 && !error.text.empty(), "an error says where and what");

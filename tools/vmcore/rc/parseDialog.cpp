@@ -105,8 +105,7 @@ void Parser::ParseKindOfControl(Control& control) {
     m_reader.Take();
     control.windowClass = kind->windowClass;
     if (kind->windowClass == "edit" && control.keyword != "EDITTEXT")
-        m_report.Add({control.place, Outcome::Approximated, control.keyword,
-                      "an ordinary edit: nothing writes with a pen"});
+        LeftOut(control.place, "pen of " + control.keyword, "it is an ordinary edit");
     if (kind->hasText) TakeTextOrImage(control);
     control.id = m_reader.NumberId();
     m_reader.TakeComma();

@@ -64,7 +64,7 @@ void Parser::KeyOptions(Accelerator& key, bool isText) {
     }
     if (!typed && !isText && SameWord(key.symbol.substr(0, 3), "VK_")) {
         key.virtualKey = true;
-        m_report.Add({key.place, Outcome::Approximated, "accelerator " + key.symbol,
+        m_report.Add({key.place, Outcome::Approximated, "type of " + key.symbol,
                       "without VIRTKEY it would be a character: taken for the key"});
     }
     // A text names the key by its letter, which has the number of the capital.

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <tuple>
 
 namespace vm::rc {
 namespace {
@@ -46,7 +47,8 @@ std::string Report::Text() const {
     std::stable_sort(sorted.begin(), sorted.end(), [&](const Finding* a, const Finding* b) {
         const int fileA = files[a->place.file];
         const int fileB = files[b->place.file];
-        return fileA != fileB ? fileA < fileB : a->place.line < b->place.line;
+        return std::tie(fileA, a->place.line, a->place.column) <
+               std::tie(fileB, b->place.line, b->place.column);
     });
     std::string text;
     for (const Finding* finding : sorted) text += LineOf(*finding);
