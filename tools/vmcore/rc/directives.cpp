@@ -222,8 +222,9 @@ void Preprocessor::LineNumber(File& file, const Token& at, const Words& rest) {
     file.lineOffset += static_cast<int>(number) - 1 - file.line;
     if (m_list.files.size() > static_cast<std::size_t>(m_settings.limits.includes))
         Fail(at, "too many files are named");
-    if (words.size() > 1 && words[1].kind == TokenKind::String)
-        file.index = IndexOf(std::string(Inside(words[1])));
+    if (words.size() < 2 || words[1].kind != TokenKind::String) return;
+    const std::string_view name = Inside(words[1]);
+    if (!name.empty()) file.index = IndexOf(std::string(name));
 }
 
 } // namespace vm::rc
