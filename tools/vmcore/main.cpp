@@ -1,5 +1,5 @@
 // The program `vmcore`: puts the subcommands together and turns their ends into an exit status. Each
-// subsystem adds its own, see ini.h, midi.h, port.h and ui.h.
+// subsystem adds its own, see ini.h, midi.h, port.h, rc/rc.h and ui.h.
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -11,6 +11,7 @@
 #include "ini.h"
 #include "midi.h"
 #include "port.h"
+#include "rc/rc.h"
 #include "ui.h"
 
 namespace {
@@ -51,6 +52,7 @@ int main(int argc, char** argv) {
     vm::tool::AddIniCommands(app);
     vm::tool::AddMidiCommands(app);
     vm::tool::AddPortCommands(app);
+    vm::tool::AddRcCommand(app);
     vm::tool::AddUiCommands(app);
     vm::SetLineSink(ShowWarning);
     const int status = Run(app, argc, argv);
