@@ -44,4 +44,5 @@
 #include <vmcore/wnd/clipboard.h>
 #include <vmcore/wnd/frames.h>
 #include <vmcore/wnd/input.h>
+#include <vmcore/wnd/messageMap.h>
 #include <vmcore/wnd/screen.h>

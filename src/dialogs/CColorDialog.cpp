@@ -93,7 +93,4 @@ COLORREF* CColorDialog::GetSavedCustomColors() {
     return s_colors;
 }
 
-CRuntimeClass* CColorDialog::GetRuntimeClass() const {
-    static CRuntimeClass s_class{"CColorDialog"};
-    return &s_class;
-}
+IMPLEMENT_DYNAMIC(CColorDialog, CDialog)

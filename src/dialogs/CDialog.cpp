@@ -8,6 +8,7 @@
 #include "dialogs/dialogRun.h"
 #include "platform/messagebox.h"
 #include "wnd/CWndViewController.h"
+#include "wnd/messageMap.h"
 #include "wnd/messageTrace.h"
 #include "wnd/views.h"
 #include "wnd/windowState.h"
@@ -102,6 +103,7 @@ static LRESULT Answer(CDialog& dialog, UINT message, WPARAM wParam, LPARAM lPara
         if (reinterpret_cast<HWND>(wParam) != dialog.view) return 1; // a click on a control
         break;
     case WM_COMMAND:
+        if (vm::map::HasCommand(dialog, wParam)) break; // of its message map
         if (LOWORD(wParam) == IDOK) return dialog.OnOK(), 1;
         if (LOWORD(wParam) == IDCANCEL) return dialog.OnCancel(), 1;
         break;
@@ -116,7 +118,4 @@ LRESULT CDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
                       [=, this] { return Answer(*this, message, wParam, lParam); });
 }
 
-CRuntimeClass* CDialog::GetRuntimeClass() const {
-    static CRuntimeClass s_class{"CDialog"};
-    return &s_class;
-}
+IMPLEMENT_DYNAMIC(CDialog, CWnd)

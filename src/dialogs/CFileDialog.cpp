@@ -82,7 +82,4 @@ CString CFileDialog::GetNextPathName(POSITION& position) const {
     return Text(path + name);
 }
 
-CRuntimeClass* CFileDialog::GetRuntimeClass() const {
-    static CRuntimeClass s_class{"CFileDialog"};
-    return &s_class;
-}
+IMPLEMENT_DYNAMIC(CFileDialog, CDialog)

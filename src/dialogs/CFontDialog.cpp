@@ -86,7 +86,4 @@ CString CFontDialog::GetStyleName() const {
     return m_cf.lpszStyle ? CString(m_cf.lpszStyle) : CString();
 }
 
-CRuntimeClass* CFontDialog::GetRuntimeClass() const {
-    static CRuntimeClass s_class{"CFontDialog"};
-    return &s_class;
-}
+IMPLEMENT_DYNAMIC(CFontDialog, CDialog)

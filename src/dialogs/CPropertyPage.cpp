@@ -74,7 +74,4 @@ LRESULT CPropertyPage::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     });
 }
 
-CRuntimeClass* CPropertyPage::GetRuntimeClass() const {
-    static CRuntimeClass s_class{"CPropertyPage"};
-    return &s_class;
-}
+IMPLEMENT_DYNAMIC(CPropertyPage, CDialog)

@@ -108,10 +108,7 @@ LRESULT CPropertySheet::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
                       [this]() -> LRESULT { return OnInitDialog(); });
 }
 
-CRuntimeClass* CPropertySheet::GetRuntimeClass() const {
-    static CRuntimeClass s_class{"CPropertySheet"};
-    return &s_class;
-}
+IMPLEMENT_DYNAMIC(CPropertySheet, CWnd)
 
 void CPropertySheet::AddPage(CPropertyPage* page) {
     if (page && !page->m_sheet) m_pages->Add(*page);

@@ -11,6 +11,7 @@
 #include "wnd/MessageTaker.h"
 #include "wnd/RecoverPane.h"
 #include "wnd/boundHandle.h"
+#include "wnd/messageMap.h"
 #include "wnd/winMessage.h"
 
 namespace {
@@ -160,7 +161,7 @@ BOOL CWnd::OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
     }
     if (message == WM_COMMAND && IsGone(this)) return TRUE; // ended by the control
     const int answer = MessageMap(static_cast<int>(message), wParam, lParam);
-    *result = answer;
+    *result = vm::map::ResultOf(answer);
     // Only the low byte says "handled": hosts' maps answer with 8-bit truth values.
     return (answer & 0xFF) != 0;
 }
@@ -242,8 +243,7 @@ void CWnd::CalcWindowRect(RECT*, UINT) {}
 void CWnd::OnClose() {
     DestroyWindow();
 }
-
-CRuntimeClass* CWnd::GetRuntimeClass() const {
-    static CRuntimeClass s_class{"CWnd"};
-    return &s_class;
+void CWnd::OnContextMenu(CWnd* clicked, CPoint point) {
+    DefWindowProc(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(clicked ? clicked->view : nullptr),
+                  MAKELPARAM(point.x, point.y));
 }

@@ -279,13 +279,20 @@ UINT CWnd::SetTimer(UINT id, UINT elapse, TIMERPROC procedure) {
     return frame && frame->m_timer ? frame->m_timer->setTimer(id, elapse, stored) : 0;
 }
 
+// By name: a host may have a record of its own for its frame.
+static bool IsMDIFrame(const CRuntimeClass* record) {
+    while (record && strcasecmp(record->m_lpszClassName, "CMDIFrameWnd") != 0)
+        record = record->m_pfnGetBaseClass ? record->m_pfnGetBaseClass() : nullptr;
+    return record != nullptr;
+}
+
 BOOL CWnd::KillTimer(UINT id) {
     if (nsWindow) {
         CWndDelegate* delegate = vm::DelegateOf(nsWindow);
         return delegate && delegate->killTimer(id);
     }
     if (view) return vm::KillTimerOf(this, id);
-    if (strcasecmp(GetRuntimeClass()->m_lpszClassName, "CMDIFrameWnd") != 0) return FALSE;
+    if (!IsMDIFrame(GetRuntimeClass())) return FALSE;
     auto* frame = dynamic_cast<CMDIFrameWnd*>(this);
     return frame && frame->m_timer && frame->m_timer->killTimer(id);
 }

@@ -18,20 +18,18 @@ namespace {
 
 constexpr int kBarHeight = 16;
 
-template <class T>
-CRuntimeClass* ClassNamed(const char* name) {
-    static CRuntimeClass s_class{name};
-    return &s_class;
-}
-
 } // namespace
+
+IMPLEMENT_DYNCREATE(CFrameWnd, CWnd)
+IMPLEMENT_DYNCREATE(CMDIFrameWnd, CFrameWnd)
+IMPLEMENT_DYNCREATE(CMDIChildWnd, CFrameWnd)
+IMPLEMENT_DYNCREATE(CMiniFrameWnd, CFrameWnd)
+IMPLEMENT_DYNAMIC(CControlBar, CWnd)
+IMPLEMENT_DYNAMIC(CToolBar, CControlBar)
+IMPLEMENT_DYNAMIC(CStatusBar, CWnd)
 
 CFrameWnd::CFrameWnd() = default;
 CFrameWnd::~CFrameWnd() = default;
-CRuntimeClass* CFrameWnd::GetRuntimeClass() const {
-    return ClassNamed<CFrameWnd>("CFrameWnd");
-}
-
 BOOL CFrameWnd::LoadFrame(UINT, DWORD frameStyle, CWnd* parent, CCreateContext* context) {
     return Create("", "", frameStyle, RECT{0, 0, 100, 100}, parent, context);
 }
@@ -75,10 +73,6 @@ CMDIFrameWnd::~CMDIFrameWnd() {
     delete m_timer;
 }
 
-CRuntimeClass* CMDIFrameWnd::GetRuntimeClass() const {
-    return ClassNamed<CMDIFrameWnd>("CMDIFrameWnd");
-}
-
 BOOL CMDIFrameWnd::LoadFrame(UINT, DWORD, CWnd*, CCreateContext*) {
     CREATESTRUCT cs{};
     WindowProc(WM_CREATE, 0, reinterpret_cast<LPARAM>(&cs));
@@ -93,13 +87,6 @@ CWnd* CMDIFrameWnd::MDIGetActive(BOOL* maximized) const {
 BOOL CMDIFrameWnd::KillTimer(UINT id) {
     return vm::Guarded(vm::LogModule::Wnd, "CMDIFrameWnd::KillTimer()", BOOL{FALSE},
                        [&] { return static_cast<BOOL>(!view && m_timer->killTimer(id)); });
-}
-
-CRuntimeClass* CMDIChildWnd::GetRuntimeClass() const {
-    return ClassNamed<CMDIChildWnd>("CMDIChildWnd");
-}
-CRuntimeClass* CMiniFrameWnd::GetRuntimeClass() const {
-    return ClassNamed<CMiniFrameWnd>("CMiniFrameWnd");
 }
 
 namespace {

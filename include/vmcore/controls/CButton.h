@@ -38,7 +38,8 @@ enum : int {
 };
 
 class VM_API CButton : public CWnd {
-public:
+    DECLARE_DYNAMIC(CButton)
+
     using CWnd::Create;
     /// WS_GROUP begins a new group of radio buttons: of those made in one parent, each excludes the
     /// others from the last button with WS_GROUP on. `&` marks the key that works the button. FALSE

@@ -27,7 +27,8 @@ constexpr DWORD CBS_HASSTRINGS = 0x01000000;       ///< always so
 constexpr DWORD CBS_NOINTEGRALHEIGHT = 0x02000000; ///< always so
 
 class VM_API CComboBox : public CWnd {
-public:
+    DECLARE_DYNAMIC(CComboBox)
+
     using CWnd::Create;
     /// The rectangle may include the open list: the field gets its usual height. FALSE when the
     /// parent has no view.

@@ -39,7 +39,8 @@ constexpr DWORD ES_WANTRETURN = 0x40000000;
 constexpr DWORD ES_NUMBER = 0x80000000; ///< only the digits 0 to 9 can be typed
 
 class VM_API CEdit : public CWnd {
-public:
+    DECLARE_DYNAMIC(CEdit)
+
     using CWnd::Create;
     /// With WS_TABSTOP the Tab key leaves a field of many lines, too, and Ctrl+Tab writes a tab; without
     /// it Tab does. FALSE when the parent has no view.

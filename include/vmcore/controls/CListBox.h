@@ -39,7 +39,8 @@ constexpr DWORD LBS_NOINTEGRALHEIGHT = 0; ///< always so
 constexpr DWORD LBS_SORT = 0; ///< ignored: a list box is never sorted, add the strings in order
 
 class VM_API CListBox : public CWnd {
-public:
+    DECLARE_DYNAMIC(CListBox)
+
     CListBox(); ///< with LBS_HASSTRINGS
     using CWnd::Create;
     /// Makes the table as a child of the parent. The user may select several rows when the style has

@@ -141,7 +141,8 @@ using NM_LISTVIEW = tagNMLISTVIEW;
 VM_API extern BYTE calledDoubleClick;
 
 class VM_API CListCtrl : public CWnd {
-public:
+    DECLARE_DYNAMIC(CListCtrl)
+
     CListCtrl();
     using CWnd::Create;
     /// Makes the table as a child of the parent. LVS_SINGLESEL counts here. FALSE when the parent has

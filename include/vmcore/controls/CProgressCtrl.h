@@ -12,7 +12,8 @@ constexpr DWORD PBS_VERTICAL = 0x00200000;
 constexpr DWORD PBS_MARQUEE = 0x00400000; ///< SetMarquee sets it going
 
 class VM_API CProgressCtrl : public CWnd {
-public:
+    DECLARE_DYNAMIC(CProgressCtrl)
+
     using CWnd::Create;
     /// The range is 0 to 100, the step 10. FALSE when the parent has no view.
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);

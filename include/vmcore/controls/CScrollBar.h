@@ -52,7 +52,8 @@ using LPSCROLLINFO = tagSCROLLINFO*;
 using LPCSCROLLINFO = const tagSCROLLINFO*;
 
 class VM_API CScrollBar : public CWnd {
-public:
+    DECLARE_DYNAMIC(CScrollBar)
+
     using CWnd::Create;
     /// The range is 0 to 100, without a page. FALSE when the parent has no view.
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);

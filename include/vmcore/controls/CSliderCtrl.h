@@ -25,7 +25,8 @@ constexpr DWORD TBS_BOTH = 0x00800000; ///< ticks on both sides
 constexpr DWORD TBS_NOTICKS = 0x01000000;
 
 class VM_API CSliderCtrl : public CWnd {
-public:
+    DECLARE_DYNAMIC(CSliderCtrl)
+
     using CWnd::Create;
     /// The range is 0 to 100. FALSE when the parent has no view.
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);

@@ -47,7 +47,8 @@ struct tagUDACCEL {
 using UDACCEL = tagUDACCEL;
 
 class VM_API CSpinButtonCtrl : public CWnd {
-public:
+    DECLARE_DYNAMIC(CSpinButtonCtrl)
+
     using CWnd::Create;
     /// The range is 0 to 100. FALSE when the parent has no view.
     BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);

@@ -17,7 +17,8 @@ constexpr DWORD SS_CENTERIMAGE = 0x10000000; ///< the picture in the middle
 
 /// Of an object made by Create, bound with DDX_Control or attached to a label.
 class VM_API CStatic : public CWnd {
-public:
+    DECLARE_DYNAMIC(CStatic)
+
     /// Makes a label of the parent; a text is in the middle of the height. `&` marks the key that leads to
     /// the next control made in the parent that the Tab key leads to; as long as there is none, `&` is
     /// shown. FALSE when the parent has no view.

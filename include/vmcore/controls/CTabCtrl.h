@@ -42,7 +42,8 @@ struct tagTCHITTESTINFO {
 using TCHITTESTINFO = tagTCHITTESTINFO;
 
 class VM_API CTabCtrl : public CWnd {
-public:
+    DECLARE_DYNAMIC(CTabCtrl)
+
     using CWnd::Create;
     /// The rectangle includes the pane below the tabs, where the program puts what belongs to the
     /// selected one: see AdjustRect. FALSE when the parent has no view.

@@ -17,7 +17,8 @@
 enum : UINT { TTDT_AUTOMATIC = 0, TTDT_RESHOW = 1, TTDT_AUTOPOP = 2, TTDT_INITIAL = 3 };
 
 class VM_API CToolTipCtrl : public CWnd {
-public:
+    DECLARE_DYNAMIC(CToolTipCtrl)
+
     using CWnd::Create;
     /// FALSE when the parent has no view. No style has an effect.
     BOOL Create(CWnd* parent, DWORD style = 0);

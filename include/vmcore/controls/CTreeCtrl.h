@@ -122,7 +122,8 @@ using TVHITTESTINFO = tagTVHITTESTINFO;
 using TV_HITTESTINFO = tagTVHITTESTINFO;
 
 class VM_API CTreeCtrl : public CWnd {
-public:
+    DECLARE_DYNAMIC(CTreeCtrl)
+
     CTreeCtrl();
     using CWnd::Create;
     /// Makes the tree as a child of the parent. FALSE when the parent has no view.

@@ -29,7 +29,8 @@ class CWndViewController;
 class CWndWindowController;
 
 class VM_API CDialog : public CWnd {
-public:
+    DECLARE_DYNAMIC(CDialog)
+
     CDialog();
     explicit CDialog(int nIDTemplate, CWnd* pParentWnd = nullptr);
     ~CDialog() override;
@@ -60,7 +61,6 @@ public:
 
     void DoDataExchange(CDataExchange* pDX) override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-    CRuntimeClass* GetRuntimeClass() const override;
 
     /// Ends the modal loop; DoModal does the rest. When a dialog above this one is still open, as
     /// soon as that has ended. No data is exchanged.

@@ -12,7 +12,8 @@
 #include <vmcore/dialogs/commdlg.h>
 
 class VM_API CFileDialog : public CDialog {
-public:
+    DECLARE_DYNAMIC(CFileDialog)
+
     /// `filter` has the form of the example: pairs of a name and patterns. The parent is the window to
     /// appear over; null: the one in use.
     explicit CFileDialog(BOOL openFileDialog, const char* defExt = nullptr,
@@ -22,7 +23,6 @@ public:
 
     /// IDOK or IDCANCEL; CommDlgExtendedError says whether IDCANCEL is a failure. See GetOpenFileName.
     int DoModal() override;
-    CRuntimeClass* GetRuntimeClass() const override;
 
     // Of the chosen file, the first one of several; before DoModal of what is suggested.
     CString GetPathName() const;

@@ -11,14 +11,14 @@
 class CDC;
 
 class VM_API CFontDialog : public CDialog {
-public:
+    DECLARE_DYNAMIC(CFontDialog)
+
     /// `initial` is suggested and, after IDOK, the font that was chosen; may be null. The device
     /// context is not used.
     explicit CFontDialog(LOGFONT* initial = nullptr, DWORD flags = CF_EFFECTS | CF_SCREENFONTS,
                          CDC* printer = nullptr, CWnd* parentWnd = nullptr);
 
     int DoModal() override; ///< IDOK or IDCANCEL. See ChooseFont
-    CRuntimeClass* GetRuntimeClass() const override;
 
     // Of the font that was chosen, before DoModal that is suggested.
     void GetCurrentFont(LOGFONT* out) const;
@@ -42,11 +42,11 @@ private:
 };
 
 class VM_API CColorDialog : public CDialog {
-public:
+    DECLARE_DYNAMIC(CColorDialog)
+
     explicit CColorDialog(COLORREF initial = 0, DWORD flags = 0, CWnd* parentWnd = nullptr);
 
     int DoModal() override; ///< IDOK or IDCANCEL. See ChooseColor
-    CRuntimeClass* GetRuntimeClass() const override;
 
     COLORREF GetColor() const { return m_cc.rgbResult; }
     void SetCurrentColor(COLORREF color); ///< also while the dialog is open

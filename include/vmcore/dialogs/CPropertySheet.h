@@ -99,7 +99,8 @@ struct tagPROPSHEETHEADER {
 using PROPSHEETHEADER = tagPROPSHEETHEADER;
 
 class VM_API CPropertyPage : public CDialog {
-public:
+    DECLARE_DYNAMIC(CPropertyPage)
+
     CPropertyPage();
     explicit CPropertyPage(int nIDTemplate, const char* caption = nullptr);
     ~CPropertyPage() override; ///< leaves its sheet
@@ -127,7 +128,6 @@ public:
     void OnOK() override;     ///< nothing
     void OnCancel() override; ///< nothing
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-    CRuntimeClass* GetRuntimeClass() const override;
 
     /// Enables Apply while a page is changed. OK and Apply forget it.
     void SetModified(BOOL changed = TRUE);
@@ -147,7 +147,8 @@ public:
 };
 
 class VM_API CPropertySheet : public CWnd {
-public:
+    DECLARE_DYNAMIC(CPropertySheet)
+
     CPropertySheet();
     explicit CPropertySheet(const char* caption, CWnd* parent = nullptr, UINT firstPage = 0);
     ~CPropertySheet() override;
@@ -173,7 +174,6 @@ public:
     BOOL DestroyWindow() override;
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override; ///< the buttons
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-    CRuntimeClass* GetRuntimeClass() const override;
 
     /// At the end, also while the sheet is open. Nothing for null and for a page of some sheet.
     void AddPage(CPropertyPage* page);

@@ -30,6 +30,7 @@
 #include <vmcore/core/export.h>
 #include <vmcore/core/geometry.h>
 #include <vmcore/core/types.h>
+#include <vmcore/wnd/runtimeClass.h>
 
 class CDataExchange;
 class CDC;
@@ -72,11 +73,6 @@ struct tagMINMAXINFO {
     tagPOINT ptMaxTrackSize;
 };
 using MINMAXINFO = tagMINMAXINFO;
-
-/// A class record: what GetRuntimeClass answers.
-struct CRuntimeClass {
-    const char* m_lpszClassName;
-};
 
 using TIMERPROC = void (*)(HWND window, UINT message, UINT id, DWORD time);
 struct AFX_CMDHANDLERINFO;
@@ -172,6 +168,11 @@ public:
     /// Never called by the library: the slot for a host's own intermediate base classes.
     virtual int BaseMessageMap(int message, WPARAM wParam, LPARAM lParam);
     virtual CRuntimeClass* GetRuntimeClass() const;
+
+    // Class records: see runtimeClass.h.
+    static CRuntimeClass* RecordOfCWnd();
+    static CWnd* CreateObject();
+    BOOL IsKindOf(const CRuntimeClass* record) const; ///< of that class or one derived from it
 
     // Messages.
     /// On the main thread calls WindowProc; from another thread carries the message there and
@@ -391,6 +392,14 @@ public:
     void OnActivateApp(BOOL, DWORD) {}
     void OnDropFiles(NSArray*) {}
     void OnChar(UINT, UINT, UINT) {}
+    void OnKeyDown(UINT, UINT, UINT) {}
+    void OnKeyUp(UINT, UINT, UINT) {}
+    void OnPaint() {}
+    void OnMouseEnter(UINT, CPoint) {}
+    void OnMouseLeave() {}
+    void OnExitMenuLoop(BOOL) {}
+    BOOL OnQueryClose() { return FALSE; }
+    void OnContextMenu(CWnd* clicked, CPoint point); ///< asks the parent, as DefWindowProc does
     void OnVScroll(UINT, UINT, CWnd*) {}
     void OnHScroll(UINT, UINT, CWnd*) {}
     void OnParentNotify(UINT, LPARAM) {}

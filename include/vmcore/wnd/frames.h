@@ -11,10 +11,10 @@
 struct CCreateContext;
 
 class VM_API CFrameWnd : public CWnd {
-public:
+    DECLARE_DYNCREATE(CFrameWnd)
+
     CFrameWnd();
     ~CFrameWnd() override;
-    CRuntimeClass* GetRuntimeClass() const override;
     /// Opens a 100 by 100 window; the resource ID is not used.
     virtual BOOL LoadFrame(UINT id, DWORD style = WS_OVERLAPPEDWINDOW, CWnd* parent = nullptr,
                            CCreateContext* context = nullptr);
@@ -40,10 +40,10 @@ protected:
 class CMDIFrameWndTimer;
 
 class VM_API CMDIFrameWnd : public CFrameWnd {
-public:
+    DECLARE_DYNCREATE(CMDIFrameWnd)
+
     CMDIFrameWnd();
     ~CMDIFrameWnd() override;
-    CRuntimeClass* GetRuntimeClass() const override;
     /// Opens no window: sends WM_CREATE with a zeroed record and returns TRUE.
     BOOL LoadFrame(UINT id, DWORD style = WS_OVERLAPPEDWINDOW, CWnd* parent = nullptr,
                    CCreateContext* context = nullptr) override;
@@ -56,30 +56,34 @@ private:
 };
 
 class VM_API CMDIChildWnd : public CFrameWnd {
-public:
-    CRuntimeClass* GetRuntimeClass() const override;
+    DECLARE_DYNCREATE(CMDIChildWnd)
+
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
 };
 
 class VM_API CMiniFrameWnd : public CFrameWnd {
-public:
-    CRuntimeClass* GetRuntimeClass() const override;
+    DECLARE_DYNCREATE(CMiniFrameWnd)
+
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
 };
 
 class VM_API CControlBar : public CWnd {
-public:
+    DECLARE_DYNAMIC(CControlBar)
+
     void SetBorders(int, int, int, int) {}
     void SetBorders(const RECT*) {}
     void SetBarStyle(DWORD) {}
     void EnableDocking(DWORD) {}
 };
 
-class VM_API CToolBar : public CControlBar {};
+class VM_API CToolBar : public CControlBar {
+    DECLARE_DYNAMIC(CToolBar)
+};
 
 /// A strip of 16 pixels at the bottom of its parent, with one text.
 class VM_API CStatusBar : public CWnd {
-public:
+    DECLARE_DYNAMIC(CStatusBar)
+
     /// TRUE without creating anything when the parent has no view.
     BOOL Create(CWnd* parent, DWORD style = WS_VISIBLE, UINT id = 0xE801);
     using CWnd::Create;

@@ -1,0 +1,4 @@
+// Message maps.
+#pragma once
+
+#include <vmcore/wnd/messageMap.h>

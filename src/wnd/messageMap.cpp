@@ -1,0 +1,97 @@
+// The part of message maps that is not in the macros.
+#include "wnd/messageMap.h"
+
+#include <vmcore/wnd/messageMap.h>
+
+#include "app/appState.h"
+
+namespace vm::map {
+namespace {
+
+// An answer that stands for a kept result: this, with a serial number in the bytes between.
+constexpr unsigned kTicket = 0x7E000001;
+constexpr unsigned kTicketMask = 0xFF0000FF;
+
+// A result waits here while the maps of derived classes return. They rarely send messages after that,
+// so that a few places are enough.
+struct Kept {
+    unsigned ticket;
+    LRESULT result;
+};
+constexpr unsigned kPlaces = 16;
+thread_local Kept s_kept[kPlaces];
+thread_local unsigned s_serial;
+
+constexpr bool IsTicket(LRESULT answer) {
+    return (static_cast<unsigned>(answer) & kTicketMask) == kTicket;
+}
+
+} // namespace
+
+int AnswerOf(LRESULT result) {
+    const int answer = static_cast<int>(result);
+    if (answer == result && (answer & 0xFF) && !IsTicket(answer)) return answer;
+    const unsigned serial = s_serial++ & 0xFFFF;
+    s_kept[serial % kPlaces] = {kTicket | serial << 8, result};
+    return static_cast<int>(kTicket | serial << 8);
+}
+
+LRESULT ResultOf(int answer) {
+    if (!IsTicket(answer)) [[likely]]
+        return answer;
+    const auto ticket = static_cast<unsigned>(answer);
+    Kept& kept = s_kept[(ticket >> 8) % kPlaces];
+    if (kept.ticket != ticket) return answer; // a host's own number
+    kept.ticket = 0;
+    return kept.result;
+}
+
+int Define(UINT message, LPARAM lParam) {
+    if (message == kHasCommand)
+        reinterpret_cast<CommandQuestion*>(lParam)->isKnown = true;
+    else
+        reinterpret_cast<CCmdUI*>(lParam)->SetFnDefined(true);
+    return 0;
+}
+
+int AskApplication(UINT message, WPARAM wParam, LPARAM lParam) {
+    CWinApp* const app = App().MainApp;
+    const int answer = app ? app->MessageMap(static_cast<int>(message), wParam, lParam) : 0;
+    return answer & 0xFF ? answer : 0;
+}
+
+CCmdUI* Enabled(LPARAM lParam) {
+    auto* state = reinterpret_cast<CCmdUI*>(lParam);
+    state->SetFnDefined(true);
+    state->Enable(true);
+    return state;
+}
+
+bool HasCommand(CWnd& wnd, WPARAM wParam) {
+    if (LOWORD(wParam) != IDOK && LOWORD(wParam) != IDCANCEL) return false;
+    CommandQuestion question{};
+    wnd.MessageMap(static_cast<int>(kHasCommand), wParam, reinterpret_cast<LPARAM>(&question));
+    return question.isKnown;
+}
+
+CWnd* WindowOf(std::uintptr_t handle) {
+    const HWND window = reinterpret_cast<HWND>(handle);
+    if (!window) return nullptr;
+    if (CWnd* known = GetControlReference(window)) return known;
+    if (!IsWindow(window)) return nullptr;
+    CWnd* scratch = getTempWnd(false);
+    scratch->view = window;
+    return scratch;
+}
+
+CWnd* ScrollBarOf(const CWnd& wnd, std::uintptr_t handle) {
+    const HWND window = reinterpret_cast<HWND>(handle);
+    return window == wnd.vScrollView || window == wnd.hScrollView ? nullptr : WindowOf(handle);
+}
+
+bool IsFrom(const CWnd& wnd, std::uintptr_t handle) {
+    const HWND window = reinterpret_cast<HWND>(handle);
+    return window && (window == wnd.view || GetControlReference(window) == &wnd);
+}
+
+} // namespace vm::map
