@@ -1,5 +1,6 @@
 # vmcore_add_application(NAME <target> SOURCES <files...> [RESOURCES <files or folders...>]
-#                        [PLUGINS <targets or files...>] [BUNDLE_NAME <name>] [HELP_BOOK <folder>])
+#                        [PLUGINS <targets or files...>] [BUNDLE_NAME <name>] [HELP_BOOK <folder>]
+#                        [INFO <file>])
 #
 # Makes the executable <target> inside the bundle the library looks for at run time:
 #
@@ -8,7 +9,8 @@
 #                               /PlugIns/      PLUGINS
 #                               /Info.plist    CFBundleName, "Executable file", CFBundleHelpBookName
 #
-# in the current binary folder. BUNDLE_NAME is the target's name by default. A plug-in that is a
+# in the current binary folder. BUNDLE_NAME is the target's name by default. The entries of INFO, a
+# property list such as the Version.plist that `vmcore rc` writes, are added to Info.plist. A plug-in that is a
 # target of this build must be defined before. The bundle's path is the target's property
 # VMCORE_BUNDLE. Works in this project and in one that found the installed package.
 #
@@ -27,7 +29,7 @@
 set(VMCORE_INFO_PLIST_TEMPLATE ${CMAKE_CURRENT_LIST_DIR}/Info.plist.in CACHE INTERNAL "")
 
 function(vmcore_add_application)
-    cmake_parse_arguments(PARSE_ARGV 0 app "" "NAME;BUNDLE_NAME;HELP_BOOK"
+    cmake_parse_arguments(PARSE_ARGV 0 app "" "NAME;BUNDLE_NAME;HELP_BOOK;INFO"
                           "SOURCES;RESOURCES;PLUGINS")
     if(NOT app_NAME OR NOT app_SOURCES)
         message(FATAL_ERROR "vmcore_add_application needs NAME and SOURCES")
@@ -48,7 +50,8 @@ function(vmcore_add_application)
         VMCORE_BUNDLE ${bundle}
         VMCORE_PLUGINS "${app_PLUGINS}")
 
-    _vmcore_write_info_plist(${bundle} ${app_NAME} ${app_BUNDLE_NAME} "${app_HELP_BOOK}")
+    _vmcore_write_info_plist(${bundle} ${app_NAME} ${app_BUNDLE_NAME} "${app_HELP_BOOK}"
+                             "${app_INFO}")
     _vmcore_copy_into(${app_NAME} resources ${bundle}/Contents/Resources
                       ${app_RESOURCES} ${app_HELP_BOOK})
     _vmcore_add_plugins(${app_NAME} ${bundle}/Contents/PlugIns ${app_PLUGINS})
@@ -105,15 +108,36 @@ function(vmcore_add_plugin target)
         PREFIX "" CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
 endfunction()
 
-function(_vmcore_write_info_plist bundle executable name helpBook)
+function(_vmcore_write_info_plist bundle executable name helpBook info)
     set(helpBookEntry "")
     if(helpBook)
         cmake_path(GET helpBook FILENAME helpBookName)
         set(helpBookEntry
             "\n\t<key>CFBundleHelpBookName</key>\n\t<string>${helpBookName}</string>")
     endif()
+    set(infoEntries "")
+    if(info)
+        _vmcore_read_info_entries(infoEntries ${info})
+    endif()
     file(MAKE_DIRECTORY ${bundle}/Contents/Resources ${bundle}/Contents/PlugIns)
     configure_file(${VMCORE_INFO_PLIST_TEMPLATE} ${bundle}/Contents/Info.plist @ONLY)
+endfunction()
+
+# What is between <dict> and </dict>. A change of the file configures anew.
+function(_vmcore_read_info_entries result file)
+    cmake_path(ABSOLUTE_PATH file NORMALIZE)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+    file(READ ${file} text)
+    string(FIND "${text}" "<dict>" begin)
+    string(FIND "${text}" "</dict>" end REVERSE)
+    if(begin EQUAL -1 OR end LESS begin)
+        message(FATAL_ERROR "${file} is no property list with a <dict>")
+    endif()
+    math(EXPR begin "${begin} + 6")
+    math(EXPR length "${end} - ${begin}")
+    string(SUBSTRING "${text}" ${begin} ${length} entries)
+    string(STRIP "${entries}" entries)
+    set(${result} "\n\t${entries}" PARENT_SCOPE)
 endfunction()
 
 # Copies files and folders into `folder` whenever they change.

@@ -11,4 +11,5 @@
 #include <vmcore/files/library.h>
 #include <vmcore/files/paths.h>
 #include <vmcore/files/profile.h>
+#include <vmcore/files/stringTable.h>
 #include <vmcore/files/winreg.h>

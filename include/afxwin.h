@@ -29,6 +29,7 @@
 #include <vmcore/files/library.h>
 #include <vmcore/files/paths.h>
 #include <vmcore/files/profile.h>
+#include <vmcore/files/stringTable.h>
 #include <vmcore/files/winreg.h>
 #include <vmcore/gdi/CBitmap.h>
 #include <vmcore/gdi/CBrush.h>

@@ -10,12 +10,12 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QTextDocument>
 #include <QtGui/QTextOption>
-#include <QtGui/QValidator>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QTextEdit>
 
 #include "controls/textField.h"
+#include "controls/typingRules.h"
 #include "wnd/TextRules.h"
 #include "wnd/controlText.h"
 #include "wnd/nativeControl.h"
@@ -28,23 +28,6 @@ using vm::TypingRules;
 constexpr char kPasswordProperty[] = "passwordCharacter";
 constexpr int kTabStop = 32; // eight characters
 constexpr int kParts = 4;    // of a character in a tab stop's width
-
-// The rules of a line. What the program sets passes.
-class TypedLine : public QValidator {
-public:
-    TypedLine(const TypingRules& rules, QObject* line) : QValidator(line), m_rules(rules) {}
-
-    State validate(QString& text, int&) const override {
-        if (vm::ProgramChange::InProgress()) return Acceptable;
-        const QString allowed = vm::Allowed(m_rules, text);
-        if (allowed.size() != text.size()) return Invalid; // or the caret would be elsewhere
-        text = allowed;
-        return Acceptable;
-    }
-
-private:
-    TypingRules m_rules;
-};
 
 TypingRules RulesOf(DWORD style) {
     TypingRules rules;
@@ -65,7 +48,7 @@ QWidget* MakeLine(DWORD style) {
     line->setReadOnly((style & ES_READONLY) != 0);
     if (style & ES_PASSWORD) line->setEchoMode(QLineEdit::Password);
     if (style & (ES_NUMBER | ES_UPPERCASE | ES_LOWERCASE))
-        line->setValidator(new TypedLine(RulesOf(style), line));
+        vm::SetTypingRules(*line, RulesOf(style));
     return line;
 }
 
@@ -84,7 +67,7 @@ QWidget* MakeLines(DWORD style) {
     edit->setHorizontalScrollBarPolicy(BarFor(style & WS_HSCROLL));
     edit->setReadOnly((style & ES_READONLY) != 0);
     edit->setTabChangesFocus((style & WS_TABSTOP) != 0);
-    vm::TextRules::Of(edit)->rules = RulesOf(style);
+    vm::SetTypingRules(*edit, RulesOf(style));
     return edit;
 }
 

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include <QtCore/QBuffer>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtCore/QPointer>
 #include <QtUiTools/QUiLoader>
 #include <QtWidgets/QMenuBar>
@@ -39,6 +41,7 @@ struct CachedFile {
 class Loader : public QUiLoader {
 public:
     QWidget* Load(const QByteArray& bytes, QWidget* parent, const InterfaceClasses& classes) {
+        setWorkingDirectory(QFile::decodeName(InterfaceBundle()->ResourcePath().c_str()));
         m_classes = &classes;
         m_hasRoot = false;
         QByteArray copy = bytes;

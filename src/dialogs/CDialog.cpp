@@ -6,6 +6,7 @@
 #include "core/log.h"
 #include "dialogs/dialogFile.h"
 #include "dialogs/dialogRun.h"
+#include "dialogs/dialogUnits.h"
 #include "platform/messagebox.h"
 #include "wnd/CWndViewController.h"
 #include "wnd/messageMap.h"
@@ -89,6 +90,10 @@ BOOL CDialog::UpdateData(BOOL bSaveAndValidate) {
     CDataExchange exchange(this, bSaveAndValidate);
     DoDataExchange(&exchange);
     return TRUE;
+}
+
+void CDialog::MapDialogRect(RECT* rect) const {
+    if (rect && vm::IsLiveView(view)) *rect = vm::UnitsToPixels(*rect, vm::DialogBaseOf(*view));
 }
 
 void CDialog::DoDataExchange(CDataExchange* pDX) {

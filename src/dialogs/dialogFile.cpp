@@ -19,7 +19,10 @@
 #include "controls/listBoxTable.h"
 #include "controls/listTable.h"
 #include "controls/outlineView.h"
+#include "controls/typingRules.h"
 #include "dialogs/dialogLists.h"
+#include "dialogs/dialogUnits.h"
+#include "dialogs/spinBuddies.h"
 #include "wnd/CWndNSView.h"
 #include "wnd/CWndViewController.h"
 #include "wnd/CWndWindowController.h"
@@ -90,6 +93,7 @@ public:
         };
         QWidget* root = LoadInterfaceFile(m_name, parent, classes);
         wasLoaded = root != nullptr;
+        if (root && root == expected) ScaleToFont(m_widgets);
         if (!root || root == expected) return root;
         LogAboutInterfaceFile(m_name, std::string("the root of a dialog cannot be a ") +
                                           root->metaObject()->className());
@@ -103,6 +107,7 @@ public:
             TakeTag(*widget);
             AttachDelegate(*widget);
             FillListBox(*widget, m_listTexts);
+            RestrictTyping(*widget);
             CheckAction(*widget);
             WireControl(*widget, receiver, actions);
             if (const auto* box = qobject_cast<QDialogButtonBox*>(widget)) {
@@ -111,6 +116,7 @@ public:
                     WireControl(*button, receiver, actions);
             }
         }
+        for (QWidget* widget : m_widgets) AttachBuddy(*widget);
     }
 
     bool wasLoaded = false;
@@ -158,6 +164,23 @@ private:
                             QLatin1String("TCOutlineViewDataSource"));
         auto* items = new TCOutlineViewDataSource(tree);
         if (widget.property(kCheckBoxesProperty).toBool()) items->AddCheckColumn();
+    }
+
+    void RestrictTyping(QWidget& widget) {
+        const QString rule = widget.property(kTypingProperty).toString();
+        if (!rule.isEmpty() && !SetTypingRule(widget, rule))
+            Complain(widget, "unknown typing rule, or no text: ", rule);
+    }
+
+    void AttachBuddy(QWidget& widget) {
+        const QString buddy = widget.property(kBuddyProperty).toString();
+        auto* arrows = dynamic_cast<SpinArrows*>(&widget);
+        if (!arrows || buddy.isEmpty()) return;
+        const auto found =
+            std::find_if(m_widgets.begin(), m_widgets.end(),
+                         [&](const QWidget* other) { return other->objectName() == buddy; });
+        if (found == m_widgets.end()) return Complain(widget, "no control has the name ", buddy);
+        SetBuddyOf(*arrows, **found);
     }
 
     void CheckAction(const QWidget& widget) {

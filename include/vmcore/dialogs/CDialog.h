@@ -68,6 +68,10 @@ class VM_API CDialog : public CWnd {
     /// Calls DoDataExchange. FALSE without a view.
     BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
 
+    /// From dialog units to pixels, as the dialog's controls were placed: by the size of its font. Nothing
+    /// without a view, that is before the dialog is shown.
+    void MapDialogRect(RECT* rect) const;
+
     void SetHelpID(UINT) {}
     void OnPaint() {}
 

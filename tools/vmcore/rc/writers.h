@@ -16,10 +16,17 @@ struct OutputFile {
     std::string bytes;
 };
 
+struct WriteOptions {
+    /// The menu that is the application's: its file is written a second time as MainMenu.ui, with the
+    /// script's accelerators as shortcuts of its items. -1: none.
+    int mainMenu = -1;
+};
+
 /// All files of the resources, each at most once: of resources with the same number and language the
 /// first counts, and the report says so of the others. The name of the script, without its extension,
 /// names the accelerators' source ("<name>Accelerators.h", ".cpp").
 std::vector<OutputFile> WriteFiles(const std::vector<Resource>& resources,
-                                   const std::string& scriptName, Report& report);
+                                   const std::string& scriptName, const WriteOptions& options,
+                                   Report& report);
 
 } // namespace vm::rc

@@ -1,0 +1,206 @@
+#include "rc/writeDialog.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "rc/winStyles.h"
+
+namespace vm::rc {
+namespace {
+
+using namespace win;
+
+constexpr int kPixelsPerUnit = 2;
+constexpr int kBaseWidth = 8; // of a font for which a unit is two pixels
+constexpr int kBaseHeight = 16;
+constexpr int kBold = 600;
+
+// Classes that Designer does not know, and what it shows for them.
+constexpr const char* kPromoted[] = {"CSpinButton", "CWndView"};
+
+bool IsTyped(const Widget& widget, const char* type) {
+    return widget.type == type;
+}
+
+class DialogXml {
+public:
+    DialogXml(const Dialog& dialog, const std::string& name, const std::vector<Widget>& widgets)
+        : m_dialog(dialog), m_name(name), m_widgets(widgets), m_xml(name) {}
+
+    std::string Text() {
+        const bool isPage = (m_dialog.style & kChild) != 0;
+        m_xml.Begin("widget", {{"class", isPage ? "QWidget" : "QDialog"}, {"name", m_name}});
+        WriteRoot();
+        for (const Widget& widget : m_widgets)
+            if (widget.part == Part::Background) WriteWidget(widget);
+        for (const Widget& widget : m_widgets)
+            if (widget.part != Part::Background) WriteWidget(widget);
+        m_xml.End();
+        WritePromoted();
+        WriteTabStops();
+        WriteButtonGroups();
+        return m_xml.Finish();
+    }
+
+private:
+    void WriteRoot() {
+        const int width = std::clamp(m_dialog.rect.cx, 0, 32767) * kPixelsPerUnit;
+        const int height = std::clamp(m_dialog.rect.cy, 0, 32767) * kPixelsPerUnit;
+        m_xml.WriteRect("geometry", {0, 0, width, height});
+        if (m_dialog.style & kThickFrame) m_xml.WriteSize("minimumSize", width, height);
+        if (!m_dialog.font.face.empty() && !IsInterfaceFace(m_dialog.font.face)) WriteFont();
+        if (!m_dialog.caption.empty()) m_xml.Write(UiText("windowTitle", m_dialog.caption));
+        m_xml.WriteSize("dialogBase", kBaseWidth, kBaseHeight, true);
+    }
+
+    void WriteFont() {
+        const Font& font = m_dialog.font;
+        m_xml.Begin("property", {{"name", "font"}});
+        m_xml.Begin("font");
+        m_xml.Leaf("family", font.face);
+        if (font.points > 0) m_xml.Leaf("pointsize", std::to_string(font.points));
+        if (font.italic) m_xml.Leaf("italic", "true");
+        if (font.weight >= kBold) m_xml.Leaf("bold", "true");
+        m_xml.End();
+        m_xml.End();
+    }
+
+    void WriteWidget(const Widget& widget) {
+        if (widget.type.empty()) return;
+        m_xml.Begin("widget", {{"class", widget.type}, {"name", widget.name}});
+        m_xml.WriteRect("geometry", widget.rect);
+        for (const UiProperty& property : widget.properties) m_xml.Write(property);
+        if (!widget.buddy.empty()) m_xml.Write({"buddy", "cstring", widget.buddy});
+        for (const auto& [name, value] : widget.attributes) WriteAttribute(name, "bool", value);
+        if (!widget.buttonGroup.empty())
+            WriteAttribute("buttonGroup", "string", widget.buttonGroup);
+        m_xml.End();
+    }
+
+    void WriteAttribute(const char* name, const char* type, const std::string& value) {
+        m_xml.Begin("attribute", {{"name", name}});
+        m_xml.Leaf(type, value);
+        m_xml.End();
+    }
+
+    void WritePromoted() {
+        std::vector<const char*> used;
+        for (const char* type : kPromoted)
+            if (std::any_of(m_widgets.begin(), m_widgets.end(),
+                            [type](const Widget& widget) { return IsTyped(widget, type); }))
+                used.push_back(type);
+        if (used.empty()) return;
+        m_xml.Begin("customwidgets");
+        for (const char* type : used) {
+            m_xml.Begin("customwidget");
+            m_xml.Leaf("class", type);
+            m_xml.Leaf("extends", "QWidget");
+            m_xml.Leaf("header", type);
+            m_xml.End();
+        }
+        m_xml.End();
+    }
+
+    // The script's order, in which the buttons of a group are one stop.
+    void WriteTabStops() {
+        std::vector<std::string> stops;
+        for (std::size_t i = 0; i < m_widgets.size(); ++i) {
+            const Widget& widget = m_widgets[i];
+            const bool isStop =
+                (m_dialog.controls[i].style & kTabStop) || widget.part == Part::Radio;
+            if (!widget.type.empty() && widget.takesFocus && isStop) stops.push_back(widget.name);
+        }
+        if (stops.empty()) return;
+        m_xml.Begin("tabstops");
+        for (const std::string& stop : stops) m_xml.Leaf("tabstop", stop);
+        m_xml.End();
+    }
+
+    void WriteButtonGroups() {
+        std::vector<std::string> groups;
+        for (const Widget& widget : m_widgets)
+            if (!widget.buttonGroup.empty() &&
+                (groups.empty() || groups.back() != widget.buttonGroup))
+                groups.push_back(widget.buttonGroup);
+        if (groups.empty()) return;
+        m_xml.Begin("buttongroups");
+        for (const std::string& group : groups) m_xml.Empty("buttongroup", {{"name", group}});
+        m_xml.End();
+    }
+
+    const Dialog& m_dialog;
+    const std::string& m_name;
+    const std::vector<Widget>& m_widgets;
+    UiXml m_xml;
+};
+
+std::string LowerCase(std::string text) {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
+
+Notes NotesOf(const Dialog& dialog) {
+    Notes notes;
+    const auto note = [&notes](bool applies, const std::string& text) {
+        if (applies) notes.push_back(text);
+    };
+    const bool isChild = (dialog.style & kChild) != 0;
+    note(!HasNumber(dialog.head.id), "a dialog with a name cannot be loaded by number");
+    note(!dialog.font.face.empty() && IsInterfaceFace(dialog.font.face),
+         "the font is the desktop's, in place of " + dialog.font.face);
+    note(dialog.menu.has_value(), "without its menu");
+    note(dialog.windowClass.has_value(), "without its window class");
+    note(!isChild && (dialog.style & kCaption) != kCaption, "with a title bar");
+    note(!isChild && (dialog.style & (kMinimizeBox | kMaximizeBox)),
+         "without minimize and maximize boxes");
+    note(dialog.style & (kVScroll | kHScroll), "without scroll bars");
+    note(dialog.style & kDsAbsAlign, "centred, not at its own place");
+    note(dialog.style & kDsSysModal, "blocks its own program only");
+    note((dialog.style & kDsContextHelp) || (dialog.exStyle & kExContextHelp) || dialog.helpId,
+         "without context help");
+    note(dialog.exStyle & (kExTopmost | kExToolWindow | kExTransparent),
+         "an ordinary window: neither on top nor small nor transparent");
+    note(dialog.exStyle & kExLayoutRtl, "not laid out from right to left");
+    note(dialog.exStyle & kExAcceptFiles, "the program calls DragAcceptFiles");
+    return notes;
+}
+
+void SayControls(const Dialog& dialog, const std::vector<Widget>& widgets, const std::string& file,
+                 Output& output) {
+    for (std::size_t i = 0; i < widgets.size(); ++i) {
+        const Control& control = dialog.controls[i];
+        const Widget& widget = widgets[i];
+        const std::string what = Described(control.keyword, control.id);
+        if (widget.type.empty())
+            output.LeaveOut(control.place, what, widget.notes.empty() ? "" : widget.notes[0]);
+        else
+            output.Say(control.place, what, file + ", " + widget.type + " '" + widget.name + "'",
+                       widget.notes);
+    }
+}
+
+} // namespace
+
+bool IsInterfaceFace(const std::string& face) {
+    static constexpr std::array<std::string_view, 9> kFaces = {
+        "ms shell dlg", "ms shell dlg 2",       "ms sans serif", "tahoma",      "segoe ui",
+        "system",       "microsoft sans serif", "helv",          "ms ui gothic"};
+    return std::find(kFaces.begin(), kFaces.end(), LowerCase(face)) != kFaces.end();
+}
+
+void WriteDialog(const Dialog& dialog, Output& output) {
+    const std::string file = "DLG_" + FileId(dialog.head.id) + ".ui";
+    const std::string symbol = SymbolOf(dialog.head.id);
+    const bool isNumber = symbol.empty() || (symbol[0] >= '0' && symbol[0] <= '9');
+    const std::string name = isNumber ? "Dialog" + FileId(dialog.head.id) : Identifier(symbol);
+    const std::vector<Widget> widgets = WidgetsOf(dialog, name);
+    if (!output.Add(file, DialogXml(dialog, name, widgets).Text()))
+        return output.LeaveOut(dialog.head.place, Described(dialog.head),
+                               file + " is there already, of an earlier dialog");
+    output.Say(dialog.head.place, Described(dialog.head), file, NotesOf(dialog));
+    SayControls(dialog, widgets, file, output);
+}
+
+} // namespace vm::rc

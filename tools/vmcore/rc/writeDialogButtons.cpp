@@ -1,0 +1,84 @@
+// Buttons of every kind.
+#include "rc/winStyles.h"
+#include "rc/writeDialogWidget.h"
+
+namespace vm::rc {
+namespace {
+
+using namespace win;
+
+const char* TypeOf(Style type, bool pushLike) {
+    switch (type) {
+    case kCheckBox:
+    case kAutoCheckBox:
+    case k3State:
+    case kAuto3State:
+        return pushLike ? "QPushButton" : "QCheckBox";
+    case kRadio:
+    case kAutoRadio:
+        return pushLike ? "QPushButton" : "QRadioButton";
+    case kGroupBox:
+        return "QGroupBox";
+    default:
+        return "QPushButton";
+    }
+}
+
+bool IsCheckable(Style type) {
+    return (type >= kCheckBox && type <= kAuto3State) || type == kAutoRadio;
+}
+
+void NoteKind(Widget& widget, Style type) {
+    if (type == kCheckBox || type == k3State || type == kRadio)
+        widget.Note("a click changes it by itself");
+    if (type == kUserButton || type == kOwnerDraw)
+        widget.Note("not drawn by the program: the desktop draws a push button");
+    if (type > kOwnerDraw)
+        widget.Note("an ordinary push button: split buttons and command links have no counterpart");
+}
+
+void TakeLook(Widget& widget, const Control& control, Style type) {
+    if (HasStyle(control, kBsLeftText)) widget.Set(UiEnum("layoutDirection", "Qt::RightToLeft"));
+    if (HasStyle(control, kBsFlat) && widget.type == "QPushButton")
+        widget.Set(UiBool("flat", true));
+    if (type == kGroupBox) return;
+    if (HasStyle(control, kBsIcon | kBsBitmap))
+        widget.Note("the program sets the picture, which is beside the text");
+    if (HasStyle(control, kBsMultiline) && widget.type == "QPushButton")
+        widget.Note("the text is not wrapped");
+    const Style across = control.style & (kBsLeft | kBsRight);
+    const bool isBox = IsCheckable(type) && widget.type != "QPushButton";
+    if (HasStyle(control, kBsTop | kBsBottom) || (across && across != (isBox ? kBsLeft : across)) ||
+        (!isBox && across && across != (kBsLeft | kBsRight)))
+        widget.Note("the text is where the desktop has it");
+}
+
+} // namespace
+
+Widget ButtonWidget(const Control& control) {
+    const Style type = control.style & kBsTypes;
+    const bool pushLike = HasStyle(control, kBsPushLike) && IsCheckable(type);
+    Widget widget;
+    widget.type = TypeOf(type, pushLike);
+    NoteKind(widget, type);
+    if (type == kGroupBox) {
+        widget.part = Part::Background;
+        widget.takesFocus = false;
+        widget.Set(UiText("title", control.text));
+        return widget;
+    }
+    widget.Set(UiText("text", control.text));
+    if (type == kRadio || type == kAutoRadio) {
+        widget.part = Part::Radio;
+        if (pushLike) widget.Set(UiBool("autoExclusive", true));
+        if (pushLike) widget.Set(UiDynamic("action", "onRadio"));
+    }
+    if (pushLike) widget.Set(UiBool("checkable", true));
+    if ((type == k3State || type == kAuto3State) && !pushLike) widget.Set(UiBool("tristate", true));
+    if (pushLike && (type == k3State || type == kAuto3State)) widget.Note("two states");
+    if (type == kDefPush) widget.Set(UiBool("default", true));
+    TakeLook(widget, control, type);
+    return widget;
+}
+
+} // namespace vm::rc

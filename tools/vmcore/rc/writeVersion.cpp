@@ -1,0 +1,99 @@
+#include "rc/writeVersion.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+
+namespace vm::rc {
+namespace {
+
+constexpr char kFile[] = "Version.plist";
+
+// The keys that desktops know. Others keep their own.
+constexpr std::array<std::pair<std::string_view, const char*>, 3> kKnown = {{
+    {"FileVersion", "CFBundleVersion"},
+    {"ProductVersion", "CFBundleShortVersionString"},
+    {"LegalCopyright", "NSHumanReadableCopyright"},
+}};
+constexpr std::array<std::string_view, 3> kReserved = {"CFBundleName", "Executable file",
+                                                       "CFBundleHelpBookName"};
+
+std::string KeyOf(const std::string& name) {
+    for (const auto& [known, key] : kKnown)
+        if (known == name) return key;
+    return name;
+}
+
+std::string Dotted(const std::vector<int>& numbers) {
+    std::string text;
+    for (const int number : numbers) text += (text.empty() ? "" : ".") + std::to_string(number);
+    return text;
+}
+
+// XML has no other control characters.
+QString Clean(const std::string& text) {
+    QString clean = QString::fromStdString(text);
+    clean.removeIf([](QChar c) { return c < u' ' || (c >= QChar(0x7F) && c < QChar(0xA0)); });
+    return clean.toHtmlEscaped();
+}
+
+class Entries {
+public:
+    bool Add(const std::string& key, const std::string& value) {
+        const auto same = [&](const auto& entry) { return entry.first == key; };
+        if (std::any_of(m_entries.begin(), m_entries.end(), same)) return false;
+        m_entries.emplace_back(key, value);
+        return true;
+    }
+    std::string Text() const {
+        QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                      "<plist version=\"1.0\">\n<dict>\n");
+        for (const auto& [key, value] : m_entries)
+            text += "\t<key>" + Clean(key) + "</key>\n\t<string>" + Clean(value) + "</string>\n";
+        return (text + "</dict>\n</plist>\n").toStdString();
+    }
+
+private:
+    std::vector<std::pair<std::string, std::string>> m_entries;
+};
+
+void TakeString(const VersionValue& value, Entries& entries, Output& output) {
+    const std::string what = "VALUE " + value.key;
+    const std::string key = KeyOf(value.key);
+    if (std::find(kReserved.begin(), kReserved.end(), key) != kReserved.end())
+        return output.LeaveOut(value.place, what, "vmcore_add_application writes this key");
+    if (!entries.Add(key, value.text))
+        return output.LeaveOut(value.place, what, "there is an earlier value of this key");
+    Notes notes;
+    if (value.key == "ProductName")
+        notes.push_back("the program's name is BUNDLE_NAME of vmcore_add_application");
+    output.Say(value.place, what, std::string(kFile) + ", " + key, notes);
+}
+
+} // namespace
+
+void WriteVersion(const VersionInfo& version, Output& output) {
+    const std::string what = Described(version.head);
+    if (output.Has(kFile))
+        return output.LeaveOut(version.head.place, what, "there is an earlier VERSIONINFO");
+    output.Say(version.head.place, what, kFile);
+    Entries entries;
+    for (std::size_t i = 0; i < version.strings.size(); ++i)
+        for (const VersionValue& value : version.strings[i].values) {
+            if (i == 0)
+                TakeString(value, entries, output);
+            else
+                output.LeaveOut(value.place, "VALUE " + value.key,
+                                "of the languages the first counts");
+        }
+    if (!version.fileVersion.empty()) entries.Add("CFBundleVersion", Dotted(version.fileVersion));
+    if (!version.productVersion.empty())
+        entries.Add("CFBundleShortVersionString", Dotted(version.productVersion));
+    output.Add(kFile, entries.Text());
+}
+
+} // namespace vm::rc

@@ -1,0 +1,71 @@
+#include "rc/writers.h"
+
+#include "rc/writeAccelerators.h"
+#include "rc/writeDialog.h"
+#include "rc/writeMenu.h"
+#include "rc/writeOutput.h"
+#include "rc/writePicture.h"
+#include "rc/writeStrings.h"
+#include "rc/writeVersion.h"
+
+namespace vm::rc {
+namespace {
+
+template <class Kind>
+std::vector<const Kind*> AllOf(const std::vector<Resource>& resources) {
+    std::vector<const Kind*> all;
+    for (const Resource& resource : resources)
+        if (const Kind* one = std::get_if<Kind>(&resource)) all.push_back(one);
+    return all;
+}
+
+std::string WhyLeftOut(const std::string& keyword) {
+    if (keyword == "TOOLBAR")
+        return "there are no tool bars of resources: place buttons with these commands in a dialog "
+               "or a window";
+    if (keyword == "DESIGNINFO") return "only for the resource editor";
+    if (keyword == "FONT") return "install the font with the program's files";
+    return "no counterpart: put the data into the bundle's Resources folder, as a file";
+}
+
+// Writes what has a file of its own.
+class OneByOne {
+public:
+    OneByOne(int mainMenu, const Shortcuts& shortcuts, Output& output)
+        : m_mainMenu(mainMenu), m_shortcuts(shortcuts), m_output(output) {}
+
+    void operator()(const Dialog& dialog) const { WriteDialog(dialog, m_output); }
+    void operator()(const Menu& menu) const {
+        const bool isMain = m_mainMenu >= 0 && menu.head.id.number == m_mainMenu;
+        WriteMenu(menu, isMain, m_shortcuts, m_output);
+    }
+    void operator()(const AcceleratorTable&) const {} // all in one file
+    void operator()(const StringTable&) const {}
+    void operator()(const Picture& picture) const { WritePicture(picture, m_output); }
+    void operator()(const VersionInfo& version) const { WriteVersion(version, m_output); }
+    void operator()(const Other& other) const {
+        m_output.LeaveOut(other.head.place, Described(other.head), WhyLeftOut(other.head.keyword));
+    }
+
+private:
+    int m_mainMenu;
+    const Shortcuts& m_shortcuts;
+    Output& m_output;
+};
+
+} // namespace
+
+std::vector<OutputFile> WriteFiles(const std::vector<Resource>& resources,
+                                   const std::string& scriptName, const WriteOptions& options,
+                                   Report& report) {
+    Output output(report);
+    const auto tables = AllOf<AcceleratorTable>(resources);
+    const Shortcuts shortcuts = ShortcutsOf(tables, options.mainMenu);
+    const OneByOne write(options.mainMenu, shortcuts, output);
+    for (const Resource& resource : resources) std::visit(write, resource);
+    WriteAccelerators(tables, scriptName, output);
+    WriteStrings(AllOf<StringTable>(resources), output);
+    return std::move(output.files);
+}
+
+} // namespace vm::rc
