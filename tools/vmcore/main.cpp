@@ -1,5 +1,5 @@
 // The program `vmcore`: puts the subcommands together and turns their ends into an exit status. Each
-// subsystem adds its own, see ini.h, midi.h and ui.h.
+// subsystem adds its own, see ini.h, midi.h, rc/rc.h and ui.h.
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -10,6 +10,7 @@
 #include "core/log.h"
 #include "ini.h"
 #include "midi.h"
+#include "rc/rc.h"
 #include "ui.h"
 
 namespace {
@@ -49,6 +50,7 @@ int main(int argc, char** argv) {
     app.require_subcommand(1);
     vm::tool::AddIniCommands(app);
     vm::tool::AddMidiCommands(app);
+    vm::tool::AddRcCommand(app);
     vm::tool::AddUiCommands(app);
     vm::SetLineSink(ShowWarning);
     const int status = Run(app, argc, argv);
