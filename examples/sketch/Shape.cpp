@@ -117,28 +117,49 @@ void CShape::Draw(CDC* pDC, CPoint origin) const
     }
 }
 
+// Level and upright lines are areas: systems differ about where wide ones of them end
+static void DrawSegment(CDC* pDC, CPoint from, CPoint to, int nWidth, CBrush* pBrush)
+{
+    if (from.x != to.x && from.y != to.y) {
+        pDC->MoveTo(from.x, from.y);
+        pDC->LineTo(to.x, to.y);
+        return;
+    }
+    CRect area(from, to);
+    area.NormalizeRect();
+    if (from.x == to.x) {
+        area.left -= nWidth / 2;
+        area.right = area.left + nWidth;
+    } else {
+        area.top -= nWidth / 2;
+        area.bottom = area.top + nWidth;
+    }
+    pDC->FillRect(&area, pBrush);
+}
+
 void CShape::DrawPath(CDC* pDC, CPoint origin) const
 {
     CPen pen(PS_SOLID, m_style.m_nWidth, m_style.m_crPen);
-    CBrush brush(m_style.m_crPen);
     CPen noBorder(PS_NULL, 1, m_style.m_crPen);
+    CBrush brush(m_style.m_crPen);
+    CBrush* pOldBrush = (CBrush*)pDC->SelectObject(&brush);
+    CPen* pOldPen = (CPen*)pDC->SelectObject(&pen);
     const int half = m_style.m_nWidth / 2;
+    CPoint before;
     for (size_t i = 0; i < m_points.size(); ++i) {
-        const int x = m_points[i].x - origin.x;
-        const int y = m_points[i].y - origin.y;
-        CPen* pOldPen = (CPen*)pDC->SelectObject(&pen);
+        const CPoint at(m_points[i].x - origin.x, m_points[i].y - origin.y);
         if (i > 0)
-            pDC->LineTo(x, y);
-        pDC->SelectObject(&noBorder);
+            DrawSegment(pDC, before, at, m_style.m_nWidth, &brush);
         if (half > 0) { // round ends and joints
-            CBrush* pOldBrush = (CBrush*)pDC->SelectObject(&brush);
-            pDC->Ellipse(x - half, y - half, x - half + m_style.m_nWidth,
-                         y - half + m_style.m_nWidth);
-            pDC->SelectObject(pOldBrush);
+            pDC->SelectObject(&noBorder);
+            pDC->Ellipse(at.x - half, at.y - half, at.x - half + m_style.m_nWidth,
+                         at.y - half + m_style.m_nWidth);
+            pDC->SelectObject(&pen);
         }
-        pDC->SelectObject(pOldPen);
-        pDC->MoveTo(x, y);
+        before = at;
     }
+    pDC->SelectObject(pOldPen);
+    pDC->SelectObject(pOldBrush);
 }
 
 // By regions: a frame of any width that stays inside of the corners, and an inside that may be

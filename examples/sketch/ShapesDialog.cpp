@@ -95,6 +95,8 @@ BOOL CShapesDialog::OnInitDialog()
     CDialog::OnInitDialog();
     m_list.AddColumns();
     m_pView->SetTool(ID_TOOL_SELECT);
+    if (m_pView->GetSelection() < 0)
+        m_pView->Select(m_pDoc->GetCount() - 1);
     ShowShapes();
     m_list.SetFocus();
     return FALSE;
