@@ -8,10 +8,15 @@ import tempfile
 import unittest
 
 from display import Display, Program, wait_for
+from trace import Trace
 
 bundle = None  # Sketch.app
 
 WINDOW = " - Sketch$"
+SELECT, LINE, RECTANGLE, ELLIPSE, TEXT = 32771, 32773, 32774, 32775, 32776
+FILL_TINT, SHAPE_BACK = 1017, 1052
+UNDO, REDO = 0xE12B, 0xE12C
+VIEW = {"class": "CSketchView"}
 
 
 class Sketch(unittest.TestCase):
@@ -24,9 +29,10 @@ class Sketch(unittest.TestCase):
         self.start()
 
     def start(self, *arguments, **environment):
+        self.trace = Trace(self.home / f"trace{len(arguments)}.jsonl")
         self.program = self.enterContext(Program(
             self.display, bundle / "Contents/MacOS/Sketch", self.home, *arguments,
-            environment={"VMCORE_MESSAGEBOX": "", **environment}))
+            environment={**self.trace.environment(), "VMCORE_MESSAGEBOX": "", **environment}))
         self.window = self.display.window(WINDOW)
         self.display.wait_drawn(self.window)
 
@@ -39,6 +45,13 @@ class Sketch(unittest.TestCase):
         for point in points[1:]:
             steps += ["mousemove", *self.at(*point)]
         self.display.run("xdotool", *steps, "mouseup", "1")
+        self.trace.expect("WM_LBUTTONUP", **VIEW)
+
+    def command(self, key, number):
+        """Presses an accelerator and waits until the window has taken it."""
+        self.trace.skip()
+        self.display.key(key)
+        self.trace.expect("WM_COMMAND", low=number)
 
     def type(self, text):
         self.display.run("xdotool", "type", "--clearmodifiers", text)
@@ -46,12 +59,9 @@ class Sketch(unittest.TestCase):
     def titled(self, title):
         wait_for(f"the title '{title}'", lambda: self.display.find(f"^{title}$"))
 
-    def dialog(self, key, title, *then):
-        """Opens a dialog, presses keys in it, and waits for its end."""
+    def end(self, title, key):
+        """Ends the dialog by a key."""
         self.display.key(key)
-        self.display.window(title)
-        for each in then:
-            self.display.key(each)
         wait_for(f"the end of '{title}'", lambda: not self.display.find(title))
         self.display.window(WINDOW)
 
@@ -68,13 +78,15 @@ class Sketch(unittest.TestCase):
     def test_what_the_mouse_draws_is_saved_and_opened_again(self):
         self.drag((300, 200), (320, 260), (350, 220))
         self.titled(r"Untitled \* - Sketch")
-        for key, start, end in (("F4", (300, 300), (400, 340)), ("F5", (450, 200), (550, 260)),
-                                ("F6", (450, 300), (550, 360)), ("F5", (600, 200), (610, 210))):
-            self.display.key(key)
+        for key, tool, start, end in (("F4", LINE, (300, 300), (400, 340)),
+                                      ("F5", RECTANGLE, (450, 200), (550, 260)),
+                                      ("F6", ELLIPSE, (450, 300), (550, 360)),
+                                      ("F5", RECTANGLE, (600, 200), (610, 210))):
+            self.command(key, tool)
             self.drag(start, end)
-        self.display.key("ctrl+z")
-        self.display.key("ctrl+z")
-        self.display.key("ctrl+y")
+        self.command("ctrl+z", UNDO)
+        self.command("ctrl+z", UNDO)
+        self.command("ctrl+y", REDO)
         lines = self.save()
         self.assertEqual([line[0] for line in lines],
                          ["page", "grid", "freehand", "line", "rectangle", "ellipse"])
@@ -89,7 +101,7 @@ class Sketch(unittest.TestCase):
         before = self.file.read_text()
         self.start(self.file)
         self.titled("drawing.sketch - Sketch")
-        self.display.key("F2")
+        self.command("F2", SELECT)
         self.display.click(*self.at(450, 230))  # the rectangle's left edge
         self.display.key("Left", "Up", "Up", "ctrl+d", "Delete")
         moved = self.save()
@@ -98,23 +110,27 @@ class Sketch(unittest.TestCase):
         wait_for("the drawing as it was", lambda: self.file.read_text() == before)
 
     def test_dialogs_change_pen_page_and_shapes(self):
-        self.dialog("ctrl+e", "^Pen$", "alt+t", "alt+w", "ctrl+a", "1", "2", "Return")
-        self.display.key("F6")
+        self.display.key("ctrl+e")
+        self.display.window("^Pen$")
+        self.command("alt+t", FILL_TINT)
+        self.display.key("alt+w", "ctrl+a", "1", "2")
+        self.end("^Pen$", "Return")
+        self.command("F6", ELLIPSE)
         self.drag((300, 200), (400, 300))
-        self.display.key("F7")
+        self.command("F7", TEXT)
         self.display.click(*self.at(450, 200))
         self.display.window("^Text$")
         self.type("Hello, world")
-        self.display.key("Return")
-        wait_for("the end of the dialog", lambda: not self.display.find("^Text$"))
-        self.display.window(WINDOW)
-        self.dialog("ctrl+l", "^Shapes$", "Down", "alt+b", "Escape")
+        self.end("^Text$", "Return")
+        self.display.key("ctrl+l")
+        self.display.window("^Shapes$")
+        self.command("alt+b", SHAPE_BACK)  # of the topmost, which is selected
+        self.end("^Shapes$", "Escape")
         self.display.menu("alt+f", "u")
         self.display.window("Page Setup")
-        self.display.key("alt+w", "ctrl+a", "6", "4", "0", "ctrl+Tab", "alt+a", "ctrl+a", "2", "5",
-                         "Return")
-        wait_for("the end of the sheet", lambda: not self.display.find("Page Setup"))
-        self.display.window(WINDOW)
+        self.display.key("alt+w", "ctrl+a", "6", "4", "0")
+        self.display.key("ctrl+Tab", "alt+a", "ctrl+a", "2", "5")
+        self.end("Page Setup", "Return")
         page, grid, text, ellipse = self.save()
         self.assertEqual(page, ["page", "640", "480"])
         self.assertEqual(grid, ["grid", "25", "show"])

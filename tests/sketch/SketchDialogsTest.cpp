@@ -94,8 +94,7 @@ protected:
         top.Create("", "Top", WS_VISIBLE, RECT{80, 90, 880, 690}, nullptr, 0);
         const std::filesystem::path folder =
             std::filesystem::path(bundle.PathOf("DLG_1")).parent_path();
-        std::filesystem::copy(SKETCH_RESOURCES, folder,
-                              std::filesystem::copy_options::overwrite_existing);
+        std::filesystem::copy(SKETCH_RESOURCES, folder, std::filesystem::copy_options::recursive);
         QFont font = m_font;
         font.setPointSize(GetParam());
         QApplication::setFont(font);
