@@ -91,13 +91,13 @@ bool IsTextCut(const QWidget& widget) {
 class SketchDialogs : public DialogsFixture, public testing::WithParamInterface<int> {
 protected:
     SketchDialogs() : m_font(QApplication::font()) {
-        top.Create("", "Top", WS_VISIBLE, RECT{80, 90, 880, 690}, nullptr, 0);
         const std::filesystem::path folder =
             std::filesystem::path(bundle.PathOf("DLG_1")).parent_path();
         std::filesystem::copy(SKETCH_RESOURCES, folder, std::filesystem::copy_options::recursive);
         QFont font = m_font;
         font.setPointSize(GetParam());
-        QApplication::setFont(font);
+        QApplication::setFont(font); // for windows that are made from now on
+        top.Create("", "Top", WS_VISIBLE, RECT{80, 90, 880, 690}, nullptr, 0);
     }
     ~SketchDialogs() override {
         top.DestroyWindow();
@@ -135,6 +135,7 @@ TEST_P(SketchDialogs, AreAsTheirScriptSays) {
     for (const Dialog& script : dialogs) {
         SCOPED_TRACE(script.head.id.symbol);
         ASSERT_TRUE(dialog.Create(*script.head.id.number, &top));
+        ASSERT_EQ(dialog.view->font().pointSize(), GetParam());
         CheckPlaces(script, BaseUnits(dialog.view->font()));
         for (const QWidget* child : dialog.view->findChildren<QWidget*>())
             EXPECT_FALSE(IsTextCut(*child))
