@@ -10,8 +10,8 @@
 static const int COLUMN_COUNT = 4;
 static const struct {
     LPCSTR lpszTitle;
-    int nWidth;
-} columns[COLUMN_COUNT] = {{"Shape", 110}, {"Place", 90}, {"Size", 90}, {"Pen", 112}};
+    int nPercent; // of the list's width
+} columns[COLUMN_COUNT] = {{"Shape", 27}, {"Place", 22}, {"Size", 22}, {"Pen", 28}};
 
 // CShapeList
 
@@ -23,8 +23,11 @@ END_MESSAGE_MAP()
 
 void CShapeList::AddColumns()
 {
+    CRect client;
+    GetClientRect(&client);
     for (int i = 0; i < COLUMN_COUNT; ++i)
-        InsertColumn(i, columns[i].lpszTitle, LVCFMT_LEFT, columns[i].nWidth, i);
+        InsertColumn(i, columns[i].lpszTitle, LVCFMT_LEFT,
+                     client.Width() * columns[i].nPercent / 100, i);
 }
 
 void CShapeList::Fill()
