@@ -1,6 +1,6 @@
 # vmcore_add_application(NAME <target> SOURCES <files...> [RESOURCES <files or folders...>]
 #                        [PLUGINS <targets or files...>] [BUNDLE_NAME <name>] [HELP_BOOK <folder>]
-#                        [INFO <file>])
+#                        [INFO <file>] [RESOURCE_SCRIPT <file.rc> [MAIN_MENU <id>]])
 #
 # Makes the executable <target> inside the bundle the library looks for at run time:
 #
@@ -13,6 +13,12 @@
 # property list such as the Version.plist that `vmcore rc` writes, are added to Info.plist. A plug-in that is a
 # target of this build must be defined before. The bundle's path is the target's property
 # VMCORE_BUNDLE. Works in this project and in one that found the installed package.
+#
+# RESOURCE_SCRIPT is compiled with `vmcore rc` in each build in which it, or a file that it names, has
+# changed: its dialogs, menus, texts and pictures go into the bundle, its version into Info.plist; MAIN_MENU
+# is the number of the menu that becomes the application's. The accelerators' source is compiled into the
+# target, which finds its header as "<script>Accelerators.h". The report is <target>_rc/report.txt in the
+# current binary folder. The tool is this build's, else the installed one: the variable VMCORE_TOOL.
 #
 # vmcore_install_application(<target> COMMAND <name> [COMPONENT <component>])
 #
@@ -27,9 +33,10 @@
 # and callbacks of it may outlive the interest of who has loaded it.
 
 set(VMCORE_INFO_PLIST_TEMPLATE ${CMAKE_CURRENT_LIST_DIR}/Info.plist.in CACHE INTERNAL "")
+set(VMCORE_RESOURCE_SCRIPT_STEP ${CMAKE_CURRENT_LIST_DIR}/VMCoreResourceScript.cmake CACHE INTERNAL "")
 
 function(vmcore_add_application)
-    cmake_parse_arguments(PARSE_ARGV 0 app "" "NAME;BUNDLE_NAME;HELP_BOOK;INFO"
+    cmake_parse_arguments(PARSE_ARGV 0 app "" "NAME;BUNDLE_NAME;HELP_BOOK;INFO;RESOURCE_SCRIPT;MAIN_MENU"
                           "SOURCES;RESOURCES;PLUGINS")
     if(NOT app_NAME OR NOT app_SOURCES)
         message(FATAL_ERROR "vmcore_add_application needs NAME and SOURCES")
@@ -50,7 +57,15 @@ function(vmcore_add_application)
         VMCORE_BUNDLE ${bundle}
         VMCORE_PLUGINS "${app_PLUGINS}")
 
-    _vmcore_write_info_plist(${bundle} ${app_NAME} ${app_BUNDLE_NAME} "${app_HELP_BOOK}"
+    set(contents ${bundle}/Contents)
+    set(infoFolder ${contents})
+    file(MAKE_DIRECTORY ${contents}/Resources ${contents}/PlugIns)
+    if(app_RESOURCE_SCRIPT)
+        set(infoFolder ${CMAKE_CURRENT_BINARY_DIR}/${app_NAME}_rc)
+        _vmcore_compile_script(${app_NAME} ${app_RESOURCE_SCRIPT} ${infoFolder} ${contents}
+                               "${app_MAIN_MENU}")
+    endif()
+    _vmcore_write_info_plist(${infoFolder} ${app_NAME} ${app_BUNDLE_NAME} "${app_HELP_BOOK}"
                              "${app_INFO}")
     _vmcore_copy_into(${app_NAME} resources ${bundle}/Contents/Resources
                       ${app_RESOURCES} ${app_HELP_BOOK})
@@ -108,7 +123,43 @@ function(vmcore_add_plugin target)
         PREFIX "" CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
 endfunction()
 
-function(_vmcore_write_info_plist bundle executable name helpBook info)
+# The tool of this build, or the one beside the found package.
+function(_vmcore_find_tool command dependency)
+    if(TARGET VMCore::tool)
+        set(${command} $<TARGET_FILE:VMCore::tool> PARENT_SCOPE)
+        set(${dependency} VMCore::tool PARENT_SCOPE)
+        return()
+    endif()
+    find_program(VMCORE_TOOL vmcore HINTS ${VMCORE_TOOL_FOLDER}
+                 DOC "The command-line tool, which compiles resource scripts")
+    if(NOT VMCORE_TOOL)
+        message(FATAL_ERROR "RESOURCE_SCRIPT needs the program vmcore (package vmcore-tools), or "
+                            "VMCORE_TOOL=<its path>")
+    endif()
+    set(${command} ${VMCORE_TOOL} PARENT_SCOPE)
+    set(${dependency} ${VMCORE_TOOL} PARENT_SCOPE)
+endfunction()
+
+function(_vmcore_compile_script target script folder contents mainMenu)
+    cmake_path(ABSOLUTE_PATH script NORMALIZE)
+    cmake_path(GET script STEM LAST_ONLY name)
+    _vmcore_find_tool(tool toolDependency)
+    set(accelerators ${folder}/files/${name}Accelerators)
+    add_custom_command(
+        OUTPUT ${folder}/stamp ${accelerators}.cpp ${accelerators}.h
+        DEPENDS ${script} ${toolDependency} ${folder}/Info.plist ${VMCORE_RESOURCE_SCRIPT_STEP}
+        DEPFILE ${folder}/depfile
+        COMMAND ${CMAKE_COMMAND} -DTOOL=${tool} -DSCRIPT=${script} -DFOLDER=${folder}
+                -DRESOURCES=${contents}/Resources -DPLIST=${contents}/Info.plist
+                -DMAIN_MENU=${mainMenu} -P ${VMCORE_RESOURCE_SCRIPT_STEP}
+        COMMENT "Compiling resources ${name}.rc" VERBATIM)
+    add_custom_target(${target}_script ALL DEPENDS ${folder}/stamp)
+    add_dependencies(${target} ${target}_script)
+    target_sources(${target} PRIVATE ${accelerators}.cpp ${accelerators}.h)
+    target_include_directories(${target} PRIVATE ${folder}/files)
+endfunction()
+
+function(_vmcore_write_info_plist folder executable name helpBook info)
     set(helpBookEntry "")
     if(helpBook)
         cmake_path(GET helpBook FILENAME helpBookName)
@@ -119,8 +170,7 @@ function(_vmcore_write_info_plist bundle executable name helpBook info)
     if(info)
         _vmcore_read_info_entries(infoEntries ${info})
     endif()
-    file(MAKE_DIRECTORY ${bundle}/Contents/Resources ${bundle}/Contents/PlugIns)
-    configure_file(${VMCORE_INFO_PLIST_TEMPLATE} ${bundle}/Contents/Info.plist @ONLY)
+    configure_file(${VMCORE_INFO_PLIST_TEMPLATE} ${folder}/Info.plist @ONLY)
 endfunction()
 
 # What is between <dict> and </dict>. A change of the file configures anew.

@@ -14,7 +14,8 @@ install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VMCore COMPON
 install(EXPORT VMCoreTargets NAMESPACE VMCore:: DESTINATION ${VMCORE_CMAKE_DIR}
         COMPONENT Development)
 configure_package_config_file(cmake/VMCoreConfig.cmake.in
-    ${CMAKE_CURRENT_BINARY_DIR}/VMCoreConfig.cmake INSTALL_DESTINATION ${VMCORE_CMAKE_DIR})
+    ${CMAKE_CURRENT_BINARY_DIR}/VMCoreConfig.cmake INSTALL_DESTINATION ${VMCORE_CMAKE_DIR}
+    PATH_VARS CMAKE_INSTALL_BINDIR)
 # Below 1.0 every minor version may change the binary interface.
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/VMCoreConfigVersion.cmake
     COMPATIBILITY SameMinorVersion)
@@ -22,6 +23,7 @@ install(FILES
     ${CMAKE_CURRENT_BINARY_DIR}/VMCoreConfig.cmake
     ${CMAKE_CURRENT_BINARY_DIR}/VMCoreConfigVersion.cmake
     cmake/VMCoreApplication.cmake
+    cmake/VMCoreResourceScript.cmake
     cmake/Info.plist.in
     DESTINATION ${VMCORE_CMAKE_DIR} COMPONENT Development)
 

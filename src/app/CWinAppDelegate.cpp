@@ -44,7 +44,11 @@ bool CWinAppDelegate::hasApplication() const {
 void CWinAppDelegate::applicationWillFinishLaunching() {
     vm::SetUserDefault("NSDisabledDictationMenuItem", true);
     vm::SetUserDefault("NSDisabledCharacterPaletteMenuItem", true);
-    if (CWinApp* app = AfxGetApp()) app->InitInstance();
+    if (CWinApp* app = AfxGetApp()) {
+        app->InitInstance();
+        // Hosts also assign the field themselves, and expect the menu bar all the same.
+        if (app->m_pMainWnd) AfxSetMainWnd(app->m_pMainWnd);
+    }
     if (QMenu* menu = vm::MainMenu()) vm::AssignMenuDelegate(menu);
 }
 

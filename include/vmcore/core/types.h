@@ -57,6 +57,7 @@ using HRGN = void*;
 using HICON = void*;
 using HCURSOR = void*;
 using HACCEL = const AccelEntry*; ///< an accelerator table, see CMenu.h
+using HDROP = NSArray*;           ///< the paths of WM_DROPFILES, see DragQueryFile
 
 static_assert(sizeof(BOOL) == 1 && sizeof(WORD) == 2 && sizeof(DWORD) == 4 && sizeof(LONG) == 4);
 static_assert(sizeof(WPARAM) == sizeof(void*) && sizeof(LRESULT) == sizeof(void*));
