@@ -11,6 +11,7 @@ import subprocess
 import time
 
 LIMIT = 20.0  # seconds; generous, because a loaded machine may be slow
+SETTLED = 0.3  # seconds for which a window keeps its place before it is clicked
 
 
 class Timeout(Exception):
@@ -137,13 +138,19 @@ class Display:
         return tuple(int(re.search(name + r":\s+(-?\d+)", text).group(1)) for name in names)
 
     def content(self, window, program):
-        """Left and top of what is below the menu bar, once the program knows the size of its window."""
+        """Left and top of what is below the menu bar, once the window manager has given the window its
+        frame and the program has followed: for a moment both may agree on the size before that."""
+        agreed, since = None, 0.0
 
         def place():
+            nonlocal agreed, since
             left, top, width, height = self.geometry(window)
             sized = [line.split() for line in program.lines() if line.startswith("sized")]
-            is_laid_out = sized and int(sized[-1][1]) == width
-            return (left, top + height - int(sized[-1][2])) if is_laid_out else None
+            is_laid_out = self.frame(window) and sized and int(sized[-1][1]) == width
+            now = (left, top + height - int(sized[-1][2])) if is_laid_out else None
+            if now != agreed:
+                agreed, since = now, time.monotonic()
+            return now if time.monotonic() - since > SETTLED else None
 
         return wait_for("the window to be laid out", place)
 
@@ -154,7 +161,7 @@ class Display:
 
     def frame(self, window):
         """The widths of the frame around the window: left, right, top and bottom."""
-        extents = self.run("xprop", "-id", window, "_NET_FRAME_EXTENTS")
+        extents = self.run("xprop", "-id", window, "_NET_FRAME_EXTENTS")  # empty before it has one
         return tuple(int(number) for number in re.findall(r"\d+", extents))
 
     def move(self, window, left, top):

@@ -78,8 +78,7 @@ std::vector<MidiId> PortTable::ConnectedSources() const {
         for (const Connection& each : m_connections) sources.push_back(each.source);
     }
     std::ranges::sort(sources);
-    const auto repeated = std::ranges::unique(sources);
-    sources.erase(repeated.begin(), repeated.end());
+    sources.erase(std::unique(sources.begin(), sources.end()), sources.end());
     return sources;
 }
 
