@@ -1,6 +1,7 @@
 // The classes that need no window: strings, arrays, geometry.
 #pragma once
 
+#include <vmcore/app/diagnostics.h>
 #include <vmcore/core/CString.h>
 #include <vmcore/core/arrays.h>
 #include <vmcore/core/geometry.h>

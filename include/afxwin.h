@@ -3,6 +3,7 @@
 
 #include <vmcore/app/CRecentFileList.h>
 #include <vmcore/app/CWinApp.h>
+#include <vmcore/app/diagnostics.h>
 #include <vmcore/app/lifecycle.h>
 #include <vmcore/app/messages.h>
 #include <vmcore/app/msg.h>

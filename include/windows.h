@@ -1,6 +1,7 @@
 // The Win32 functions and types: base types, messages, windows, drawing, threads, files.
 #pragma once
 
+#include <vmcore/app/diagnostics.h>
 #include <vmcore/app/messages.h>
 #include <vmcore/app/msg.h>
 #include <vmcore/app/sync.h>

@@ -94,10 +94,10 @@ private:
     CString m_directory; // without '/' around it as long as the host gives none
     CString m_user;
     CString m_password;
-    CInternetSession* m_session;
-    DWORD_PTR m_context;
-    int m_port;
-    bool m_passive;
+    [[maybe_unused]] CInternetSession* m_session;
+    [[maybe_unused]] DWORD_PTR m_context;
+    [[maybe_unused]] int m_port;
+    [[maybe_unused]] bool m_passive;
 
     FTPPROGRESSPROC m_progress = nullptr;
     void* m_progressContext = nullptr;
