@@ -53,6 +53,16 @@ class Port(unittest.TestCase):
         notes = self.scan(0, "tree", "--lines", "--notes").stdout
         self.assertIn("tree/src/MainFrm.cpp:17: note: there: CEdit::SetSel\n", notes)
 
+    def test_a_line_names_what_it_uses_once(self):
+        (self.folder / "map.cpp").write_text(
+            "BEGIN_MESSAGE_MAP(CMyApp, CWinApp)\n"
+            "ON_COMMAND(ID_FILE_NEW, &CWinApp::OnFileNew)\n"
+            "CString a; CString b; CString c;\n")
+        lines = [line.split(":")[1:5] for line in self.scan(0, "map.cpp", "--lines").stdout.splitlines()
+                 if line.startswith("map.cpp:")]
+        self.assertEqual([("1", "CWinApp"), ("2", "CWinApp"), ("3", "CString")],
+                         [(line[0], line[3].strip()) for line in lines])
+
     def test_json(self):
         report = json.loads(self.scan(0, "tree", "--json", "--lines").stdout)
         names = {name["name"]: name for name in report["names"]}

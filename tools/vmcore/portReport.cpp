@@ -114,6 +114,14 @@ struct Line {
     const Named* named;
 };
 
+// Whether `next`, the line behind, says it again: the same name, or a member of the class.
+bool IsSaidBy(const Line& line, const Line& next) {
+    if (std::tie(line.place.file, line.place.line) != std::tie(next.place.file, next.place.line))
+        return false;
+    const std::string& name = line.named->first;
+    return next.named->first == name || next.named->first.starts_with(name + "::");
+}
+
 Severity SeverityOf(PortState state) {
     if (state == PortState::There) return Severity::Note;
     return state == PortState::Differs ? Severity::Warning : Severity::Error;
@@ -169,7 +177,9 @@ void PrintPortLines(const PortScan& scan, const PortFiles& files, bool withNotes
         return std::tie(a.place.file, a.place.line, a.named->first) <
                std::tie(b.place.file, b.place.line, b.named->first);
     });
-    for (const Line& line : lines) {
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const Line& line = lines[i];
+        if (i + 1 < lines.size() && IsSaidBy(line, lines[i + 1])) continue;
         const PortUse& use = line.named->second;
         PrintLine(scan.Files()[line.place.file], line.place.line,
                   std::string(SeverityName(SeverityOf(use.state))) + ": " +
