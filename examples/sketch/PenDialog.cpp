@@ -82,8 +82,7 @@ void CPenDialog::OnOK()
     if (!UpdateData())
         return;
     if (!IsWidth(m_nWidth)) {
-        MessageBox("A pen is between 1 and 40 pixels wide.", "Sketch",
-                   MB_OK | MB_ICONEXCLAMATION);
+        MessageBox("A pen is between 1 and 40 pixels wide.", "Sketch", MB_OK | MB_ICONEXCLAMATION);
         return;
     }
     m_style.m_nWidth = m_nWidth;
