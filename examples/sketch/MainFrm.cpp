@@ -221,10 +221,11 @@ void CMainFrame::OnFileOpen()
 
 void CMainFrame::OnFileSave()
 {
-    if (m_doc.GetPathName().IsEmpty())
+    const CString path = m_doc.GetPathName(); // saving sets the document's
+    if (path.IsEmpty())
         OnFileSaveAs();
     else
-        SaveTo(m_doc.GetPathName());
+        SaveTo(path);
 }
 
 void CMainFrame::OnFileSaveAs()

@@ -27,6 +27,9 @@ BEGIN_MESSAGE_MAP(CSizePage, CPropertyPage)
     ON_CBN_SELCHANGE(IDC_PAPER, OnPaper)
     ON_BN_CLICKED(IDC_PORTRAIT, OnTurn)
     ON_BN_CLICKED(IDC_LANDSCAPE, OnTurn)
+    ON_EN_CHANGE(IDC_PAGE_WIDTH, OnSizeEdited)
+    ON_EN_CHANGE(IDC_PAGE_HEIGHT, OnSizeEdited)
+    ON_WM_VSCROLL()
 END_MESSAGE_MAP()
 
 BOOL CSizePage::OnInitDialog()
@@ -38,11 +41,6 @@ BOOL CSizePage::OnInitDialog()
     m_widthSpin.SetRange32(MIN_PAGE, MAX_PAGE);
     m_heightSpin.SetRange32(MIN_PAGE, MAX_PAGE);
     ShowSize();
-    int nPaper = 0;
-    while (nPaper < CUSTOM && (papers[nPaper].nWidth != std::min(m_nWidth, m_nHeight) ||
-                               papers[nPaper].nHeight != std::max(m_nWidth, m_nHeight)))
-        ++nPaper;
-    SendDlgItemMessage(IDC_PAPER, CB_SETCURSEL, nPaper);
     return TRUE;
 }
 
@@ -96,6 +94,27 @@ void CSizePage::ShowSize()
     m_heightSpin.SetPos32(m_nHeight);
     SetDlgItemInt(IDC_PAGE_WIDTH, m_nWidth);
     SetDlgItemInt(IDC_PAGE_HEIGHT, m_nHeight);
+    ShowPaper(m_nWidth, m_nHeight);
+}
+
+// The paper of this size, either way round
+void CSizePage::ShowPaper(int nWidth, int nHeight)
+{
+    int nPaper = 0;
+    while (nPaper < CUSTOM && (papers[nPaper].nWidth != std::min(nWidth, nHeight) ||
+                               papers[nPaper].nHeight != std::max(nWidth, nHeight)))
+        ++nPaper;
+    SendDlgItemMessage(IDC_PAPER, CB_SETCURSEL, nPaper);
+}
+
+void CSizePage::OnSizeEdited()
+{
+    ShowPaper((int)GetDlgItemInt(IDC_PAGE_WIDTH), (int)GetDlgItemInt(IDC_PAGE_HEIGHT));
+}
+
+void CSizePage::OnVScroll(UINT, UINT, CScrollBar*)
+{
+    OnSizeEdited();
 }
 
 // CGridPage
@@ -156,7 +175,7 @@ void CGridPage::OnSpacingEdited()
         m_slider.SetPos(nSpacing);
 }
 
-void CGridPage::OnHScroll(UINT, UINT, CWnd*)
+void CGridPage::OnHScroll(UINT, UINT, CScrollBar*)
 {
     if (m_slider.GetPos() == (int)GetDlgItemInt(IDC_GRID_SPACING))
         return;
@@ -164,7 +183,7 @@ void CGridPage::OnHScroll(UINT, UINT, CWnd*)
     SetDlgItemInt(IDC_GRID_SPACING, m_slider.GetPos());
 }
 
-void CGridPage::OnVScroll(UINT, UINT, CWnd*)
+void CGridPage::OnVScroll(UINT, UINT, CScrollBar*)
 {
     OnSpacingEdited();
 }

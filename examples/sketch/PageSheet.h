@@ -20,10 +20,13 @@ protected:
     BOOL OnKillActive() override;
     afx_msg void OnPaper();
     afx_msg void OnTurn();
+    afx_msg void OnSizeEdited();
+    afx_msg void OnVScroll(UINT nSBCode, UINT nPos, CScrollBar* pScrollBar);
     DECLARE_MESSAGE_MAP()
 
 private:
     void ShowSize();
+    void ShowPaper(int nWidth, int nHeight);
 
     CSpinButtonCtrl m_widthSpin;
     CSpinButtonCtrl m_heightSpin;
@@ -47,8 +50,8 @@ protected:
     BOOL OnKillActive() override;
     afx_msg void OnShow();
     afx_msg void OnSpacingEdited();
-    afx_msg void OnHScroll(UINT nSBCode, UINT nPos, CWnd* pScrollBar);
-    afx_msg void OnVScroll(UINT nSBCode, UINT nPos, CWnd* pScrollBar);
+    afx_msg void OnHScroll(UINT nSBCode, UINT nPos, CScrollBar* pScrollBar);
+    afx_msg void OnVScroll(UINT nSBCode, UINT nPos, CScrollBar* pScrollBar);
     DECLARE_MESSAGE_MAP()
 
 private:

@@ -70,14 +70,29 @@ void CPenDialog::DoDataExchange(CDataExchange* pDX)
     DDX_Text(pDX, IDC_PEN_WIDTH, m_nWidth);
     DDV_MinMaxInt(pDX, m_nWidth, 1, MAX_PEN_WIDTH);
     DDX_Radio(pDX, IDC_FILL_NONE, m_nFill);
-    if (pDX->m_bSaveAndValidate)
-        m_style.m_nWidth = m_nWidth < 1 ? 1 : m_nWidth > MAX_PEN_WIDTH ? MAX_PEN_WIDTH : m_nWidth;
+}
+
+static BOOL IsWidth(int nWidth)
+{
+    return nWidth >= 1 && nWidth <= MAX_PEN_WIDTH;
+}
+
+void CPenDialog::OnOK()
+{
+    if (!UpdateData())
+        return;
+    if (!IsWidth(m_nWidth)) {
+        MessageBox("A pen is between 1 and 40 pixels wide.", "Sketch", MB_OK | MB_ICONEXCLAMATION);
+        return;
+    }
+    m_style.m_nWidth = m_nWidth;
+    CDialog::OnOK();
 }
 
 // The number, the arrows and the slider show the same
 void CPenDialog::SetWidth(int nWidth)
 {
-    if (m_bShowing || nWidth < 1 || nWidth > MAX_PEN_WIDTH)
+    if (m_bShowing || !IsWidth(nWidth))
         return;
     m_bShowing = TRUE;
     m_style.m_nWidth = nWidth;
@@ -141,15 +156,19 @@ void CPenDialog::OnPreset()
 
 void CPenDialog::OnWidthEdited()
 {
-    SetWidth((int)GetDlgItemInt(IDC_PEN_WIDTH));
+    const int nWidth = (int)GetDlgItemInt(IDC_PEN_WIDTH);
+    if (IsWidth(nWidth))
+        return SetWidth(nWidth);
+    // What was typed stays, and the slider shows the nearest
+    m_slider.SetPos(nWidth < 1 ? 1 : MAX_PEN_WIDTH);
 }
 
-void CPenDialog::OnHScroll(UINT, UINT, CWnd*)
+void CPenDialog::OnHScroll(UINT, UINT, CScrollBar*)
 {
     SetWidth(m_slider.GetPos());
 }
 
-void CPenDialog::OnVScroll(UINT, UINT, CWnd*)
+void CPenDialog::OnVScroll(UINT, UINT, CScrollBar*)
 {
     SetWidth((int)GetDlgItemInt(IDC_PEN_WIDTH));
 }

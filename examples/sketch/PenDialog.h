@@ -16,13 +16,14 @@ public:
 protected:
     BOOL OnInitDialog() override;
     void DoDataExchange(CDataExchange* pDX) override;
+    void OnOK() override;
     afx_msg void OnPreset();
     afx_msg void OnWidthEdited();
     afx_msg void OnPenColor();
     afx_msg void OnFillColor();
     afx_msg void OnFill(UINT nID);
-    afx_msg void OnHScroll(UINT nSBCode, UINT nPos, CWnd* pScrollBar);
-    afx_msg void OnVScroll(UINT nSBCode, UINT nPos, CWnd* pScrollBar);
+    afx_msg void OnHScroll(UINT nSBCode, UINT nPos, CScrollBar* pScrollBar);
+    afx_msg void OnVScroll(UINT nSBCode, UINT nPos, CScrollBar* pScrollBar);
     DECLARE_MESSAGE_MAP()
 
 private:

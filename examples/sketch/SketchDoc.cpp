@@ -27,7 +27,8 @@ BOOL CSketchDoc::OnSaveDocument(LPCSTR lpszPath)
 {
     if (!SaveSketch(lpszPath, m_data))
         return FALSE;
-    m_strPath = lpszPath;
+    if (m_strPath != lpszPath) // which may be GetPathName(), and stays valid
+        m_strPath = lpszPath;
     m_bModified = FALSE;
     return TRUE;
 }

@@ -336,6 +336,10 @@ void CSketchView::OnContextMenu(CWnd*, CPoint point)
 {
     if (m_bTracking)
         return;
+#ifndef _WIN32
+    if (GetKeyState(VK_LBUTTON) < 0) // a click with Super is told in the window
+        ClientToScreen(&point);
+#endif
     CPoint at = point;
     ScreenToClient(&at);
     const int nIndex = m_pDoc->HitTest(ToPage(at), SLACK);

@@ -114,14 +114,4 @@ void CSketchView::DrawSelection(CDC* pDC, CPoint origin)
     frame.OffsetRect(-origin.x, -origin.y);
     CBrush mark(MARK);
     pDC->FrameRect(&frame, &mark);
-    const int xs[] = {frame.left, frame.CenterPoint().x, frame.right - 1};
-    const int ys[] = {frame.top, frame.CenterPoint().y, frame.bottom - 1};
-    for (int x : xs) {
-        for (int y : ys) {
-            if (x == xs[1] && y == ys[1])
-                continue;
-            Fill(pDC, CRect(x - 3, y - 3, x + 4, y + 4), MARK);
-            Fill(pDC, CRect(x - 2, y - 2, x + 3, y + 3), PAPER);
-        }
-    }
 }

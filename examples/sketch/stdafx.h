@@ -3,6 +3,7 @@
 #pragma once
 
 #define VC_EXTRALEAN
+#define NOMINMAX // std::min, std::max
 
 #include <afxwin.h>
 #include <afxcmn.h>

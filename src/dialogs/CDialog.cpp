@@ -108,7 +108,7 @@ static LRESULT Answer(CDialog& dialog, UINT message, WPARAM wParam, LPARAM lPara
         if (reinterpret_cast<HWND>(wParam) != dialog.view) return 1; // a click on a control
         break;
     case WM_COMMAND:
-        if (vm::map::HasCommand(dialog, wParam)) break; // of its message map
+        if (vm::map::HasCommand(dialog, wParam, lParam)) break; // of its message map
         if (LOWORD(wParam) == IDOK) return dialog.OnOK(), 1;
         if (LOWORD(wParam) == IDCANCEL) return dialog.OnCancel(), 1;
         break;

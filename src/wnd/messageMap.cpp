@@ -1,6 +1,9 @@
 // The part of message maps that is not in the macros.
 #include "wnd/messageMap.h"
 
+#include <algorithm>
+#include <vector>
+
 #include <vmcore/wnd/messageMap.h>
 
 #include "app/appState.h"
@@ -12,14 +15,15 @@ namespace {
 constexpr unsigned kTicket = 0x7E000001;
 constexpr unsigned kTicketMask = 0xFF0000FF;
 
-// A result waits here while the maps of derived classes return. They rarely send messages after that,
-// so that a few places are enough.
+// A result waits here while the maps of derived classes return. What was kept after it belongs to
+// messages that have been answered by then, and goes with it. Who calls a map and drops the answer
+// leaves one behind, so that there is a limit: then the older half goes.
 struct Kept {
     unsigned ticket;
     LRESULT result;
 };
-constexpr unsigned kPlaces = 16;
-thread_local Kept s_kept[kPlaces];
+constexpr std::size_t kMostKept = 4096;
+thread_local std::vector<Kept> s_kept;
 thread_local unsigned s_serial;
 
 constexpr bool IsTicket(LRESULT answer) {
@@ -32,7 +36,8 @@ int AnswerOf(LRESULT result) {
     const int answer = static_cast<int>(result);
     if (answer == result && (answer & 0xFF) && !IsTicket(answer)) return answer;
     const unsigned serial = s_serial++ & 0xFFFF;
-    s_kept[serial % kPlaces] = {kTicket | serial << 8, result};
+    if (s_kept.size() == kMostKept) s_kept.erase(s_kept.begin(), s_kept.begin() + kMostKept / 2);
+    s_kept.push_back({kTicket | serial << 8, result});
     return static_cast<int>(kTicket | serial << 8);
 }
 
@@ -40,10 +45,12 @@ LRESULT ResultOf(int answer) {
     if (!IsTicket(answer)) [[likely]]
         return answer;
     const auto ticket = static_cast<unsigned>(answer);
-    Kept& kept = s_kept[(ticket >> 8) % kPlaces];
-    if (kept.ticket != ticket) return answer; // a host's own number
-    kept.ticket = 0;
-    return kept.result;
+    auto kept = std::find_if(s_kept.rbegin(), s_kept.rend(),
+                             [=](const Kept& each) { return each.ticket == ticket; });
+    if (kept == s_kept.rend()) return answer; // a host's own number
+    const LRESULT result = kept->result;
+    s_kept.erase(kept.base() - 1, s_kept.end());
+    return result;
 }
 
 int Define(UINT message, LPARAM lParam) {
@@ -67,10 +74,11 @@ CCmdUI* Enabled(LPARAM lParam) {
     return state;
 }
 
-bool HasCommand(CWnd& wnd, WPARAM wParam) {
+bool HasCommand(CWnd& wnd, WPARAM wParam, LPARAM lParam) {
     if (LOWORD(wParam) != IDOK && LOWORD(wParam) != IDCANCEL) return false;
     CommandQuestion question{};
-    wnd.MessageMap(static_cast<int>(kHasCommand), wParam, reinterpret_cast<LPARAM>(&question));
+    const WPARAM command = lParam ? wParam : LOWORD(wParam); // without a control any code is one
+    wnd.MessageMap(static_cast<int>(kHasCommand), command, reinterpret_cast<LPARAM>(&question));
     return question.isKnown;
 }
 

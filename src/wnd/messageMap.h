@@ -12,6 +12,6 @@ namespace vm::map {
 LRESULT ResultOf(int answer);
 /// Whether the window has a message map with a handler for IDOK or IDCANCEL, which `wParam` names. A
 /// map written as a switch is asked too, and does not know the question.
-bool HasCommand(CWnd& wnd, WPARAM wParam);
+bool HasCommand(CWnd& wnd, WPARAM wParam, LPARAM lParam);
 
 } // namespace vm::map

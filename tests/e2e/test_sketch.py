@@ -113,6 +113,11 @@ class Sketch(unittest.TestCase):
         self.display.key("ctrl+e")
         self.display.window("^Pen$")
         self.command("alt+t", FILL_TINT)
+        self.display.key("alt+w", "ctrl+a", "9", "9", "Return")
+        self.display.window("^Sketch$")  # says that no pen is so wide
+        self.display.key("Return")
+        wait_for("the end of the message", lambda: not self.display.find("^Sketch$"))
+        self.display.window("^Pen$")
         self.display.key("alt+w", "ctrl+a", "1", "2")
         self.end("^Pen$", "Return")
         self.command("F6", ELLIPSE)

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/TemporaryHome.h"
+
 namespace {
 
 CShape Rectangle(int left, int top, int right, int bottom, bool filled = false) {
@@ -56,4 +58,17 @@ TEST(SketchDoc, AClickHitsTheTopmostShapeOrNone) {
                 {{450, 50}, -1}, {{450, 1}, 3},   {{600, 0}, -1}};
     for (const auto& row : rows)
         EXPECT_EQ(doc.HitTest(row.at, 4), row.hit) << row.at.x << ", " << row.at.y;
+}
+
+TEST(SketchDoc, IsSavedToItsOwnFileAgain) {
+    TemporaryHome home;
+    const std::string path = (home.Path() / "a.sketch").string();
+    CSketchDoc doc;
+    ASSERT_TRUE(doc.OnSaveDocument(path.c_str()));
+    doc.AddShape(Rectangle(0, 0, 10, 10));
+    const LPCSTR own = doc.GetPathName();
+    ASSERT_TRUE(doc.OnSaveDocument(own));
+    EXPECT_EQ(static_cast<LPCSTR>(doc.GetPathName()), own) << "the caller still uses it";
+    EXPECT_EQ(own, path);
+    EXPECT_FALSE(doc.IsModified());
 }

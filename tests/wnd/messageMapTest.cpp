@@ -70,7 +70,9 @@ private:
         Say("mdi", active, Name(on), Name(off));
     }
     void OnTimer(UINT_PTR id) { Say("timer", id); }
-    void OnHScroll(UINT code, UINT position, CWnd* bar) { Say("h", code, position, Name(bar)); }
+    void OnHScroll(UINT code, UINT position, CScrollBar* bar) {
+        Say("h", code, position, !bar ? "none" : bar == (CScrollBar*)other ? "other" : "wrong");
+    }
     void OnVScroll(UINT code, UINT position, CWnd* bar) { Say("v", code, position, Name(bar)); }
     void OnExitMenuLoop(BOOL isPopup) { Say("menu", isPopup); }
     DECLARE_MESSAGE_MAP()
@@ -310,7 +312,9 @@ TEST_F(MappedWindow, EntriesUnpackEveryMessage) {
         {WM_MDIACTIVATE, own, 0, "mdi 0 none itself"},
         {WM_TIMER, 12, 0, "timer 12"},
         {WM_HSCROLL, MAKEWPARAM(SB_THUMBTRACK, 60000), next, "h 5 60000 other"},
+        {WM_HSCROLL, SB_LINEDOWN, 0, "h 1 0 none"},
         {WM_VSCROLL, MAKEWPARAM(SB_PAGEDOWN, 0), bar, "v 3 0 none"},
+        {WM_VSCROLL, SB_PAGEDOWN, next, "v 3 0 other"},
         {WM_SETFOCUS, bar, 0, "focus scratch"},
         {WM_EXITMENULOOP, 0, 0, "menu 1"},
     };
@@ -339,12 +343,15 @@ TEST_F(MappedWindow, ResultWaitsWhileADerivedClassSendsOthers) {
     class Chatty : public Pane {
         int MessageMap(int message, WPARAM wParam, LPARAM lParam) override {
             const int result = Pane::MessageMap(message, wParam, lParam);
-            if (wParam == 512) {
-                EXPECT_EQ(SendMessage(kMessage, 768), 768);
+            for (WPARAM other = 10; wParam == 512 && other < 50; ++other) {
+                EXPECT_EQ(SendMessage(kMessage, other << 8), static_cast<LRESULT>(other << 8));
+                Pane::MessageMap(message, 768, lParam); // dropped
             }
             return result;
         }
     } chatty;
+    EXPECT_EQ(chatty.SendMessage(kMessage, 512), 512);
+    for (int i = 0; i < 10000; ++i) pane.MessageMap(kMessage, 768, 0); // do not pile up
     EXPECT_EQ(chatty.SendMessage(kMessage, 512), 512);
 }
 
@@ -384,6 +391,8 @@ TEST_F(MappedWindow, CommandsAndControlsTakeTheirCodesOnly) {
         {20, 0, "0"},
         {12, 0, "0"},
     };
+    EXPECT_EQ(Command(pane, pane.said, MAKEWPARAM(10, 1)), "open 1"); // an accelerator
+    EXPECT_EQ(Command(pane, pane.said, MAKEWPARAM(10, 1), AsParameter(pane.view)), "0");
     for (const auto& row : rows)
         EXPECT_EQ(Command(pane, pane.said, MAKEWPARAM(row.id, row.code), AsParameter(pane.view)),
                   row.expected)
@@ -447,8 +456,9 @@ TEST(MappedDialog, EntriesForOKComeBeforeTheVirtual) {
     Dialog dialog;
     EXPECT_EQ(dialog.SendMessage(WM_COMMAND, IDOK), 1);
     EXPECT_EQ(dialog.SendMessage(WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED)), 1);
+    EXPECT_EQ(dialog.SendMessage(WM_COMMAND, MAKEWPARAM(IDOK, 1)), 1);
     EXPECT_EQ(dialog.SendMessage(WM_COMMAND, IDCANCEL), 1);
-    EXPECT_EQ(dialog.said, "save OK save OK cancel ");
+    EXPECT_EQ(dialog.said, "save OK save OK save OK cancel ");
     NamingDialog naming;
     EXPECT_EQ(naming.SendMessage(WM_COMMAND, IDOK), 1);
     EXPECT_EQ(naming.said, "OK ");

@@ -40,6 +40,11 @@ ROWS = [
      MUST_BE + "LRESULT OnX(WPARAM wParam, LPARAM lParam)"),
     ("void OnSize(UINT, CPoint) {}", "ON_WM_SIZE()", "(UINT, int, int)"),
     ("void OnTimer(int) {}", "ON_WM_TIMER()", "UINT"),
+    ("void OnHScroll(UINT, UINT, CScrollBar*) {}", "ON_WM_HSCROLL() ON_WM_VSCROLL()", ""),
+    ("void OnVScroll(UINT, UINT, CWnd*) {}", "ON_WM_HSCROLL() ON_WM_VSCROLL()", ""),
+    ("void OnVScroll(UINT, int, CWnd*) {}", "ON_WM_VSCROLL()", "CScrollBar"),
+    # Members of common names are not hidden.
+    ("int message, wParam, lParam; void OnX() {}", "ON_COMMAND(1, OnX)", ""),
     # What the library does not send has no entry.
     ("BOOL OnEraseBkgnd(CDC*) { return 1; }", "ON_WM_ERASEBKGND()", "ON_WM_ERASEBKGND"),
     ("void OnX() {}", "ON_EN_HSCROLL(1, OnX)", "ON_EN_HSCROLL"),
@@ -51,7 +56,7 @@ def problem(compiler, folder, row):
     handler, entry, words = row
     # The compiler's own words are in English then.
     result = subprocess.run(
-        [compiler, "-std=c++17", "-fsyntax-only", f"-I{folder}", "-x", "c++", "-"],
+        [compiler, "-std=c++17", "-Werror=shadow", "-fsyntax-only", f"-I{folder}", "-x", "c++", "-"],
         input=SOURCE.format(handler=handler, entry=entry), capture_output=True, text=True,
         env={**os.environ, "LC_ALL": "C"})
     errors = "\n".join(line for line in result.stderr.splitlines() if "error:" in line or "note:" in line)

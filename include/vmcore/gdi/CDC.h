@@ -1,13 +1,13 @@
 // The device context: GDI drawing state over one platform graphics context.
 //
-//     BOOL CMeter::MessageMap(UINT message, WPARAM wParam, LPARAM lParam) {
+//     int CMeter::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
 //         if (message != WM_PAINT) return CWnd::MessageMap(message, wParam, lParam);
 //         CPaintDC dc(this);
 //         CBrush green(RGB(0, 160, 0));
 //         dc.FillRect(CRect(0, 0, m_level, 8), &green);
 //         dc.SetTextColor(RGB(64, 64, 64));
 //         dc.TextOut(4, 12, "Level", 5);
-//         return TRUE;
+//         return 1;
 //     }
 //
 // Coordinates are pixels, the origin at the top left, y downwards; map modes are stored and

@@ -34,6 +34,7 @@
 // WM_CREATE (-1 does not end the creation), nor at those of the others.
 //
 // Commands. ON_COMMAND also takes clicks of the button with this ID, and ON_BN_CLICKED menu commands.
+// Without a control in lParam any code is a command's: hosts send 1 for an accelerator.
 // A command with a handler and without an ON_UPDATE_COMMAND_UI entry in its class or the bases is
 // enabled. A command with one is, until the entry's handler disables it; then it is not run either.
 // In a dialog entries for IDOK and IDCANCEL come before the virtual OnOK and OnCancel, which they may
@@ -52,12 +53,12 @@ private:                                                                        
     int VmEntries(const VmMessage& vmMessage);                                                     \
                                                                                                    \
 public:                                                                                            \
-    int MessageMap(int message, WPARAM wParam, LPARAM lParam) override;                            \
+    int MessageMap(int vmNumber, WPARAM vmWParam, LPARAM vmLParam) override;                       \
                                                                                                    \
 protected:
 
 #define BEGIN_MESSAGE_MAP(theClass, baseClass)                                                     \
-    int theClass::MessageMap(int message, WPARAM wParam, LPARAM lParam) {                          \
+    int theClass::MessageMap(int vmNumber, WPARAM vmWParam, LPARAM vmLParam) {                     \
         return VM_MAP_DISPATCH;                                                                    \
     }                                                                                              \
     template <class VmMessage>                                                                     \
@@ -67,7 +68,7 @@ protected:
 /// For a class template with one type parameter: BEGIN_TEMPLATE_MESSAGE_MAP(Pane, Item, CWnd).
 #define BEGIN_TEMPLATE_MESSAGE_MAP(theClass, typeName, baseClass)                                  \
     template <typename typeName>                                                                   \
-    int theClass<typeName>::MessageMap(int message, WPARAM wParam, LPARAM lParam) {                \
+    int theClass<typeName>::MessageMap(int vmNumber, WPARAM vmWParam, LPARAM vmLParam) {           \
         return VM_MAP_DISPATCH;                                                                    \
     }                                                                                              \
     template <typename typeName>                                                                   \
@@ -181,7 +182,7 @@ protected:
 
 // The parts of the macros above.
 #define VM_MAP_DISPATCH                                                                            \
-    vm::map::Dispatch(static_cast<UINT>(message), wParam, lParam,                                  \
+    vm::map::Dispatch(static_cast<UINT>(vmNumber), vmWParam, vmLParam,                             \
                       [this](const auto& vmMessage) { return this->VmEntries(vmMessage); })
 #define VM_MAP_BEGIN(Class, Base)                                                                  \
     using VmClass [[maybe_unused]] = Class;                                                        \

@@ -15,7 +15,8 @@
                              reinterpret_cast<CREATESTRUCT*>(vmMessage.lParam))))
 /// void OnDestroy()
 #define ON_WM_DESTROY() VM_MAP_ON(WM_DESTROY, (VM_MAP_HANDLER(void, OnDestroy, ())(), 1))
-/// void OnClose(): the window stays unless this calls the base class's
+/// void OnClose(): of a WM_CLOSE that was sent or posted the window stays unless this calls the base
+/// class's. The user's close asks WM_QUERYCLOSE and then goes, whatever this does: refuse it there.
 #define ON_WM_CLOSE() VM_MAP_ON(WM_CLOSE, (VM_MAP_HANDLER(void, OnClose, ())(), 1))
 /// BOOL OnQueryClose(): TRUE refuses the close
 #define ON_WM_QUERYCLOSE()                                                                         \
@@ -161,19 +162,19 @@
 #define ON_WM_TIMER()                                                                              \
     VM_MAP_ON(WM_TIMER,                                                                            \
               (vm::map::OfTimer<VmClass>::Call(this, &VmClass::OnTimer, vmMessage.wParam), 1))
-/// void OnHScroll(UINT code, UINT position, CWnd* control): null for the window's own bars
+/// void OnHScroll(UINT code, UINT position, CScrollBar* control), or CWnd*: null for the window's own
+/// bars. Also a slider and the arrows of a spin control arrive as a CScrollBar*: compare it with their
+/// address, call what every CWnd has, or cast it to what it is.
 #define ON_WM_HSCROLL()                                                                            \
     VM_MAP_ON(WM_HSCROLL,                                                                          \
-              (VM_MAP_HANDLER(void, OnHScroll, (UINT, UINT, CWnd*))(                               \
-                   static_cast<UINT>(LOWORD(vmMessage.wParam)), HIWORD(vmMessage.wParam),          \
-                   vm::map::ScrollBarOf(*this, vmMessage.lParam)),                                 \
+              (vm::map::OfScroll<VmClass>::Call(this, &VmClass::OnHScroll, vmMessage.Keys(),       \
+                                                HIWORD(vmMessage.wParam), vmMessage.lParam),       \
                1))
-/// void OnVScroll(UINT code, UINT position, CWnd* control)
+/// void OnVScroll(UINT code, UINT position, CScrollBar* control), or CWnd*
 #define ON_WM_VSCROLL()                                                                            \
     VM_MAP_ON(WM_VSCROLL,                                                                          \
-              (VM_MAP_HANDLER(void, OnVScroll, (UINT, UINT, CWnd*))(                               \
-                   static_cast<UINT>(LOWORD(vmMessage.wParam)), HIWORD(vmMessage.wParam),          \
-                   vm::map::ScrollBarOf(*this, vmMessage.lParam)),                                 \
+              (vm::map::OfScroll<VmClass>::Call(this, &VmClass::OnVScroll, vmMessage.Keys(),       \
+                                                HIWORD(vmMessage.wParam), vmMessage.lParam),       \
                1))
 /// void OnExitMenuLoop(BOOL isPopup): TRUE, for only pop-up menus tell
 #define ON_WM_EXITMENULOOP()                                                                       \

@@ -11,6 +11,8 @@
 #include <vmcore/core/types.h>
 #include <vmcore/wnd/CWnd.h>
 
+class CScrollBar;
+
 namespace vm::map {
 
 /// Asked by dialogs through MessageMap, and nobody else: is there a handler for this command?
@@ -71,10 +73,10 @@ struct Message {
 struct Command : Message {
     Command(WPARAM w, LPARAM l)
         : Message{w, l}, control(static_cast<std::uint32_t>(w)),
-          command(IsCommandCode(HIWORD(w)) ? LOWORD(w) : kNoID) {}
+          command(!l || IsCommandCode(HIWORD(w)) ? LOWORD(w) : kNoID) {}
     static constexpr UINT number = WM_COMMAND;
     std::uint64_t control; // code and ID
-    UINT command;          // the ID to be run
+    UINT command;          // the ID to be run: without a control whatever the code is
     static constexpr UINT update = kNoID;
     static constexpr bool asks = false;
     static constexpr bool isLastPass = false;
@@ -233,6 +235,21 @@ struct OfTimer {
     }
     static void Call(Class* self, void (Class::*handler)(UINT_PTR), WPARAM id) {
         (self->*handler)(id);
+    }
+};
+
+/// The handlers of scroll messages take who scrolls as the CScrollBar* of every such source, or as a
+/// CWnd*. What is no scroll bar keeps its address, and is a window at that.
+template <class Class>
+struct OfScroll {
+    static void Call(Class* self, void (Class::*handler)(UINT, UINT, CScrollBar*), UINT code,
+                     UINT position, LPARAM control) {
+        CWnd* const wnd = ScrollBarOf(*self, control);
+        (self->*handler)(code, position, reinterpret_cast<CScrollBar*>(wnd));
+    }
+    static void Call(Class* self, void (Class::*handler)(UINT, UINT, CWnd*), UINT code,
+                     UINT position, LPARAM control) {
+        (self->*handler)(code, position, ScrollBarOf(*self, control));
     }
 };
 
