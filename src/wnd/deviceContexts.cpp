@@ -77,7 +77,8 @@ Outside& Begin(QWidget& window, QPaintDevice* device) {
     if (!state.filter) state.filter = new EndsOutside(qApp);
     window.installEventFilter(state.filter); // a second time moves it to the front
     EndWhenLoopRuns();
-    return state.windows.emplace_back(&window, std::make_shared<PaintTarget>(device), QRegion());
+    state.windows.push_back({&window, std::make_shared<PaintTarget>(device), QRegion()});
+    return state.windows.back();
 }
 
 QPaintDevice* ImageBehind(const QWidget& window) {

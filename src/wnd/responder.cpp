@@ -38,7 +38,8 @@ Responder& Of(QWidget* window) {
     windows.erase(std::remove_if(windows.begin(), windows.end(),
                                  [](const Responder& one) { return !one.window; }),
                   windows.end());
-    return windows.emplace_back(window, nullptr);
+    windows.push_back({window, nullptr});
+    return windows.back();
 }
 
 void Tell(QWidget* view, UINT message, const QWidget* previous) {
