@@ -168,6 +168,15 @@ TEST(WritersDialogs, WhatSeveralControlsHaveInCommon) {
     EXPECT_THAT(written.lines[3], StartsWith("left out: CONTROL IDC_6: windows are resized"));
 }
 
+TEST(WritersDialogs, WhatIsBehindComesFirst) {
+    const Written written({MakeDialog(1, {MakeControl("edit", 4, "", {}, kTabbed),
+                                          MakeControl("button", 5, "Box", {}, 7),
+                                          MakeControl("systabcontrol32", 6, "", {}, kTabbed)})});
+    EXPECT_THAT(Widgets(written.File("DLG_1.ui")),
+                ElementsAre(StartsWith("QDialog"), StartsWith("QTabWidget"),
+                            StartsWith("QGroupBox"), StartsWith("QLineEdit")));
+}
+
 TEST(WritersDialogs, WindowsBecomeRoots) {
     const struct {
         std::uint32_t style;

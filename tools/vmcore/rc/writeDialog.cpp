@@ -23,6 +23,13 @@ bool IsTyped(const Widget& widget, const char* type) {
     return widget.type == type;
 }
 
+// The toolkit has later ones above, scripts may have a tab control behind what stands in it.
+constexpr int kLayers = 3;
+int LayerOf(const Widget& widget) {
+    if (IsTyped(widget, "QTabWidget")) return 0;
+    return widget.part == Part::Background ? 1 : 2;
+}
+
 class DialogXml {
 public:
     DialogXml(const Dialog& dialog, const std::string& name, const std::vector<Widget>& widgets)
@@ -32,10 +39,9 @@ public:
         const bool isPage = (m_dialog.style & kChild) != 0;
         m_xml.Begin("widget", {{"class", isPage ? "QWidget" : "QDialog"}, {"name", m_name}});
         WriteRoot();
-        for (const Widget& widget : m_widgets)
-            if (widget.part == Part::Background) WriteWidget(widget);
-        for (const Widget& widget : m_widgets)
-            if (widget.part != Part::Background) WriteWidget(widget);
+        for (int layer = 0; layer < kLayers; ++layer)
+            for (const Widget& widget : m_widgets)
+                if (LayerOf(widget) == layer) WriteWidget(widget);
         m_xml.End();
         WritePromoted();
         WriteTabStops();
