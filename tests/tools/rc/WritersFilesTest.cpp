@@ -293,6 +293,9 @@ TEST(WritersPicture, IconsAreTheirLargestImage) {
     EXPECT_EQ(largest.size(), QSize(48, 48));
     EXPECT_EQ(largest.pixelColor(0, 0), QColor(0, 0, 255, 128));
     EXPECT_TRUE(load({{16, IconPixels(16, 24).substr(0, 300)}}).isNull());
+    std::vector<IconImage> many(300, {16, IconPixels(16, 24)});
+    many.push_back({48, png});
+    EXPECT_EQ(load(many).size(), QSize(16, 16)); // no more are looked at
 }
 
 TEST(WritersPicture, TroubleIsSaid) {
