@@ -130,6 +130,8 @@ bool Preprocessor::Evaluate(const Token& at, const Words& rest) {
 
 void Preprocessor::Define(const Token& at, const Words& rest) {
     if (rest.empty() || rest[0].kind != TokenKind::Name) Fail(at, "expected a name behind #define");
+    m_defined += rest.size();
+    if (m_defined > m_settings.limits.tokens) Fail(at, "the macros are too long together");
     try {
         m_macros.Define(rest);
     } catch (const MacroError& error) {

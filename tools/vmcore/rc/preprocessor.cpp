@@ -122,14 +122,20 @@ void Preprocessor::CloseFile(const File& file) {
         throw SyntaxError{m_conditions.back().place, "expected #endif for this condition"};
 }
 
-void Preprocessor::Lex(File& file, const SourceLine& line, bool tolerant, Words& words) {
+void Preprocessor::Lex(File& file, const SourceLine& line, bool isDirective, Words& words) {
     file.line = line.parts.back().line + file.lineOffset;
-    const LexerSettings settings{file.index, file.lines.CodePage(), file.lineOffset, tolerant};
+    const bool counts = Active() && !file.isHeader;
+    const LexerSettings settings{file.index,
+                                 file.lines.CodePage(),
+                                 file.lineOffset,
+                                 isDirective || !counts,
+                                 isDirective || counts,
+                                 m_settings.limits.lineTokens};
     try {
         file.lexer.Take(line, settings, words);
-    } catch (const Lexer::Unended& at) {
+    } catch (const Lexer::Trouble& at) {
         throw SyntaxError{{m_list.files[static_cast<std::size_t>(file.index)], at.line, at.column},
-                          "expected a closing quote on this line"};
+                          at.text};
     }
 }
 
@@ -141,18 +147,19 @@ void Preprocessor::TakeLine(File& file, const SourceLine& line) {
     const bool isDirective =
         !file.lexer.IsInComment() && first != std::string::npos && line.text[first] == '#';
     Words words;
-    Lex(file, line, isDirective || file.isHeader || !Active(), words);
+    Lex(file, line, isDirective, words);
     if (isDirective) {
         Flush(file);
         words.erase(words.begin());
         return Directive(file, line, words);
     }
-    if (Active() && !file.isHeader && !words.empty()) TakeWords(file, std::move(words));
+    if (!words.empty()) TakeWords(file, std::move(words));
 }
 
 void Preprocessor::TakeWords(File& file, Words words) {
     m_pending.insert(m_pending.end(), std::make_move_iterator(words.begin()),
                      std::make_move_iterator(words.end()));
+    if (m_pending.size() > m_settings.limits.tokens) Fail(m_pending[0], "the script is too long");
     const bool goesOn = m_macros.IsUnfinished(m_pending);
     if (!goesOn || ++m_pendingLines > m_settings.limits.callLines) Flush(file);
 }

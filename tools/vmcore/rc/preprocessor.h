@@ -60,7 +60,7 @@ private:
     void TakeLine(File& file, const SourceLine& line);
     void TakeWords(File& file, Words words);
     void Flush(const File& file);
-    void Lex(File& file, const SourceLine& line, bool tolerant, Words& words);
+    void Lex(File& file, const SourceLine& line, bool isDirective, Words& words);
     void CloseFile(const File& file);
 
     // Directives, in directives.cpp. `words` are those behind '#'.
@@ -102,6 +102,7 @@ private:
     int m_depth = 0;
     int m_includes = 0;
     std::size_t m_bytes = 0;
+    std::size_t m_defined = 0; ///< words of all macros
     std::size_t m_lacking = 0;
 };
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -157,7 +158,13 @@ void AddRcCommand(CLI::App& app) {
         ->type_name("FILE");
     rc->add_flag("--quiet", given->quiet, "Print only what is approximated or left out");
     rc->add_flag("--list", given->list, "Print the names of the files and write nothing");
-    rc->callback([given] { Compile(*given); });
+    rc->callback([given] {
+        try {
+            Compile(*given);
+        } catch (const std::bad_alloc&) {
+            throw Exit{kNo, given->file + " takes more memory than there is"};
+        }
+    });
 }
 
 } // namespace vm::tool
