@@ -49,7 +49,8 @@ CompileSettings OptionsOf(const std::string& bytes) {
 std::string Answer(const std::string& name) {
     const std::string bytes = ReadAll(name);
     try {
-        const Compiled compiled = CompileScript(name, bytes, DiskFiles({"inc"}), OptionsOf(bytes));
+        const Compiled compiled =
+            CompileScript(name, bytes, DiskFiles({"inc"}, ""), OptionsOf(bytes));
         return ModelText(compiled.resources) + "--\n" + compiled.report.Text() +
                compiled.report.Summary() + "\n";
     } catch (const SyntaxError& error) {

@@ -226,7 +226,7 @@ void Preprocessor::LineNumber(File& file, const Token& at, const Words& rest) {
         Fail(at, "too many files are named");
     if (words.size() < 2 || words[1].kind != TokenKind::String) return;
     const std::string_view name = Inside(words[1]);
-    if (!name.empty()) file.index = IndexOf(std::string(name));
+    if (!name.empty()) file.index = IndexOf(std::string(name), file.path);
 }
 
 } // namespace vm::rc

@@ -55,18 +55,20 @@ TokenList Preprocessor::Run(const std::string& path, const std::string& bytes) {
     Read(path, bytes, 0);
     const Token* const last = m_list.tokens.empty() ? nullptr : &m_list.tokens.back();
     Token end;
-    end.file = last ? last->file : IndexOf(path);
+    end.file = last ? last->file : IndexOf(path, path);
     end.line = last ? last->line : 1;
     end.column = last ? last->column : 1;
     m_list.tokens.push_back(end);
     return std::move(m_list);
 }
 
-int Preprocessor::IndexOf(const std::string& path) {
-    auto& files = m_list.files;
-    const auto found = std::find(files.begin(), files.end(), path);
-    if (found == files.end()) files.push_back(path);
-    return static_cast<int>(std::find(files.begin(), files.end(), path) - files.begin());
+int Preprocessor::IndexOf(const std::string& name, const std::string& path) {
+    auto& [files, paths, tokens] = m_list;
+    for (std::size_t i = 0; i < files.size(); ++i)
+        if (files[i] == name && paths[i] == path) return static_cast<int>(i);
+    files.push_back(name);
+    paths.push_back(path);
+    return static_cast<int>(files.size() - 1);
 }
 
 // What holds before the first pragma.
@@ -92,7 +94,7 @@ Preprocessor::File Preprocessor::Open(const std::string& path, const std::string
                       "U+FFFD for what the code page lacks: " + Listed(what)});
     };
     const int guessed = GuessedCodePage(path, bytes, codePage);
-    return {path, IndexOf(path),      SourceLines(bytes, guessed, lacking), IsHeader(path), 0, 0,
+    return {path, IndexOf(path, path), SourceLines(bytes, guessed, lacking), IsHeader(path), 0, 0,
             {},   m_conditions.size()};
 }
 

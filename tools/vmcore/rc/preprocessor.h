@@ -84,7 +84,7 @@ private:
     void LineNumber(File& file, const Token& at, const Words& rest);
 
     bool Active() const { return m_conditions.empty() || m_conditions.back().active; }
-    int IndexOf(const std::string& path);
+    int IndexOf(const std::string& name, const std::string& path);
     int GuessedCodePage(const std::string& path, const std::string& bytes, int codePage);
     Words Expanded(const Words& words);
     [[noreturn]] void Fail(const Token& at, const std::string& text) const;

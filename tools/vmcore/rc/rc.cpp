@@ -64,12 +64,12 @@ rc::CompileSettings SettingsOf(const Arguments& given) {
 }
 
 rc::Compiled CompileFile(const Arguments& given, const rc::CompileSettings& settings) {
-    const rc::DiskFiles files(given.folders);
+    const rc::DiskFiles files(given.folders, rc::FolderOf(given.file));
     try {
         return rc::CompileScript(given.file, ReadBytes(given.file), files, settings);
     } catch (const rc::SyntaxError& error) {
-        std::fprintf(stderr, "%s:%d:%d: error: %s\n", error.place.file.c_str(), error.place.line,
-                     error.place.column, error.text.c_str());
+        std::fprintf(stderr, "%s:%d:%d: error: %s\n", rc::OneLine(error.place.file).c_str(),
+                     error.place.line, error.place.column, rc::OneLine(error.text).c_str());
         throw Exit{kNo};
     }
 }
@@ -124,6 +124,8 @@ void Compile(const Arguments& given) {
     const std::string all = compiled.report.Text() + compiled.report.Summary() + "\n";
     if (!given.reportFile.empty()) PutFile(given.reportFile, all);
     PrintReport(given, compiled.report);
+    if (compiled.report.IsFileMissing())
+        throw Exit{kNo, "a file that " + given.file + " names is not there: see the report"};
 }
 
 void AddOptions(CLI::App& rc, Arguments& given) {
