@@ -78,7 +78,8 @@ void TakeCommon(Widget& widget, const Control& control, std::set<int>& ids) {
     if (HasStyle(control, kDisabled)) widget.Set(UiBool("enabled", false));
     const bool skipsTab =
         widget.takesFocus && widget.part != Part::Radio && !HasStyle(control, kTabStop);
-    if (skipsTab) widget.Set(UiEnum("focusPolicy", "Qt::ClickFocus"));
+    const bool isArrows = widget.type == "CSpinButton"; // a click leaves the focus where it is
+    if (skipsTab) widget.Set(UiEnum("focusPolicy", isArrows ? "Qt::NoFocus" : "Qt::ClickFocus"));
     if (widget.type == "CWndView" && widget.takesFocus)
         widget.Set(UiEnum("focusPolicy", "Qt::StrongFocus"));
     widget.NoteIf(control.exStyle & (kExRight | kExRtlReading | kExLayoutRtl),
