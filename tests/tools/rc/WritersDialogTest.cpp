@@ -184,7 +184,9 @@ TEST(WritersDialogs, PicturesOfIconsAreScaled) {
          {0x3u, 0xEu, 0x4Eu}) { // an icon, a bitmap, one of the control's size
         Control picture = MakeControl("static", 5, "", {0, 0, 21, 20}, style);
         picture.image = NumberId(8);
-        const std::string file = Written({MakeDialog(1, {picture})}).File("DLG_1.ui");
+        const Written written({MakeDialog(1, {picture})});
+        const std::string file = written.File("DLG_1.ui");
+        EXPECT_THAT(written.lines[1], HasSubstr("Bitmap_8.png is not made"));
         EXPECT_EQ(file.find("scaledContents") != std::string::npos, style != 0xE);
     }
 }

@@ -173,6 +173,15 @@ Notes NotesOf(const Dialog& dialog) {
     return notes;
 }
 
+void NotePictures(const Dialog& dialog, std::vector<Widget>& widgets, const Output& output) {
+    for (std::size_t i = 0; i < widgets.size(); ++i) {
+        const std::optional<Id>& image = dialog.controls[i].image;
+        if (widgets[i].type != "QLabel" || !image || !image->number) continue;
+        const std::string file = "Bitmap_" + FileId(*image) + ".png";
+        if (!output.Has(file)) widgets[i].Note(file + " is not made from this script");
+    }
+}
+
 void SayControls(const Dialog& dialog, const std::vector<Widget>& widgets, const std::string& file,
                  Output& output) {
     for (std::size_t i = 0; i < widgets.size(); ++i) {
@@ -201,7 +210,8 @@ void WriteDialog(const Dialog& dialog, Output& output) {
     const std::string symbol = SymbolOf(dialog.head.id);
     const bool isNumber = symbol.empty() || (symbol[0] >= '0' && symbol[0] <= '9');
     const std::string name = isNumber ? "Dialog" + FileId(dialog.head.id) : Identifier(symbol);
-    const std::vector<Widget> widgets = WidgetsOf(dialog, name);
+    std::vector<Widget> widgets = WidgetsOf(dialog, name);
+    NotePictures(dialog, widgets, output);
     if (!output.Add(file, DialogXml(dialog, name, widgets).Text()))
         return output.LeaveOut(dialog.head.place, Described(dialog.head),
                                file + " is there already, of an earlier dialog");

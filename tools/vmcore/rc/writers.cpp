@@ -67,7 +67,13 @@ std::vector<OutputFile> WriteFiles(const std::vector<Resource>& resources,
     const auto tables = AllOf<AcceleratorTable>(resources);
     const Shortcuts shortcuts = ShortcutsOf(tables, options.mainMenu);
     const OneByOne write(options.mainMenu, shortcuts, output);
-    for (const Resource& resource : resources) std::visit(write, resource);
+    // Dialogs say which pictures they lack.
+    const auto isPicture = [](const Resource& resource) {
+        return std::holds_alternative<Picture>(resource);
+    };
+    for (const bool pictures : {true, false})
+        for (const Resource& resource : resources)
+            if (isPicture(resource) == pictures) std::visit(write, resource);
     WriteAccelerators(tables, scriptName, output);
     WriteStrings(AllOf<StringTable>(resources), output);
     return std::move(output.files);
