@@ -106,7 +106,8 @@ bool SpinArrows::ReadBuddy() {
 void SpinArrows::SetBuddy(QWidget* buddy) {
     if (m_buddy) m_buddy->removeEventFilter(this);
     m_buddy = buddy;
-    setFocusPolicy(buddy && m_use.takesKeys ? Qt::NoFocus : Qt::StrongFocus);
+    if (!m_ownPolicy) m_ownPolicy = focusPolicy();
+    setFocusPolicy(buddy && m_use.takesKeys ? Qt::NoFocus : *m_ownPolicy);
     if (!buddy) return;
     if (m_use.takesKeys) buddy->installEventFilter(this);
     AlignToBuddy();

@@ -92,7 +92,8 @@ private:
     std::vector<SpinAcceleration> m_accelerations = {{0, 1}, {2, 5}, {5, 20}};
     QPointer<QWidget> m_buddy;
     BuddyUse m_use;
-    int m_held = 0; // the direction of the arrow that is held
+    std::optional<Qt::FocusPolicy> m_ownPolicy; // without a buddy that takes the keys
+    int m_held = 0;                             // the direction of the arrow that is held
     QElapsedTimer m_since;
     QBasicTimer m_repeat;
 };

@@ -75,6 +75,19 @@ class Rc(unittest.TestCase):
         self.expect(1, self.run_rc("--out", "out", define="NONE"), "a b.rc:4:9: error: ")
         self.expect(1, self.run_rc("--out", "out", define='TITLE="x'),
                     "--define TITLE:1:7: error: expected a closing quote")
+        (self.folder / "sub").mkdir()
+        (self.folder / "sub/main.rc").write_text('#include "d/part.rc"\nIDI ICON a.ico\n'
+                                                 'STRINGTABLE { 1 "x" }\n')
+        (self.folder / "sub/d").mkdir()
+        (self.folder / "sub/d/part.rc").write_text('#include "beside.rc"\n')
+        (self.folder / "sub/beside.rc").write_text("")
+        (self.folder / "a.ico").write_bytes(b"of the current folder, which does not count")
+        missing = self.run_rc("--out", "missing", script="sub/main.rc")
+        self.assertIn("main.rc:2:1: left out: ICON IDI: there is no file 'a.ico'\n",
+                      self.expect(1, missing, "is not there: see the report"))
+        self.assertEqual(["Strings.ini"], os.listdir(self.folder / "missing"))
+        (self.folder / "wrong.rc").write_text("1 DIALOG 0, 0, 1, 1 { \x1b[2J }")
+        self.assertNotIn("\x1b", self.run_rc("--out", "out", script="wrong.rc").stderr)
         (self.folder / "file").write_text("")
         self.expect(1, self.run_rc("--out", "file"), "cannot make the folder file")
         (self.folder / "taken" / OUTPUT).mkdir(parents=True)

@@ -110,6 +110,9 @@ TEST(RcLimits, EndWithAnError) {
         {"#if " + std::string(500, '-') + "1\n#endif", "1:133: the condition is nested too deeply"},
     };
     for (const auto& row : rows) EXPECT_EQ(row.answer, TextOfScript(row.script));
+    const std::string wide = std::string(200'000, '(') + "\n";
+    EXPECT_EQ("1:100001: the line is too long", TextOfScript(wide));
+    EXPECT_EQ("x", TextOfScript("#if 0\n" + wide + "#endif\nSTRINGTABLE { 1 \"x\" }"));
 }
 
 TEST(RcCodePages, AreRead) {

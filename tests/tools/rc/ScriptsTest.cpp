@@ -1,7 +1,7 @@
 // Every script of the folder `scripts`, as NAME.rc, against NAME.report: its resources, the report and
 // the summary, or the error. A first line "// options: ..." of a script is its command line. To write
 // the reports anew after a change, and look at the difference:
-//     VMCORE_RC_REPORTS=write build/dev/tests/tools/test_tools_rc --gtest_filter='Scripts/*'
+//     VMCORE_RC_REPORTS=write build/dev/tests/tools/test_tools_rc --gtest_filter='Scripts.*'
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -49,7 +49,8 @@ CompileSettings OptionsOf(const std::string& bytes) {
 std::string Answer(const std::string& name) {
     const std::string bytes = ReadAll(name);
     try {
-        const Compiled compiled = CompileScript(name, bytes, DiskFiles({"inc"}), OptionsOf(bytes));
+        const Compiled compiled =
+            CompileScript(name, bytes, DiskFiles({"inc"}, ""), OptionsOf(bytes));
         return ModelText(compiled.resources) + "--\n" + compiled.report.Text() +
                compiled.report.Summary() + "\n";
     } catch (const SyntaxError& error) {

@@ -48,6 +48,7 @@ struct Row {
 class WritersDialog : public testing::TestWithParam<Row> {};
 
 constexpr std::uint32_t kTab = kTabbed;
+constexpr std::uint32_t kBordered = kTab | 0x800000;
 
 const Row kRows[] = {
     {"button", kTab, "&Go", "QPushButton tag=5 text=&Go", ""},
@@ -64,20 +65,28 @@ const Row kRows[] = {
     {"button", 7, "Box", "QGroupBox tag=5 title=Box", ""},
     {"button", kTab | 0xB, "a", "QPushButton tag=5 text=a", "not drawn by the program"},
     {"button", kTab | 0x2000, "a", "QPushButton tag=5 text=a", "not wrapped"},
-    {"edit", kTab | 0x80, "x", "QLineEdit tag=5 text=x", ""},
-    {"edit", kTab | 0x2 | 0x2000, "1",
+    {"edit", kBordered | 0x80, "x", "QLineEdit tag=5 text=x", ""},
+    {"edit", kBordered | 0x2 | 0x2000, "1",
      "QLineEdit tag=5 text=1 alignment=Qt::AlignRight|Qt::AlignVCenter typing=digits", ""},
-    {"edit", kTab | 0x820, "x", "QLineEdit tag=5 text=x echoMode=QLineEdit::Password readOnly=true",
-     ""},
-    {"edit", kTab | 0x200004, "x",
+    {"edit", kBordered | 0x820, "x",
+     "QLineEdit tag=5 text=x echoMode=QLineEdit::Password readOnly=true", ""},
+    {"edit", kBordered | 0x200004, "x",
      "QPlainTextEdit tag=5 plainText=x verticalScrollBarPolicy=Qt::ScrollBarAsNeeded "
      "horizontalScrollBarPolicy=Qt::ScrollBarAlwaysOff",
      ""},
-    {"edit", kTab | 0x85, "x",
+    {"edit", kBordered | 0x85, "x",
      "QPlainTextEdit tag=5 plainText=x lineWrapMode=QPlainTextEdit::NoWrap "
      "verticalScrollBarPolicy=Qt::ScrollBarAlwaysOff "
      "horizontalScrollBarPolicy=Qt::ScrollBarAlwaysOff",
      "aligned to the left"},
+    {"edit", kTab, "x", "QLineEdit tag=5 text=x frame=false", ""},
+    {"edit", kTab | 4, "x",
+     "QPlainTextEdit tag=5 plainText=x verticalScrollBarPolicy=Qt::ScrollBarAlwaysOff "
+     "horizontalScrollBarPolicy=Qt::ScrollBarAlwaysOff frameShape=QFrame::NoFrame",
+     ""},
+    {"button", kTab | 3 | 0x2000, "a", "QCheckBox tag=5 text=a", "not wrapped"},
+    {"button", 7, "&A && B", "QGroupBox tag=5 title=A && B", "leads nowhere"},
+    {"msctls_updown32", 0x22, "", "CSpinButton tag=5 focusPolicy=Qt::NoFocus", "SetBuddy"},
     {"static", 0, "R&&D &x",
      "QLabel tag=5 text=R&D x textFormat=Qt::PlainText alignment=Qt::AlignLeft|Qt::AlignTop",
      "leads nowhere"},
@@ -124,7 +133,7 @@ const Row kRows[] = {
      "QLabel tag=5 text=See the page. textFormat=Qt::PlainText "
      "alignment=Qt::AlignLeft|Qt::AlignTop wordWrap=true",
      "without links"},
-    {"richedit20w", kTab, "x", "QLineEdit tag=5 text=x", "plain text"},
+    {"richedit20w", kBordered, "x", "QLineEdit tag=5 text=x", "plain text"},
     {"sysanimate32", 0, "", "CWndView tag=5", "the program draws"},
     {"sketchcanvas", kTab, "", "CWndView tag=5 focusPolicy=Qt::StrongFocus", "the program draws"},
 };
@@ -158,14 +167,37 @@ TEST(WritersDialogs, WhatSeveralControlsHaveInCommon) {
     number.id = NumberId(7);
     const Written written({MakeDialog(1, {hidden, same, grip, number})});
     const std::string file = written.File("DLG_1.ui");
-    EXPECT_THAT(Widgets(file), ElementsAre("QDialog windowTitle=Test",
-                                           "QLineEdit tag=5 text= visible=false enabled=false",
-                                           "QLineEdit tag=5 text=", "QLineEdit tag=7 text="));
+    EXPECT_THAT(Widgets(file),
+                ElementsAre("QDialog windowTitle=Test",
+                            "QLineEdit tag=5 text= frame=false visible=false enabled=false",
+                            "QLineEdit tag=5 text= frame=false",
+                            "QLineEdit tag=7 text= frame=false"));
     for (const char* name : {"\"IDC_5\"", "\"IDC_5_2\"", "\"item7\"", "<height>65534</height>"})
         EXPECT_THAT(file, HasSubstr(name));
     EXPECT_THAT(written.lines[1], HasSubstr("the help number has no counterpart"));
     EXPECT_THAT(written.lines[2], HasSubstr("is that of a control before it"));
     EXPECT_THAT(written.lines[3], StartsWith("left out: CONTROL IDC_6: windows are resized"));
+}
+
+TEST(WritersDialogs, PicturesOfIconsAreScaled) {
+    for (const std::uint32_t style :
+         {0x3u, 0xEu, 0x4Eu}) { // an icon, a bitmap, one of the control's size
+        Control picture = MakeControl("static", 5, "", {0, 0, 21, 20}, style);
+        picture.image = NumberId(8);
+        const Written written({MakeDialog(1, {picture})});
+        const std::string file = written.File("DLG_1.ui");
+        EXPECT_THAT(written.lines[1], HasSubstr("Bitmap_8.png is not made"));
+        EXPECT_EQ(file.find("scaledContents") != std::string::npos, style != 0xE);
+    }
+}
+
+TEST(WritersDialogs, WhatIsBehindComesFirst) {
+    const Written written({MakeDialog(1, {MakeControl("edit", 4, "", {}, kTabbed),
+                                          MakeControl("button", 5, "Box", {}, 7),
+                                          MakeControl("systabcontrol32", 6, "", {}, kTabbed)})});
+    EXPECT_THAT(Widgets(written.File("DLG_1.ui")),
+                ElementsAre(StartsWith("QDialog"), StartsWith("QTabWidget"),
+                            StartsWith("QGroupBox"), StartsWith("QLineEdit")));
 }
 
 TEST(WritersDialogs, WindowsBecomeRoots) {

@@ -68,6 +68,18 @@ TEST(WritersMenu, ItemsCommandsAndShortcuts) {
     EXPECT_THAT(written.lines[2], HasSubstr("the key behind the tab"));
 }
 
+TEST(WritersMenu, NumbersOfPopups) {
+    for (const int number : {0, 65535, 300}) {
+        MenuItem popup = Popup("p", {});
+        popup.id = NumberId(number);
+        Menu menu;
+        menu.head.id = NumberId(1);
+        menu.items = {popup};
+        EXPECT_EQ(Written({menu}).lines[1].find("neither number") == std::string::npos,
+                  number != 300);
+    }
+}
+
 TEST(WritersMenu, NestedTooDeeplyIsLeftOut) {
     Menu menu;
     menu.head.id = NumberId(1);
@@ -85,6 +97,8 @@ TEST(WritersAccelerators, KeysAreTheLibrarys) {
     } rows[] = {
         {Key(1, 'S', true, true), {'S' | 0x0100}, false, "Ctrl+S"},
         {Key(1, 'S' - 64, false), {'S' | 0x0100}, false, "Ctrl+S"},
+        {Key(1, 13, false), {'M' | 0x2E00, 0x0D | 0x2400, 0x0D | 0x4C00}, false, "Ctrl+M"},
+        {Key(1, 9, false), {'I' | 0x2200, 0x09 | 0x3000}, false, "Ctrl+I"},
         {Key(1, 's', false), {'S' | 0x0100}, false, "S"},
         {Key(1, 'S', false), {'S' | 0x0100}, true, "Shift+S"},
         {Key(1, 'S', false, false, false, true), {'S' | 0x0100}, false, "Alt+S"},
@@ -110,6 +124,7 @@ TEST(WritersAccelerators, KeysAreTheLibrarys) {
         for (const KeyEntry& entry : KeyEntriesOf(row.accelerator)) {
             keys.push_back(entry.key);
             EXPECT_EQ(entry.shift, row.shift);
+            EXPECT_EQ(entry.control, entry.name.starts_with("Ctrl+"));
         }
         EXPECT_EQ(keys, row.keys);
         EXPECT_EQ(ShortcutOf(row.accelerator), row.shortcut);
@@ -293,6 +308,9 @@ TEST(WritersPicture, IconsAreTheirLargestImage) {
     EXPECT_EQ(largest.size(), QSize(48, 48));
     EXPECT_EQ(largest.pixelColor(0, 0), QColor(0, 0, 255, 128));
     EXPECT_TRUE(load({{16, IconPixels(16, 24).substr(0, 300)}}).isNull());
+    std::vector<IconImage> many(300, {16, IconPixels(16, 24)});
+    many.push_back({48, png});
+    EXPECT_EQ(load(many).size(), QSize(16, 16)); // no more are looked at
 }
 
 TEST(WritersPicture, TroubleIsSaid) {
@@ -303,8 +321,8 @@ TEST(WritersPicture, TroubleIsSaid) {
                            MakePicture(6, bad), MakePicture(7, home.Path() / "none.bmp"),
                            MakePicture(8, home.Path()), MakePicture(9, good, PictureKind::Cursor)});
     EXPECT_EQ(written.files.size(), 1u);
-    const char* const whys[] = {"is there already", "cannot be read", "no such file",
-                                "no such file", "cursors are"};
+    const char* const whys[] = {"is there already", "cannot be read", "there is no file",
+                                "there is no file", "cursors are"};
     for (std::size_t i = 0; i < std::size(whys); ++i)
         EXPECT_THAT(written.lines[i + 1], AllOf(HasSubstr("left out"), HasSubstr(whys[i])));
 }
@@ -325,11 +343,11 @@ TEST(WritersVersion, BecomesEntriesOfInfoPlist) {
     EXPECT_EQ(
         written.File("Version.plist"),
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n<dict>\n"
+        "\t<key>CFBundleVersion</key>\n\t<string>1.2.3.4</string>\n"
+        "\t<key>CFBundleShortVersionString</key>\n\t<string>1.2</string>\n"
         "\t<key>NSHumanReadableCopyright</key>\n\t<string>\xC2\xA9 &lt;A&gt; &amp; B</string>\n"
-        "\t<key>CFBundleShortVersionString</key>\n\t<string>1.2 beta</string>\n"
-        "\t<key>ProductName</key>\n\t<string>Sketch</string>\n"
-        "\t<key>CFBundleVersion</key>\n\t<string>1.2.3.4</string>\n</dict>\n</plist>\n");
-    const char* const outcomes[] = {"converted",    "converted",          "converted",
+        "\t<key>ProductName</key>\n\t<string>Sketch</string>\n</dict>\n</plist>\n");
+    const char* const outcomes[] = {"converted",    "converted",          "the number counts",
                                     "BUNDLE_NAME",  "writes this key",    "earlier value",
                                     "first counts", "earlier VERSIONINFO"};
     ASSERT_EQ(written.lines.size(), std::size(outcomes));
@@ -349,6 +367,13 @@ TEST(Writers, WhatHasNoCounterpartIsNamed) {
                             HasSubstr("Resources folder, as a file"), HasSubstr("DLG_1.ui"),
                             HasSubstr("left out: DIALOGEX IDD_TEST: DLG_1.ui is there already")));
     EXPECT_TRUE(Written({}).files.empty());
+    const std::pair<const char*, const char*> whys[] = {{"DLGINIT", "OnInitDialog"},
+                                                        {"AFX_DIALOG_LAYOUT", "a layout"},
+                                                        {"24", "only for Windows"},
+                                                        {"TEXTINCLUDE", "resource editor"},
+                                                        {"241", "no tool bars"}};
+    for (const auto& [keyword, why] : whys)
+        EXPECT_THAT(Written({other(keyword)}).lines, ElementsAre(HasSubstr(why)));
 }
 
 } // namespace vm::rc

@@ -158,8 +158,8 @@ TEST_F(WritersLoad, TextsFitAtEverySize) {
 }
 
 TEST_F(WritersLoad, LowFieldsGiveUpTheirFrameNotTheirText) {
-    Load(MakeDialog(kDialog, {MakeControl("edit", 11, "x", {7, 7, 60, 9}, kTabbed),
-                              MakeControl("edit", 12, "x", {7, 27, 60, 14}, kTabbed)}));
+    Load(MakeDialog(kDialog, {MakeControl("edit", 11, "x", {7, 7, 60, 9}, kTabbed | 0x800000),
+                              MakeControl("edit", 12, "x", {7, 27, 60, 14}, kTabbed | 0x800000)}));
     EXPECT_FALSE(qobject_cast<QLineEdit*>(At(11))->hasFrame());
     EXPECT_TRUE(qobject_cast<QLineEdit*>(At(12))->hasFrame());
 }

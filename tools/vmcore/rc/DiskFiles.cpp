@@ -51,6 +51,8 @@ std::optional<std::string> DiskFiles::Find(const std::string& name,
     if (name.empty() || name.find('\0') != std::string::npos) return std::nullopt;
     if (folder)
         if (auto found = FindIn(*folder, name)) return found;
+    if (folder && m_scriptFolder)
+        if (auto found = FindIn(*m_scriptFolder, name)) return found;
     for (const std::string& other : m_folders)
         if (auto found = FindIn(other, name)) return found;
     return std::nullopt;

@@ -11,8 +11,8 @@ class SourceFiles {
 public:
     virtual ~SourceFiles() = default;
     /// The path of the file that a script names, whatever the case of its letters and with '\' for
-    /// '/': looked for in `folder` (of the file that names it; not at all when null), then in the
-    /// folders of includes.
+    /// '/': looked for in `folder` (of the file that names it) and in that of the main script, both
+    /// not at all when null, then in the folders of includes.
     virtual std::optional<std::string> Find(const std::string& name,
                                             const std::string* folder) const = 0;
     /// Nothing when it cannot be read.

@@ -21,6 +21,9 @@ public:
     bool AtEnd() const { return Peek().kind == TokenKind::End; }
     Place Here() const { return m_list.PlaceOf(Peek()); }
     Place PlaceOf(const Token& token) const { return m_list.PlaceOf(token); }
+    const std::string& PathOf(const Token& token) const {
+        return m_list.paths[static_cast<std::size_t>(token.file)];
+    }
     /// "expected <what>, not '<word>'", where the next word is.
     [[noreturn]] void Expected(const std::string& what) const;
     [[noreturn]] void Fail(const Token& at, const std::string& text) const;

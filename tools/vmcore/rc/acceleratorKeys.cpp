@@ -71,10 +71,15 @@ struct Key {
     int key; ///< Qt's; 0 for none
     bool keypad = false;
     bool shift = false; ///< needed for the character
+    bool control = false;
 };
 
 bool IsLetterOrDigit(int number) {
     return (number >= 'A' && number <= 'Z') || (number >= '0' && number <= '9');
+}
+
+bool IsControlCode(int character) {
+    return character >= kFirstControlCode && character <= kLastControlCode;
 }
 
 std::vector<Key> KeysOfNumber(int number) {
@@ -88,8 +93,12 @@ std::vector<Key> KeysOfNumber(int number) {
 }
 
 std::vector<Key> KeysOfCharacter(int character) {
-    if (character >= kFirstControlCode && character <= kLastControlCode)
-        return {{character + kLetterOfControlCode}};
+    if (IsControlCode(character)) {
+        std::vector<Key> keys = {{character + kLetterOfControlCode, false, false, true}};
+        // Return, Backspace and Tab make characters, too.
+        for (const Key& plain : KeysOfNumber(character)) keys.push_back(plain);
+        return keys;
+    }
     if (character == 0x1B || character == ' ') return KeysOfNumber(character);
     if (character >= 'a' && character <= 'z') return {{character - 'a' + 'A'}};
     if (character >= 'A' && character <= 'Z') return {{character, false, true}};
@@ -105,13 +114,25 @@ std::vector<Key> KeysOfCharacter(int character) {
 }
 
 std::vector<Key> KeysOf(const Accelerator& accelerator) {
-    if (accelerator.virtualKey) return KeysOfNumber(accelerator.key);
-    std::vector<Key> keys = KeysOfCharacter(accelerator.key);
-    // With Ctrl or Alt the letter is meant, however it is written.
-    const bool isCommand = HasControl(accelerator) || accelerator.alt;
-    for (Key& key : keys)
+    std::vector<Key> keys =
+        accelerator.virtualKey ? KeysOfNumber(accelerator.key) : KeysOfCharacter(accelerator.key);
+    for (Key& key : keys) {
+        key.control |= accelerator.control;
+        // With Ctrl or Alt the letter is meant, however it is written.
+        const bool isCommand = key.control || accelerator.alt;
         if (isCommand && key.key >= 'A' && key.key <= 'Z') key.shift = false;
+        key.shift |= accelerator.shift;
+    }
     return keys;
+}
+
+std::string NameOf(const Key& key, bool alt) {
+    int combination = key.key;
+    if (key.control) combination |= static_cast<int>(Qt::CTRL);
+    if (alt) combination |= static_cast<int>(Qt::ALT);
+    if (key.shift) combination |= static_cast<int>(Qt::SHIFT);
+    if (key.keypad) combination |= static_cast<int>(Qt::KeypadModifier);
+    return QKeySequence(combination).toString(QKeySequence::PortableText).toStdString();
 }
 
 int NativeCodeOf(const Key& key) {
@@ -133,32 +154,20 @@ int CharacterOf(const Key& key, int code, bool shift) {
 
 } // namespace
 
-bool HasControl(const Accelerator& accelerator) {
-    return accelerator.control ||
-           (!accelerator.virtualKey && accelerator.key >= kFirstControlCode &&
-            accelerator.key <= kLastControlCode);
-}
-
 std::vector<KeyEntry> KeyEntriesOf(const Accelerator& accelerator) {
     std::vector<KeyEntry> entries;
     for (const Key& key : KeysOf(accelerator)) {
-        const bool shift = accelerator.shift || key.shift;
         const int code = NativeCodeOf(key);
         if (code == kUnknownKey) continue;
-        entries.push_back({CharacterOf(key, code, shift) | code << 8, shift});
+        entries.push_back({CharacterOf(key, code, key.shift) | code << 8, key.shift, key.control,
+                           NameOf(key, accelerator.alt)});
     }
     return entries;
 }
 
 std::string ShortcutOf(const Accelerator& accelerator) {
     const std::vector<Key> keys = KeysOf(accelerator);
-    if (keys.empty()) return {};
-    int combination = keys[0].key;
-    if (HasControl(accelerator)) combination |= static_cast<int>(Qt::CTRL);
-    if (accelerator.alt) combination |= static_cast<int>(Qt::ALT);
-    if (accelerator.shift || keys[0].shift) combination |= static_cast<int>(Qt::SHIFT);
-    if (keys[0].keypad) combination |= static_cast<int>(Qt::KeypadModifier);
-    return QKeySequence(combination).toString(QKeySequence::PortableText).toStdString();
+    return keys.empty() ? std::string() : NameOf(keys[0], accelerator.alt);
 }
 
 } // namespace vm::rc

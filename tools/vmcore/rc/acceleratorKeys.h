@@ -13,16 +13,15 @@ namespace vm::rc {
 struct KeyEntry {
     std::int32_t key = 0; ///< as AccelEntry has it
     bool shift = false;
+    bool control = false;
+    std::string name; ///< "Ctrl+Shift+F5"
 };
 
-/// The entries that one accelerator needs: two where two keys of the keyboard have one number, none
-/// for a key that the library does not know.
+/// The entries that one accelerator needs: several where several keys have one number or character
+/// ("^M" is Ctrl+M and Return), none for a key that the library does not know.
 std::vector<KeyEntry> KeyEntriesOf(const Accelerator& accelerator);
 
-/// "Ctrl+Shift+F5"; empty for an unknown key.
+/// The name of the first of them; empty for an unknown key.
 std::string ShortcutOf(const Accelerator& accelerator);
-
-/// "^C" is C with Ctrl; others have it when they say so.
-bool HasControl(const Accelerator& accelerator);
 
 } // namespace vm::rc

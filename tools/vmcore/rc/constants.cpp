@@ -42,6 +42,7 @@ constexpr NamedText kTexts[] = {
     {"MONTHCAL_CLASS", "SysMonthCal32"},
     {"DATETIMEPICK_CLASS", "SysDateTimePick32"},
     {"RICHEDIT_CLASS", "RichEdit20A"},
+    {"MSFTEDIT_CLASS", "RICHEDIT50W"},
 };
 
 constexpr std::string_view kHeaders[] = {

@@ -17,6 +17,7 @@ constexpr Constant kConstants[] = {
     {"IDHELP", 9},
     {"IDTRYAGAIN", 10},
     {"IDCONTINUE", 11},
+    {"IDTIMEOUT", 32000},
     {"IDC_STATIC", 0xFFFFFFFF},
     {"ID_FILE_NEW", 0xE100},
     {"ID_FILE_OPEN", 0xE101},

@@ -63,6 +63,8 @@ constexpr Constant kConstants[] = {
     {"LVS_OWNERDRAWFIXED", 0x400},
     {"LVS_ALIGNTOP", 0},
     {"LVS_ALIGNLEFT", 0x800},
+    {"LVS_ALIGNMASK", 0xC00},
+    {"LVS_TYPESTYLEMASK", 0xFC00},
     {"LVS_OWNERDATA", 0x1000},
     {"LVS_NOSCROLL", 0x2000},
     {"LVS_NOCOLUMNHEADER", 0x4000},

@@ -130,6 +130,8 @@ bool Preprocessor::Evaluate(const Token& at, const Words& rest) {
 
 void Preprocessor::Define(const Token& at, const Words& rest) {
     if (rest.empty() || rest[0].kind != TokenKind::Name) Fail(at, "expected a name behind #define");
+    m_defined += rest.size();
+    if (m_defined > m_settings.limits.tokens) Fail(at, "the macros are too long together");
     try {
         m_macros.Define(rest);
     } catch (const MacroError& error) {
@@ -224,7 +226,7 @@ void Preprocessor::LineNumber(File& file, const Token& at, const Words& rest) {
         Fail(at, "too many files are named");
     if (words.size() < 2 || words[1].kind != TokenKind::String) return;
     const std::string_view name = Inside(words[1]);
-    if (!name.empty()) file.index = IndexOf(std::string(name));
+    if (!name.empty()) file.index = IndexOf(std::string(name), file.path);
 }
 
 } // namespace vm::rc

@@ -13,6 +13,7 @@ constexpr qsizetype kEntrySize = 16;
 constexpr int kHeaderSize = 40; // of a picture
 constexpr int kFileHeaderSize = 14;
 constexpr int kLargestSide = 4096;
+constexpr int kMostImages = 256; // of a file; an icon of a person's has a dozen
 constexpr char kPngStart[] = "\x89PNG";
 
 template <class Number>
@@ -109,7 +110,7 @@ private:
 struct Candidate {
     qint64 area;
     int bits;
-    QByteArray bytes;
+    QByteArray bytes; ///< no copy: thousands of entries may have the same bytes
 };
 
 QImage ImageOf(const QByteArray& bytes) {
@@ -137,7 +138,7 @@ bool IsIconFile(const QByteArray& bytes) {
 }
 
 int IconImageCount(const QByteArray& bytes) {
-    return At<quint16>(bytes, 4);
+    return std::min<int>(At<quint16>(bytes, 4), kMostImages);
 }
 
 QImage BestIconImage(const QByteArray& bytes) {
@@ -146,7 +147,9 @@ QImage BestIconImage(const QByteArray& bytes) {
         const qsizetype entry = kFolderStart + kEntrySize * i;
         const qsizetype offset = At<quint32>(bytes, entry + 12);
         if (entry + kEntrySize > bytes.size() || offset >= bytes.size()) continue;
-        candidates.push_back(CandidateOf(bytes.mid(offset, At<quint32>(bytes, entry + 8))));
+        const auto size = std::min<qsizetype>(At<quint32>(bytes, entry + 8), bytes.size() - offset);
+        candidates.push_back(
+            CandidateOf(QByteArray::fromRawData(bytes.constData() + offset, size)));
     }
     std::stable_sort(candidates.begin(), candidates.end(),
                      [](const Candidate& a, const Candidate& b) {

@@ -38,6 +38,7 @@ private:
     std::size_t MarkLength() const;
     bool TakeString();
     void CountTo(std::size_t offset);
+    [[noreturn]] void Fail(const char* text);
     char At(std::size_t offset) const { return offset < m_text.size() ? m_text[offset] : '\0'; }
 
     const SourceLine& m_line;
@@ -88,7 +89,17 @@ void LineLexer::CountTo(std::size_t offset) {
         if ((m_text[m_counted] & 0xC0) != 0x80) ++m_column;
 }
 
+void LineLexer::Fail(const char* text) {
+    CountTo(m_at);
+    throw Lexer::Trouble{m_line.parts[m_part].line + m_settings.lineOffset, m_column, text};
+}
+
 void LineLexer::Add(TokenKind kind, std::size_t length) {
+    if (!m_settings.keep) {
+        m_at += length;
+        return;
+    }
+    if (m_tokens.size() >= m_settings.most) Fail("the line is too long");
     CountTo(m_at);
     Token& token = m_tokens.emplace_back();
     token.kind = kind;
@@ -136,8 +147,7 @@ bool LineLexer::TakeString() {
     } else if (m_settings.tolerant) {
         m_at = m_text.size();
     } else {
-        CountTo(m_at);
-        throw Lexer::Unended{m_line.parts[m_part].line + m_settings.lineOffset, m_column};
+        Fail("expected a closing quote on this line");
     }
     return true;
 }

@@ -14,16 +14,19 @@ struct LexerSettings {
     int lineOffset = 0; ///< what #line says more than the file's own count
     /// Of lines that only directives matter in: a string that does not end is no mistake there.
     bool tolerant = false;
+    bool keep = true;        ///< or read for its comments only
+    std::size_t most = 1000; ///< words, beyond which the line is a mistake
 };
 
 class Lexer {
 public:
-    /// Appends the line's words. A string that does not end on its line throws the place where it
-    /// begins.
-    struct Unended {
+    /// Thrown of a string that does not end on its line, and of a line with too many words.
+    struct Trouble {
         int line;
         int column;
+        const char* text;
     };
+    /// Appends the line's words.
     void Take(const SourceLine& line, const LexerSettings& settings, std::vector<Token>& tokens);
     bool IsInComment() const { return m_inComment; }
 

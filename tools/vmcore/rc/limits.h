@@ -9,6 +9,7 @@ namespace vm::rc {
 struct Limits {
     std::size_t sourceBytes = std::size_t{64} << 20; ///< of all files together
     std::size_t tokens = 2'000'000;                  ///< of the whole script
+    std::size_t lineTokens = 100'000;                ///< of a line, those it continues on included
     std::size_t expandedTokens = 1'000'000;          ///< that come out of macros
     std::size_t tokenBytes = std::size_t{1} << 16;   ///< of a token that a macro puts together
     std::size_t findings = 100'000;                  ///< of the code pages

@@ -56,7 +56,8 @@ std::vector<std::string> FilesNamed(const std::vector<Resource>& resources) {
     for (const Resource& resource : resources) {
         std::error_code error;
         const auto* const picture = std::get_if<Picture>(&resource);
-        if (picture && fs::is_regular_file(picture->path, error)) paths.push_back(picture->path);
+        if (picture && picture->isThere && fs::is_regular_file(picture->path, error))
+            paths.push_back(picture->path);
     }
     return paths;
 }

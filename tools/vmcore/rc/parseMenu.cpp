@@ -36,7 +36,7 @@ MenuItem Parser::MenuEntryAt(bool extended, int depth) {
     if (isPopup) {
         item.kind = MenuEntry::Popup;
         item.text = m_reader.Text();
-    } else if (m_reader.TakeWord("SEPARATOR")) {
+    } else if (m_reader.TakeWord("SEPARATOR") || m_reader.TakeWord("MFT_SEPARATOR")) {
         item.kind = MenuEntry::Separator;
         return item;
     } else {
@@ -73,6 +73,8 @@ bool Parser::TakeMenuOption(MenuItem& item) {
         item.column = true;
     } else if (m_reader.TakeWord("HELP")) {
         item.help = true;
+    } else if (item.kind != MenuEntry::Popup && m_reader.TakeWord("MFT_SEPARATOR")) {
+        item.kind = MenuEntry::Separator;
     } else if (m_reader.TakeWord("OWNERDRAW") || m_reader.TakeWord("BITMAP")) {
         LeftOut(place, "option of MENUITEM " + item.text, "items are drawn by the desktop");
     } else {

@@ -15,9 +15,9 @@ std::string Parser::TakePath() {
     return PortablePath(name);
 }
 
-std::string Parser::FileNamed(const std::string& name, const Token& at) {
-    const std::string folder = FolderOf(m_reader.PlaceOf(at).file);
-    return m_files.Find(name, &folder).value_or(name);
+std::optional<std::string> Parser::FileNamed(const std::string& name, const Token& at) {
+    const std::string folder = FolderOf(m_reader.PathOf(at));
+    return m_files.Find(name, &folder);
 }
 
 void Parser::ParsePicture(Head head, PictureKind kind) {
@@ -29,17 +29,21 @@ void Parser::ParsePicture(Head head, PictureKind kind) {
     }
     const Token& token = m_reader.Peek();
     const std::string name = TakePath();
-    m_script.resources.emplace_back(Picture{std::move(head), kind, FileNamed(name, token)});
+    const auto path = FileNamed(name, token);
+    m_script.resources.emplace_back(
+        Picture{std::move(head), kind, path.value_or(name), path.has_value()});
 }
 
 void Parser::ParseOther(Head head) {
     CommonStatements(head);
     Other other{std::move(head), {}};
     const Token& token = m_reader.Peek();
-    if (m_reader.AtBlock())
+    if (m_reader.AtBlock()) {
         m_reader.SkipBlock([](const Token&) {});
-    else
-        other.path = FileNamed(TakePath(), token);
+    } else {
+        const std::string name = TakePath();
+        other.path = FileNamed(name, token).value_or(name);
+    }
     m_script.resources.emplace_back(std::move(other));
 }
 

@@ -66,7 +66,7 @@ private:
     void ParseOther(Head head);
     void ParseToolbar(Head head);
     std::string TakePath();
-    std::string FileNamed(const std::string& name, const Token& at);
+    std::optional<std::string> FileNamed(const std::string& name, const Token& at);
 
     TokenReader m_reader;
     const SourceFiles& m_files;

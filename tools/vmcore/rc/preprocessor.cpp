@@ -55,18 +55,20 @@ TokenList Preprocessor::Run(const std::string& path, const std::string& bytes) {
     Read(path, bytes, 0);
     const Token* const last = m_list.tokens.empty() ? nullptr : &m_list.tokens.back();
     Token end;
-    end.file = last ? last->file : IndexOf(path);
+    end.file = last ? last->file : IndexOf(path, path);
     end.line = last ? last->line : 1;
     end.column = last ? last->column : 1;
     m_list.tokens.push_back(end);
     return std::move(m_list);
 }
 
-int Preprocessor::IndexOf(const std::string& path) {
-    auto& files = m_list.files;
-    const auto found = std::find(files.begin(), files.end(), path);
-    if (found == files.end()) files.push_back(path);
-    return static_cast<int>(std::find(files.begin(), files.end(), path) - files.begin());
+int Preprocessor::IndexOf(const std::string& name, const std::string& path) {
+    auto& [files, paths, tokens] = m_list;
+    for (std::size_t i = 0; i < files.size(); ++i)
+        if (files[i] == name && paths[i] == path) return static_cast<int>(i);
+    files.push_back(name);
+    paths.push_back(path);
+    return static_cast<int>(files.size() - 1);
 }
 
 // What holds before the first pragma.
@@ -92,7 +94,7 @@ Preprocessor::File Preprocessor::Open(const std::string& path, const std::string
                       "U+FFFD for what the code page lacks: " + Listed(what)});
     };
     const int guessed = GuessedCodePage(path, bytes, codePage);
-    return {path, IndexOf(path),      SourceLines(bytes, guessed, lacking), IsHeader(path), 0, 0,
+    return {path, IndexOf(path, path), SourceLines(bytes, guessed, lacking), IsHeader(path), 0, 0,
             {},   m_conditions.size()};
 }
 
@@ -122,14 +124,20 @@ void Preprocessor::CloseFile(const File& file) {
         throw SyntaxError{m_conditions.back().place, "expected #endif for this condition"};
 }
 
-void Preprocessor::Lex(File& file, const SourceLine& line, bool tolerant, Words& words) {
+void Preprocessor::Lex(File& file, const SourceLine& line, bool isDirective, Words& words) {
     file.line = line.parts.back().line + file.lineOffset;
-    const LexerSettings settings{file.index, file.lines.CodePage(), file.lineOffset, tolerant};
+    const bool counts = Active() && !file.isHeader;
+    const LexerSettings settings{file.index,
+                                 file.lines.CodePage(),
+                                 file.lineOffset,
+                                 isDirective || !counts,
+                                 isDirective || counts,
+                                 m_settings.limits.lineTokens};
     try {
         file.lexer.Take(line, settings, words);
-    } catch (const Lexer::Unended& at) {
+    } catch (const Lexer::Trouble& at) {
         throw SyntaxError{{m_list.files[static_cast<std::size_t>(file.index)], at.line, at.column},
-                          "expected a closing quote on this line"};
+                          at.text};
     }
 }
 
@@ -141,18 +149,19 @@ void Preprocessor::TakeLine(File& file, const SourceLine& line) {
     const bool isDirective =
         !file.lexer.IsInComment() && first != std::string::npos && line.text[first] == '#';
     Words words;
-    Lex(file, line, isDirective || file.isHeader || !Active(), words);
+    Lex(file, line, isDirective, words);
     if (isDirective) {
         Flush(file);
         words.erase(words.begin());
         return Directive(file, line, words);
     }
-    if (Active() && !file.isHeader && !words.empty()) TakeWords(file, std::move(words));
+    if (!words.empty()) TakeWords(file, std::move(words));
 }
 
 void Preprocessor::TakeWords(File& file, Words words) {
     m_pending.insert(m_pending.end(), std::make_move_iterator(words.begin()),
                      std::make_move_iterator(words.end()));
+    if (m_pending.size() > m_settings.limits.tokens) Fail(m_pending[0], "the script is too long");
     const bool goesOn = m_macros.IsUnfinished(m_pending);
     if (!goesOn || ++m_pendingLines > m_settings.limits.callLines) Flush(file);
 }

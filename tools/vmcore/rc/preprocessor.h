@@ -60,7 +60,7 @@ private:
     void TakeLine(File& file, const SourceLine& line);
     void TakeWords(File& file, Words words);
     void Flush(const File& file);
-    void Lex(File& file, const SourceLine& line, bool tolerant, Words& words);
+    void Lex(File& file, const SourceLine& line, bool isDirective, Words& words);
     void CloseFile(const File& file);
 
     // Directives, in directives.cpp. `words` are those behind '#'.
@@ -84,7 +84,7 @@ private:
     void LineNumber(File& file, const Token& at, const Words& rest);
 
     bool Active() const { return m_conditions.empty() || m_conditions.back().active; }
-    int IndexOf(const std::string& path);
+    int IndexOf(const std::string& name, const std::string& path);
     int GuessedCodePage(const std::string& path, const std::string& bytes, int codePage);
     Words Expanded(const Words& words);
     [[noreturn]] void Fail(const Token& at, const std::string& text) const;
@@ -102,6 +102,7 @@ private:
     int m_depth = 0;
     int m_includes = 0;
     std::size_t m_bytes = 0;
+    std::size_t m_defined = 0; ///< words of all macros
     std::size_t m_lacking = 0;
 };
 

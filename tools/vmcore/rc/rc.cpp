@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -63,12 +64,12 @@ rc::CompileSettings SettingsOf(const Arguments& given) {
 }
 
 rc::Compiled CompileFile(const Arguments& given, const rc::CompileSettings& settings) {
-    const rc::DiskFiles files(given.folders);
+    const rc::DiskFiles files(given.folders, rc::FolderOf(given.file));
     try {
         return rc::CompileScript(given.file, ReadBytes(given.file), files, settings);
     } catch (const rc::SyntaxError& error) {
-        std::fprintf(stderr, "%s:%d:%d: error: %s\n", error.place.file.c_str(), error.place.line,
-                     error.place.column, error.text.c_str());
+        std::fprintf(stderr, "%s:%d:%d: error: %s\n", rc::OneLine(error.place.file).c_str(),
+                     error.place.line, error.place.column, rc::OneLine(error.text).c_str());
         throw Exit{kNo};
     }
 }
@@ -123,6 +124,8 @@ void Compile(const Arguments& given) {
     const std::string all = compiled.report.Text() + compiled.report.Summary() + "\n";
     if (!given.reportFile.empty()) PutFile(given.reportFile, all);
     PrintReport(given, compiled.report);
+    if (compiled.report.IsFileMissing())
+        throw Exit{kNo, "a file that " + given.file + " names is not there: see the report"};
 }
 
 void AddOptions(CLI::App& rc, Arguments& given) {
@@ -157,7 +160,13 @@ void AddRcCommand(CLI::App& app) {
         ->type_name("FILE");
     rc->add_flag("--quiet", given->quiet, "Print only what is approximated or left out");
     rc->add_flag("--list", given->list, "Print the names of the files and write nothing");
-    rc->callback([given] { Compile(*given); });
+    rc->callback([given] {
+        try {
+            Compile(*given);
+        } catch (const std::bad_alloc&) {
+            throw Exit{kNo, given->file + " takes more memory than there is"};
+        }
+    });
 }
 
 } // namespace vm::tool

@@ -25,16 +25,24 @@ std::string LineOf(const Finding& finding) {
                        std::to_string(finding.place.column) + ": " + NameOf(finding.outcome) +
                        ": " + finding.what;
     if (!finding.how.empty()) line += ": " + finding.how;
-    // A text of the script must not look like a line of the report.
-    for (char& c : line)
-        if (static_cast<unsigned char>(c) < ' ' || c == '\x7F') c = ' ';
-    return line + "\n";
+    return OneLine(std::move(line)) + "\n";
 }
 
 } // namespace
 
+std::string OneLine(std::string text) {
+    for (char& c : text)
+        if (static_cast<unsigned char>(c) < ' ' || c == '\x7F') c = ' ';
+    return text;
+}
+
 void Report::Add(Finding finding) {
     m_findings.push_back(std::move(finding));
+}
+
+bool Report::IsFileMissing() const {
+    return std::any_of(m_findings.begin(), m_findings.end(),
+                       [](const Finding& finding) { return finding.isMissing; });
 }
 
 std::string Report::Text() const {

@@ -138,7 +138,8 @@ enum class PictureKind { Bitmap, Icon, Cursor };
 struct Picture {
     Head head;
     PictureKind kind = PictureKind::Bitmap;
-    std::string path; ///< of the file, found beside the script or in an --include folder
+    std::string path;    ///< of the file, found beside the script or in an --include folder
+    bool isThere = true; ///< or the path is only what the script says
 };
 
 struct VersionValue {

@@ -36,6 +36,7 @@ struct Token {
 
 struct TokenList {
     std::vector<std::string> files; ///< as they were named
+    std::vector<std::string> paths; ///< of each where it was read, whatever #line calls it
     std::vector<Token> tokens;      ///< the last is an End
     Place PlaceOf(const Token& token) const {
         return {files[static_cast<std::size_t>(token.file)], token.line, token.column};

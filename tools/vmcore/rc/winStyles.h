@@ -47,7 +47,7 @@ inline constexpr Style kEsCenter = 0x1, kEsRight = 0x2, kEsMultiline = 0x4, kEsU
                        kEsReadOnly = 0x800, kEsNumber = 0x2000;
 
 // Static controls.
-inline constexpr Style kSsTypes = 0x1F, kSsNoPrefix = 0x80, kSsNotify = 0x100,
+inline constexpr Style kSsTypes = 0x1F, kSsRealSize = 0x40, kSsNoPrefix = 0x80, kSsNotify = 0x100,
                        kSsCenterImage = 0x200, kSsSunken = 0x1000, kSsEllipsis = 0xC000;
 enum StaticType : Style {
     kLeft,

@@ -16,14 +16,14 @@ std::string TableName(const AcceleratorTable& table) {
 std::string Row(int command, const KeyEntry& entry, const Accelerator& accelerator) {
     char row[96];
     std::snprintf(row, sizeof row, "    {%d, 0x%04X, %d, %d, %d},", command,
-                  static_cast<unsigned>(entry.key), HasControl(accelerator) ? 1 : 0,
-                  accelerator.alt ? 1 : 0, entry.shift ? 1 : 0);
+                  static_cast<unsigned>(entry.key), entry.control ? 1 : 0, accelerator.alt ? 1 : 0,
+                  entry.shift ? 1 : 0);
     return row;
 }
 
 // Nothing of the script's own spelling: it could end the comment.
-std::string Comment(const Accelerator& accelerator) {
-    const std::string keys = ShortcutOf(accelerator);
+std::string Comment(const Accelerator& accelerator, const KeyEntry& entry) {
+    const std::string& keys = entry.name;
     const std::string command =
         accelerator.command.symbol.empty() ? "" : ": " + Identifier(accelerator.command.symbol);
     return keys.find('\\') == std::string::npos ? " // " + keys + command : "";
@@ -43,7 +43,8 @@ std::string Rows(const Accelerator& accelerator, const std::string& where, Outpu
     }
     std::string rows;
     for (const KeyEntry& entry : entries)
-        rows += Row(*accelerator.command.number, entry, accelerator) + Comment(accelerator) + "\n";
+        rows += Row(*accelerator.command.number, entry, accelerator) + Comment(accelerator, entry) +
+                "\n";
     output.Say(accelerator.place, what, where);
     return rows;
 }

@@ -23,6 +23,13 @@ bool IsTyped(const Widget& widget, const char* type) {
     return widget.type == type;
 }
 
+// The toolkit has later ones above, scripts may have a tab control behind what stands in it.
+constexpr int kLayers = 3;
+int LayerOf(const Widget& widget) {
+    if (IsTyped(widget, "QTabWidget")) return 0;
+    return widget.part == Part::Background ? 1 : 2;
+}
+
 class DialogXml {
 public:
     DialogXml(const Dialog& dialog, const std::string& name, const std::vector<Widget>& widgets)
@@ -32,10 +39,9 @@ public:
         const bool isPage = (m_dialog.style & kChild) != 0;
         m_xml.Begin("widget", {{"class", isPage ? "QWidget" : "QDialog"}, {"name", m_name}});
         WriteRoot();
-        for (const Widget& widget : m_widgets)
-            if (widget.part == Part::Background) WriteWidget(widget);
-        for (const Widget& widget : m_widgets)
-            if (widget.part != Part::Background) WriteWidget(widget);
+        for (int layer = 0; layer < kLayers; ++layer)
+            for (const Widget& widget : m_widgets)
+                if (LayerOf(widget) == layer) WriteWidget(widget);
         m_xml.End();
         WritePromoted();
         WriteTabStops();
@@ -167,6 +173,15 @@ Notes NotesOf(const Dialog& dialog) {
     return notes;
 }
 
+void NotePictures(const Dialog& dialog, std::vector<Widget>& widgets, const Output& output) {
+    for (std::size_t i = 0; i < widgets.size(); ++i) {
+        const std::optional<Id>& image = dialog.controls[i].image;
+        if (widgets[i].type != "QLabel" || !image || !image->number) continue;
+        const std::string file = "Bitmap_" + FileId(*image) + ".png";
+        if (!output.Has(file)) widgets[i].Note(file + " is not made from this script");
+    }
+}
+
 void SayControls(const Dialog& dialog, const std::vector<Widget>& widgets, const std::string& file,
                  Output& output) {
     for (std::size_t i = 0; i < widgets.size(); ++i) {
@@ -195,7 +210,8 @@ void WriteDialog(const Dialog& dialog, Output& output) {
     const std::string symbol = SymbolOf(dialog.head.id);
     const bool isNumber = symbol.empty() || (symbol[0] >= '0' && symbol[0] <= '9');
     const std::string name = isNumber ? "Dialog" + FileId(dialog.head.id) : Identifier(symbol);
-    const std::vector<Widget> widgets = WidgetsOf(dialog, name);
+    std::vector<Widget> widgets = WidgetsOf(dialog, name);
+    NotePictures(dialog, widgets, output);
     if (!output.Add(file, DialogXml(dialog, name, widgets).Text()))
         return output.LeaveOut(dialog.head.place, Described(dialog.head),
                                file + " is there already, of an earlier dialog");

@@ -44,13 +44,23 @@ void TakeLook(Widget& widget, const Control& control, Style type) {
     if (type == kGroupBox) return;
     if (HasStyle(control, kBsIcon | kBsBitmap))
         widget.Note("the program sets the picture, which is beside the text");
-    if (HasStyle(control, kBsMultiline) && widget.type == "QPushButton")
-        widget.Note("the text is not wrapped");
+    if (HasStyle(control, kBsMultiline)) widget.Note("the text is not wrapped");
     const Style across = control.style & (kBsLeft | kBsRight);
     const bool isBox = IsCheckable(type) && widget.type != "QPushButton";
     if (HasStyle(control, kBsTop | kBsBottom) || (across && across != (isBox ? kBsLeft : across)) ||
         (!isBox && across && across != (kBsLeft | kBsRight)))
         widget.Note("the text is where the desktop has it");
+}
+
+// The title still has "&&" for a '&'.
+std::string WithoutKey(const std::string& text) {
+    std::string title;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isDouble = text[i] == '&' && i + 1 < text.size() && text[i + 1] == '&';
+        if (isDouble) title += text[i++];
+        if (isDouble || text[i] != '&') title += text[i];
+    }
+    return title;
 }
 
 } // namespace
@@ -64,7 +74,9 @@ Widget ButtonWidget(const Control& control) {
     if (type == kGroupBox) {
         widget.part = Part::Background;
         widget.takesFocus = false;
-        widget.Set(UiText("title", control.text));
+        const std::string title = WithoutKey(control.text);
+        widget.Set(UiText("title", title));
+        if (title != control.text) widget.Note("its key leads nowhere");
         return widget;
     }
     widget.Set(UiText("text", control.text));

@@ -83,6 +83,9 @@ Widget PictureWidget(const Control& control) {
     else
         widget.Note(image ? "a picture with a name is not found: the program sets it"
                           : "the program sets the picture");
+    const bool isIcon = (control.style & kSsTypes) == kIcon;
+    if (image && (isIcon || HasStyle(control, kSsRealSize)))
+        widget.Set(UiBool("scaledContents", true));
     if (HasStyle(control, kSsCenterImage))
         widget.Set(Alignment("Qt::AlignHCenter", "Qt::AlignVCenter"));
     else
@@ -129,8 +132,7 @@ Widget StaticOf(const Control& control, Style type) {
 }
 
 bool HasFrame(const Control& control) {
-    return HasStyle(control, kSsSunken | kBorder) ||
-           (control.exStyle & (kExClientEdge | kExStaticEdge)) != 0;
+    return HasStyle(control, kBorder) || (control.exStyle & (kExClientEdge | kExStaticEdge)) != 0;
 }
 
 } // namespace
@@ -139,6 +141,9 @@ Widget EditWidget(const Control& control) {
     Widget widget;
     widget.part = Part::Field;
     HasStyle(control, kEsMultiline) ? TakeLines(widget, control) : TakeLine(widget, control);
+    if (!HasFrame(control))
+        widget.Set(HasStyle(control, kEsMultiline) ? UiEnum("frameShape", "QFrame::NoFrame")
+                                                   : UiBool("frame", false));
     if (HasStyle(control, kEsReadOnly)) widget.Set(UiBool("readOnly", true));
     TakeTyping(widget, HasStyle(control, kEsNumber), HasStyle(control, kEsUpper),
                HasStyle(control, kEsLower));
@@ -147,7 +152,7 @@ Widget EditWidget(const Control& control) {
 
 Widget StaticWidget(const Control& control) {
     Widget widget = StaticOf(control, control.style & kSsTypes);
-    if (widget.type == "QLabel" && HasFrame(control)) {
+    if (widget.type == "QLabel" && (HasFrame(control) || HasStyle(control, kSsSunken))) {
         widget.Set(UiEnum("frameShape", "QFrame::Panel"));
         widget.Set(UiEnum("frameShadow", "QFrame::Sunken"));
         widget.Set(UiNumber("indent", 0));

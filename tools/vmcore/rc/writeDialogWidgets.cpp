@@ -78,7 +78,8 @@ void TakeCommon(Widget& widget, const Control& control, std::set<int>& ids) {
     if (HasStyle(control, kDisabled)) widget.Set(UiBool("enabled", false));
     const bool skipsTab =
         widget.takesFocus && widget.part != Part::Radio && !HasStyle(control, kTabStop);
-    if (skipsTab) widget.Set(UiEnum("focusPolicy", "Qt::ClickFocus"));
+    const bool isArrows = widget.type == "CSpinButton"; // a click leaves the focus where it is
+    if (skipsTab) widget.Set(UiEnum("focusPolicy", isArrows ? "Qt::NoFocus" : "Qt::ClickFocus"));
     if (widget.type == "CWndView" && widget.takesFocus)
         widget.Set(UiEnum("focusPolicy", "Qt::StrongFocus"));
     widget.NoteIf(control.exStyle & (kExRight | kExRtlReading | kExLayoutRtl),
@@ -112,26 +113,28 @@ bool HasMark(const std::string& text) {
     return false;
 }
 
-// The control that the label's key leads to on Windows: the next one that takes the focus.
-const Widget* NextField(const std::vector<Widget>& widgets, std::size_t label, bool isMarked) {
-    for (std::size_t i = label + 1; i < widgets.size(); ++i) {
-        if (widgets[i].part == Part::Field) return &widgets[i];
-        const bool isPassed = widgets[i].type.empty() || !widgets[i].takesFocus;
-        if (!isMarked || !isPassed) return nullptr;
-    }
-    return nullptr;
+bool TakesFocus(const Widget& widget) {
+    return !widget.type.empty() && widget.takesFocus;
 }
 
+void LeadLabel(Widget& label, const std::string& text, const Widget* field) {
+    if (field && field->part == Part::Field) {
+        label.buddy = field->name;
+        SetText(label, text);
+    } else if (HasMark(text)) {
+        label.Note("its key leads nowhere: no field follows");
+    }
+}
+
+// On Windows a label's key leads to the next control that takes the focus.
 void LeadLabels(const Dialog& dialog, std::vector<Widget>& widgets) {
-    for (std::size_t i = 0; i < widgets.size(); ++i) {
-        if (widgets[i].part != Part::Label || dialog.controls[i].text.empty()) continue;
-        const bool isMarked = HasMark(dialog.controls[i].text);
-        if (const Widget* field = NextField(widgets, i, isMarked)) {
-            widgets[i].buddy = field->name;
-            SetText(widgets[i], dialog.controls[i].text);
-        } else if (isMarked) {
-            widgets[i].Note("its key leads nowhere: no field follows");
-        }
+    const Widget* next = nullptr;
+    for (std::size_t i = widgets.size(); i-- > 0;) {
+        const std::string& text = dialog.controls[i].text;
+        const bool isDirect = next == &widgets[i] + 1;
+        if (widgets[i].part == Part::Label && !text.empty())
+            LeadLabel(widgets[i], text, isDirect || HasMark(text) ? next : nullptr);
+        if (TakesFocus(widgets[i])) next = &widgets[i];
     }
 }
 

@@ -16,6 +16,11 @@ bool IsCommand(const Id& id, int number, const char* symbol) {
     return id.number == number || id.symbol == symbol;
 }
 
+// Resource editors number pop-up menus 65535, or 0.
+bool IsNumbered(const Id& id) {
+    return id.number && *id.number > 0 && *id.number != 65535;
+}
+
 std::string BeforeTab(const std::string& text) {
     return text.substr(0, text.find('\t'));
 }
@@ -103,7 +108,8 @@ Notes NotesOf(const MenuItem& item) {
     note(item.isDefault, "not bold");
     note(item.column, "no new column");
     note(item.help, "not at the right end of the bar");
-    note(!isItem && (item.checked || item.id.number), "a popup has neither number nor check mark");
+    note(item.kind == MenuEntry::Popup && (item.checked || IsNumbered(item.id)),
+         "a popup has neither number nor check mark");
     return notes;
 }
 

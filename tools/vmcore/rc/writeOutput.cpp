@@ -34,6 +34,10 @@ void Output::LeaveOut(const Place& place, const std::string& what, const std::st
     m_report.Add({place, Outcome::LeftOut, what, why});
 }
 
+void Output::Miss(const Place& place, const std::string& what, const std::string& file) {
+    m_report.Add({place, Outcome::LeftOut, what, "there is no file '" + file + "'", true});
+}
+
 std::string SymbolOf(const Id& id) {
     if (!id.symbol.empty()) return id.symbol;
     return id.number ? std::to_string(*id.number) : id.name;

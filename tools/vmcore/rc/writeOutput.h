@@ -25,6 +25,8 @@ public:
     void Say(const Place& place, const std::string& what, const std::string& where,
              const Notes& notes = {});
     void LeaveOut(const Place& place, const std::string& what, const std::string& why);
+    /// Left out because a file is not there.
+    void Miss(const Place& place, const std::string& what, const std::string& file);
 
     std::vector<OutputFile> files;
 

@@ -33,14 +33,17 @@ ReadResult ReadImage(QByteArray& bytes) {
 }
 
 ReadResult ReadPicture(const std::string& path) {
-    std::error_code error;
     QFile file(QFile::decodeName(path.c_str()));
-    if (path.empty() || !std::filesystem::is_regular_file(path, error))
-        return {{}, "there is no such file"};
     if (file.size() > kLargestFile) return {{}, "the file is larger than 64 MB"};
     if (!file.open(QIODevice::ReadOnly)) return {{}, file.errorString().toStdString()};
     QByteArray bytes = file.readAll();
     return ReadImage(bytes);
+}
+
+bool IsThere(const Picture& picture) {
+    std::error_code error;
+    return picture.isThere && !picture.path.empty() &&
+           std::filesystem::is_regular_file(picture.path, error);
 }
 
 std::string PngOf(const QImage& image) {
@@ -72,11 +75,12 @@ void WritePicture(const Picture& picture, Output& output) {
     if (output.Has(name))
         return output.LeaveOut(place, what,
                                name + " is there already, of an earlier bitmap or icon");
+    if (!IsThere(picture)) return output.Miss(place, what, picture.path);
     const ReadResult read = ReadPicture(picture.path);
     const std::string png = read.image.isNull() ? std::string() : PngOf(read.image);
     if (png.empty())
         return output.LeaveOut(place, what,
-                               "error: '" + picture.path + "' cannot be read: " + read.trouble);
+                               "'" + picture.path + "' cannot be read: " + read.trouble);
     output.Add(name, png);
     output.Say(place, what, name, NotesOf(picture, read));
 }

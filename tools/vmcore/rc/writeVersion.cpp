@@ -67,7 +67,10 @@ void TakeString(const VersionValue& value, Entries& entries, Output& output) {
     if (std::find(kReserved.begin(), kReserved.end(), key) != kReserved.end())
         return output.LeaveOut(value.place, what, "vmcore_add_application writes this key");
     if (!entries.Add(key, value.text))
-        return output.LeaveOut(value.place, what, "there is an earlier value of this key");
+        return output.LeaveOut(value.place, what,
+                               value.key != key && key.starts_with("CFBundle")
+                                   ? "the number counts: FILEVERSION, PRODUCTVERSION"
+                                   : "there is an earlier value of this key");
     Notes notes;
     if (value.key == "ProductName")
         notes.push_back("the program's name is BUNDLE_NAME of vmcore_add_application");
@@ -82,6 +85,9 @@ void WriteVersion(const VersionInfo& version, Output& output) {
         return output.LeaveOut(version.head.place, what, "there is an earlier VERSIONINFO");
     output.Say(version.head.place, what, kFile);
     Entries entries;
+    if (!version.fileVersion.empty()) entries.Add("CFBundleVersion", Dotted(version.fileVersion));
+    if (!version.productVersion.empty())
+        entries.Add("CFBundleShortVersionString", Dotted(version.productVersion));
     for (std::size_t i = 0; i < version.strings.size(); ++i)
         for (const VersionValue& value : version.strings[i].values) {
             if (i == 0)
@@ -90,9 +96,6 @@ void WriteVersion(const VersionInfo& version, Output& output) {
                 output.LeaveOut(value.place, "VALUE " + value.key,
                                 "of the languages the first counts");
         }
-    if (!version.fileVersion.empty()) entries.Add("CFBundleVersion", Dotted(version.fileVersion));
-    if (!version.productVersion.empty())
-        entries.Add("CFBundleShortVersionString", Dotted(version.productVersion));
     output.Add(kFile, entries.Text());
 }
 

@@ -20,10 +20,15 @@ std::vector<const Kind*> AllOf(const std::vector<Resource>& resources) {
 }
 
 std::string WhyLeftOut(const std::string& keyword) {
-    if (keyword == "TOOLBAR")
+    if (keyword == "TOOLBAR" || keyword == "241")
         return "there are no tool bars of resources: place buttons with these commands in a dialog "
                "or a window";
-    if (keyword == "DESIGNINFO") return "only for the resource editor";
+    if (keyword == "DLGINIT" || keyword == "240")
+        return "what lists of dialogs hold at first: add the texts in OnInitDialog";
+    if (keyword == "AFX_DIALOG_LAYOUT")
+        return "how a dialog grows: give it a layout in Qt Designer";
+    if (keyword == "MANIFEST" || keyword == "24") return "only for Windows";
+    if (keyword == "DESIGNINFO" || keyword == "TEXTINCLUDE") return "only for the resource editor";
     if (keyword == "FONT") return "install the font with the program's files";
     return "no counterpart: put the data into the bundle's Resources folder, as a file";
 }
@@ -62,7 +67,13 @@ std::vector<OutputFile> WriteFiles(const std::vector<Resource>& resources,
     const auto tables = AllOf<AcceleratorTable>(resources);
     const Shortcuts shortcuts = ShortcutsOf(tables, options.mainMenu);
     const OneByOne write(options.mainMenu, shortcuts, output);
-    for (const Resource& resource : resources) std::visit(write, resource);
+    // Dialogs say which pictures they lack.
+    const auto isPicture = [](const Resource& resource) {
+        return std::holds_alternative<Picture>(resource);
+    };
+    for (const bool pictures : {true, false})
+        for (const Resource& resource : resources)
+            if (isPicture(resource) == pictures) std::visit(write, resource);
     WriteAccelerators(tables, scriptName, output);
     WriteStrings(AllOf<StringTable>(resources), output);
     return std::move(output.files);
