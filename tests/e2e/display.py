@@ -154,6 +154,11 @@ class Display:
 
         return wait_for("the window to be laid out", place)
 
+    def wait_active(self, window):
+        """Until what is typed goes to this window."""
+        wait_for("the window to be active",
+                 lambda: self.run("xdotool", "getactivewindow", check=False).strip() == str(window))
+
     def resize(self, window, width, height):
         self.run("xdotool", "windowsize", window, str(width), str(height))
         wait_for(f"the size {width}x{height}",
