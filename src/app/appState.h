@@ -28,6 +28,9 @@ struct AppState {
 
 AppState& App();
 
+/// The bundle that interface files and texts come from: the one that was set, else the program's own.
+Bundle* ResourceBundle();
+
 /// Switches the resource handle, to the library's instance for a null one, and back at its end.
 class ResourceHandleScope {
 public:

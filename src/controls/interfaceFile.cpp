@@ -41,7 +41,7 @@ struct CachedFile {
 class Loader : public QUiLoader {
 public:
     QWidget* Load(const QByteArray& bytes, QWidget* parent, const InterfaceClasses& classes) {
-        setWorkingDirectory(QFile::decodeName(InterfaceBundle()->ResourcePath().c_str()));
+        setWorkingDirectory(QFile::decodeName(ResourceBundle()->ResourcePath().c_str()));
         m_classes = &classes;
         m_hasRoot = false;
         QByteArray copy = bytes;
@@ -158,12 +158,8 @@ private:
 
 } // namespace
 
-Bundle* InterfaceBundle() {
-    return App().DVBundle ? App().DVBundle : Bundle::Main();
-}
-
 std::string InterfaceFilePath(const std::string& name) {
-    return InterfaceBundle()->ResourcePath() + "/" + name + ".ui";
+    return ResourceBundle()->ResourcePath() + "/" + name + ".ui";
 }
 
 bool InterfaceFileExists(const std::string& name) {

@@ -16,8 +16,6 @@
 
 namespace vm {
 
-/// The bundle that interface files come from: the one that was set, else the program's own.
-Bundle* InterfaceBundle();
 std::string InterfaceFilePath(const std::string& name);
 bool InterfaceFileExists(const std::string& name);
 

@@ -41,7 +41,7 @@ void ApplyPresentationOptions() {
 }
 
 void LoadMainMenu() {
-    const Bundle* bundle = InterfaceBundle();
+    const Bundle* bundle = ResourceBundle();
     if (Menus().triedBundle == bundle) return;
     Menus().triedBundle = bundle;
     if (InterfaceFileExists("MainMenu"))

@@ -17,10 +17,6 @@
 namespace vm {
 namespace {
 
-const Bundle& BundleOfTexts() {
-    return App().DVBundle ? *App().DVBundle : *Bundle::Main();
-}
-
 StringTexts ReadTexts(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     return ParseStringTexts(std::string(std::istreambuf_iterator<char>(file), {}));
@@ -38,7 +34,7 @@ const StringTexts& TextsOf(const std::string& path) {
 
 // Null, with a log line, when there is none.
 const std::string* TextOf(UINT id) {
-    const std::string path = BundleOfTexts().ResourcePath() + "/Strings.ini";
+    const std::string path = ResourceBundle()->ResourcePath() + "/Strings.ini";
     const StringTexts& texts = TextsOf(path);
     const auto found = texts.find(id);
     if (found != texts.end()) return &found->second;
