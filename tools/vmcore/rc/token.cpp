@@ -6,18 +6,15 @@
 #include <cstdint>
 #include <limits>
 
+#include "core/ascii.h"
 #include "rc/codePages.h"
 
 namespace vm::rc {
 namespace {
 
-char UpperChar(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
 int DigitOf(char c) {
     if (c >= '0' && c <= '9') return c - '0';
-    const char upper = UpperChar(c);
+    const char upper = AsciiUpper(c);
     return upper >= 'A' && upper <= 'F' ? upper - 'A' + 10 : 99;
 }
 
@@ -93,7 +90,7 @@ void AddEscape(std::string_view text, std::size_t& at, bool wide, TextBuilder& b
 }
 
 int BaseOf(std::string_view& text, bool wide) {
-    const char second = text.size() > 1 && text[0] == '0' ? UpperChar(text[1]) : '\0';
+    const char second = text.size() > 1 && text[0] == '0' ? AsciiUpper(text[1]) : '\0';
     if (second == 'X' || second == 'O') {
         text.remove_prefix(2);
         return second == 'X' ? 16 : 8;
@@ -116,7 +113,7 @@ std::string SpellingOf(const Token* first, const Token* last) {
 }
 
 bool NumberOf(std::string_view text, bool wide, unsigned long long& value) {
-    while (!text.empty() && (UpperChar(text.back()) == 'L' || UpperChar(text.back()) == 'U'))
+    while (!text.empty() && (AsciiUpper(text.back()) == 'L' || AsciiUpper(text.back()) == 'U'))
         text.remove_suffix(1);
     const int base = BaseOf(text, wide);
     const char* const end = text.data() + text.size();
@@ -150,19 +147,18 @@ std::string TextOf(const Token& string) {
 
 bool SameWord(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return UpperChar(x) == UpperChar(y); });
+                      [](char x, char y) { return AsciiUpper(x) == AsciiUpper(y); });
 }
 
 std::string Upper(std::string_view text) {
     std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), UpperChar);
+    std::transform(result.begin(), result.end(), result.begin(), AsciiUpper);
     return result;
 }
 
 std::string Lower(std::string_view text) {
     std::string result(text);
-    for (char& c : result)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    std::transform(result.begin(), result.end(), result.begin(), AsciiLower);
     return result;
 }
 

@@ -159,7 +159,13 @@ Widget ComboBoxExWidget(const Control& control) {
     return widget;
 }
 
-constexpr std::array<std::pair<std::string_view, Make>, 16> kCommon = {{
+constexpr std::array<std::pair<std::string_view, Make>, 21> kClasses = {{
+    {"button", ButtonWidget},
+    {"edit", EditWidget},
+    {"static", StaticWidget},
+    {"listbox", ListBoxWidget},
+    {"combobox", ComboBoxWidget},
+    {"scrollbar", ScrollBarWidget},
     {"msctls_trackbar32", SliderWidget},
     {"msctls_updown32", ArrowsWidget},
     {"msctls_progress32", ProgressWidget},
@@ -175,27 +181,12 @@ constexpr std::array<std::pair<std::string_view, Make>, 16> kCommon = {{
     {"msctls_hotkey32", HotKeyWidget},
     {"sysipaddress32", AddressWidget},
     {"comboboxex32", ComboBoxExWidget},
-    {"edit", EditWidget},
-}};
-
-constexpr std::array<std::pair<std::string_view, Make>, 5> kStandard = {{
-    {"button", ButtonWidget},
-    {"static", StaticWidget},
-    {"listbox", ListBoxWidget},
-    {"combobox", ComboBoxWidget},
-    {"scrollbar", ScrollBarWidget},
 }};
 
 } // namespace
 
 bool HasStyle(const Control& control, std::uint32_t bits) {
     return (control.style & bits) != 0;
-}
-
-Widget CommonControlWidget(const Control& control) {
-    for (const auto& [known, make] : kCommon)
-        if (control.windowClass == known) return make(control);
-    return {};
 }
 
 Widget OwnWidget(const Control& control) {
@@ -210,10 +201,9 @@ Widget OwnWidget(const Control& control) {
 }
 
 Widget WidgetOf(const Control& control) {
-    for (const auto& [known, make] : kStandard)
+    for (const auto& [known, make] : kClasses)
         if (control.windowClass == known) return make(control);
-    Widget widget = CommonControlWidget(control);
-    return widget.type.empty() ? OwnWidget(control) : widget;
+    return OwnWidget(control);
 }
 
 } // namespace vm::rc

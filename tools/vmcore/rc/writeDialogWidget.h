@@ -54,8 +54,7 @@ Widget StaticWidget(const Control& control);
 Widget ListBoxWidget(const Control& control);
 Widget ComboBoxWidget(const Control& control);
 Widget ScrollBarWidget(const Control& control);
-/// Of a class that is not known: its type is empty.
-Widget CommonControlWidget(const Control& control);
+/// Of a class that is not known.
 Widget OwnWidget(const Control& control);
 
 } // namespace vm::rc
