@@ -37,7 +37,6 @@ void MessageList::AddColumns() {
 }
 
 void MessageList::ShowBank(const Bank& bank) {
-    m_sort.Look(RowData());
     m_bank = &bank;
     m_numberDigits = DigitsOf(bank.messages.size());
     m_lengthDigits = 1;
@@ -46,21 +45,11 @@ void MessageList::ShowBank(const Bank& bank) {
     SetItemState(-1, 0, LVIS_SELECTED); // a reload keeps the selected rows
     SetRedraw(FALSE);
     DeleteAllItems();
-    int row = 0;
-    for (const std::size_t index : Order())
-        InsertItem(LVIF_PARAM | LVIF_TEXT, row++, "", 0, 0, 0, static_cast<LPARAM>(index));
+    const auto count = static_cast<int>(bank.messages.size());
+    for (int index = 0; index < count; ++index)
+        InsertItem(LVIF_PARAM | LVIF_TEXT, index, "", 0, 0, 0, index);
     SetRedraw(TRUE);
-}
-
-std::vector<std::size_t> MessageList::Order() const {
-    std::vector<std::string> texts(m_bank->messages.size());
-    if (m_sort.Column() >= 0)
-        for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = CellText(i, m_sort.Column());
-    return m_sort.OrderOf(texts);
-}
-
-SortWatch::DataOf MessageList::RowData() const {
-    return [this](std::size_t row) { return GetItemData(static_cast<int>(row)); };
+    SortAgain();
 }
 
 int MessageList::RowOf(int index) const {
@@ -85,9 +74,7 @@ int MessageList::MessageMap(int message, WPARAM wParam, LPARAM lParam) {
 void MessageList::FillCell(LV_DISPTEXT& cell) {
     const auto index = static_cast<std::size_t>(cell.itemData);
     if (!m_bank || index >= m_bank->messages.size()) return;
-    const std::string shown = CellText(index, cell.column);
-    std::snprintf(cell.text, sizeof cell.text, "%s", shown.c_str());
-    m_sort.Asked(cell.column, index, shown, static_cast<std::size_t>(GetItemCount()), RowData());
+    std::snprintf(cell.text, sizeof cell.text, "%s", CellText(index, cell.column).c_str());
 }
 
 // Numbers are filled up to the width of the largest, because the list sorts by text.

@@ -3,11 +3,8 @@
 
 #include <cstddef>
 #include <string>
-#include <vector>
 
 #include <afxcmn.h>
-
-#include "SortWatch.h"
 
 struct Bank;
 
@@ -27,13 +24,9 @@ public:
 
 private:
     void FillCell(LV_DISPTEXT& cell);
-    std::vector<std::size_t> Order() const;
-    SortWatch::DataOf RowData() const;
-
     std::string CellText(std::size_t index, int column) const;
 
     const Bank* m_bank = nullptr;
-    SortWatch m_sort;
     std::size_t m_numberDigits = 1;
     std::size_t m_lengthDigits = 1;
 };

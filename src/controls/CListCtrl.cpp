@@ -121,6 +121,13 @@ BOOL CListCtrl::SetColumnWidth(int column, int width) {
     return rows && rows->Table().SetColumnWidth(column, width);
 }
 
+void CListCtrl::SortAgain() {
+    LCTableViewDelegate* rows = Rows();
+    if (!rows) return;
+    const vm::ProgramEdit edit(*rows);
+    rows->Table().SortAgain();
+}
+
 int CListCtrl::InsertItem(const LVITEM* item) {
     if (!view || !tableView) return 0;
     LCTableViewDelegate* rows = Rows();

@@ -44,12 +44,19 @@ ListTable* ListTable::Of(const QTableView* view) {
 }
 
 void ListTable::SortBy(int section, Qt::SortOrder order) {
+    AtEventBoundary([&] { SortRows(section, order); });
+}
+
+void ListTable::SortAgain() {
+    const QHeaderView* header = View()->horizontalHeader();
+    SortRows(header->sortIndicatorSection(), header->sortIndicatorOrder());
+}
+
+void ListTable::SortRows(int section, Qt::SortOrder order) {
     const auto index = static_cast<std::size_t>(section);
     if (section < 0 || index >= m_columns.size()) return;
     const HeldViews held;
-    AtEventBoundary([&] {
-        m_rows.sortDescriptorsDidChange(m_columns[index].number, order == Qt::AscendingOrder);
-    });
+    m_rows.sortDescriptorsDidChange(m_columns[index].number, order == Qt::AscendingOrder);
 }
 
 int ListTable::SectionOf(int number) const {

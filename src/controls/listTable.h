@@ -23,6 +23,7 @@ public:
     void RemoveColumn(int number);
     int ColumnWidth(int number) const;          ///< -1 for none
     bool SetColumnWidth(int number, int width); ///< within the limits; false for none
+    void SortAgain(); ///< by the column and in the direction of the header's arrow, if it has one
 
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -37,6 +38,7 @@ private:
     int SectionOf(int number) const;
     void ForgetSort();
     void SortBy(int section, Qt::SortOrder order);
+    void SortRows(int section, Qt::SortOrder order);
 
     LCTableViewDelegate m_rows;
     std::vector<Column> m_columns;

@@ -176,6 +176,19 @@ TEST_F(ListCtrl, HeaderClickSortsTheItemDataByTheTextsOfThatColumn) {
     EXPECT_TRUE(m_window.notifications.empty());
 }
 
+TEST_F(ListCtrl, ListFilledAnewIsSortedAgainAsTheUserHasSortedIt) {
+    AppendRows(3);
+    m_list.texts = {{100, "beta"}, {101, "Alpha"}, {102, "delta"}};
+    m_list.SortAgain();
+    EXPECT_THAT(Data(), ElementsAre(100, 101, 102)) << "no header was clicked";
+    ClickHeader(1);
+    ClickHeader(1);
+    m_list.DeleteAllItems();
+    AppendRows(3);
+    m_list.SortAgain();
+    EXPECT_THAT(Data(), ElementsAre(102, 100, 101));
+}
+
 TEST_F(ListCtrl, HeaderClickOfANegativeColumnDoesNothing) {
     m_list.DeleteColumn(0);
     m_list.DeleteColumn(2);

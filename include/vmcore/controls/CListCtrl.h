@@ -158,6 +158,9 @@ class VM_API CListCtrl : public CWnd {
     int GetColumnWidth(int column) const; ///< -1 when there is no such column
     /// Kept between 4 and 400. FALSE when there is no such column.
     BOOL SetColumnWidth(int column, int width);
+    /// Sorts as the user's last click on a header did, for a program that has filled the list anew. Nothing
+    /// without a click.
+    void SortAgain();
 
     /// The new row's index. Appends from the end on. Inserting in front of a row without LVIF_TEXT
     /// adds no text of the row's own, so that GetItemCount does not grow: hosts rely on both.
