@@ -4,7 +4,6 @@
 #include "messageMap/windows.h"
 
 namespace bench {
-namespace {
 
 class Mapped : public CWnd {
     void OnPaint() { ++count; }
@@ -53,8 +52,6 @@ ON_COMMAND(kFirstCommand + 7, &Mapped::OnCommand7)
 ON_COMMAND(kFirstCommand + 8, &Mapped::OnCommand8)
 ON_COMMAND(kFirstCommand + 9, &Mapped::OnCommand9)
 END_MESSAGE_MAP()
-
-} // namespace
 
 std::unique_ptr<CWnd> MakeMapped() {
     return std::make_unique<Mapped>();

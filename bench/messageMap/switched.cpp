@@ -2,7 +2,6 @@
 #include "messageMap/windows.h"
 
 namespace bench {
-namespace {
 
 UINT Keys(WPARAM wParam) {
     return LOWORD(wParam);
@@ -34,11 +33,10 @@ class Switched : public CWnd {
     void OnCommand9() { ++count; }
     long count = 0;
 
-    // What it must also do for its menu items: say which commands it has.
-    int OnUpdate(WPARAM wParam, LPARAM lParam) {
+    // What it must also do for its menu items: say which commands it has. Its base says its own.
+    void OnUpdate(WPARAM wParam, LPARAM lParam) {
         if (wParam >= kFirstCommand && wParam <= kLastCommand)
             reinterpret_cast<CCmdUI*>(lParam)->SetFnDefined(true);
-        return 0;
     }
     int OnCommandID(WPARAM wParam) {
         switch (LOWORD(wParam)) {
@@ -112,15 +110,14 @@ class Switched : public CWnd {
             if (OnCommandID(wParam)) return 1;
             break;
         case WM_UPDATECOMMANDUI:
-            return OnUpdate(wParam, lParam);
+            OnUpdate(wParam, lParam);
+            break;
         default:
             break;
         }
         return CWnd::MessageMap(message, wParam, lParam);
     }
 };
-
-} // namespace
 
 std::unique_ptr<CWnd> MakeSwitched() {
     return std::make_unique<Switched>();

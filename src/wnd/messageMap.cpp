@@ -53,14 +53,6 @@ LRESULT ResultOf(int answer) {
     return result;
 }
 
-int Define(UINT message, LPARAM lParam) {
-    if (message == kHasCommand)
-        reinterpret_cast<CommandQuestion*>(lParam)->isKnown = true;
-    else
-        reinterpret_cast<CCmdUI*>(lParam)->SetFnDefined(true);
-    return 0;
-}
-
 int AskApplication(UINT message, WPARAM wParam, LPARAM lParam) {
     CWinApp* const app = App().MainApp;
     const int answer = app ? app->MessageMap(static_cast<int>(message), wParam, lParam) : 0;

@@ -50,7 +50,7 @@
 #define DECLARE_MESSAGE_MAP()                                                                      \
 private:                                                                                           \
     template <class VmMessage>                                                                     \
-    int VmEntries(const VmMessage& vmMessage);                                                     \
+    [[gnu::always_inline]] inline int VmEntries(const VmMessage& vmMessage);                       \
                                                                                                    \
 public:                                                                                            \
     int MessageMap(int vmNumber, WPARAM vmWParam, LPARAM vmLParam) override;                       \
@@ -77,7 +77,6 @@ protected:
         VM_MAP_BEGIN(theClass<typeName>, baseClass)
 
 #define END_MESSAGE_MAP()                                                                          \
-    if (vmMessage.isLastPass) return 0;                                                            \
     return VmBase::MessageMap(static_cast<int>(vmMessage.number), vmMessage.wParam,                \
                               vmMessage.lParam);                                                   \
     }
@@ -105,8 +104,7 @@ protected:
 /// At the end of a frame's map: what the map of the application object has is the frame's, too. By
 /// itself the library brings the application object its About command only.
 #define ON_APPLICATION_COMMANDS()                                                                  \
-    if (vmMessage.number == WM_COMMAND ||                                                          \
-        (vmMessage.number == WM_UPDATECOMMANDUI && !vmMessage.asks)) {                             \
+    if (vmMessage.number == WM_COMMAND || vmMessage.number == WM_UPDATECOMMANDUI) {                \
         if (const int vmAnswer =                                                                   \
                 vm::map::AskApplication(vmMessage.number, vmMessage.wParam, vmMessage.lParam))     \
             return vmAnswer;                                                                       \
@@ -189,8 +187,8 @@ protected:
     using VmBase = Base;
 #define VM_MAP_COMMAND(condition, answer)                                                          \
     if (condition) {                                                                               \
-        if (vmMessage.asks) return vm::map::Define(vmMessage.number, vmMessage.lParam);            \
-        return answer;                                                                             \
+        if (!vmMessage.asks) return answer;                                                        \
+        vmMessage.Define();                                                                        \
     }
 #define VM_MAP_UPDATE(handler)                                                                     \
     VM_MAP_CALL(OfUpdate, handler)(vm::map::Exact<CCmdUI*>{vm::map::Enabled(vmMessage.lParam)})

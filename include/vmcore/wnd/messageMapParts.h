@@ -24,8 +24,6 @@ struct CommandQuestion { // its lParam; wParam is that of the command
 /// MessageMap's answer for a handler's result: the result itself, or a number that stands for it until
 /// the dispatch takes it, when it is 0, does not fit, or would read as "not handled".
 VM_API int AnswerOf(LRESULT result);
-/// Says that there is a handler for the command asked for, and answers 0: others may know its state.
-VM_API int Define(UINT message, LPARAM lParam);
 /// Asks the map of the application object; 0 when it does not handle the command, or there is none.
 VM_API int AskApplication(UINT message, WPARAM wParam, LPARAM lParam);
 /// The command state of WM_UPDATECOMMANDUI, enabled until its handler says otherwise.
@@ -48,7 +46,7 @@ constexpr bool IsIn(UINT id, int first, int last) {
     return id >= (static_cast<UINT>(first) & 0xFFFF) && id <= (static_cast<UINT>(last) & 0xFFFF);
 }
 
-/// A message as entries see it. Entries are compiled for each of the four kinds below, of which a
+/// A message as entries see it. Entries are compiled for each of the kinds below, of which a
 /// delivery is one: what a kind cannot be is a constant, and costs nothing.
 struct Message {
     NMHDR* Notice() const { return reinterpret_cast<NMHDR*>(lParam); }
@@ -66,6 +64,7 @@ struct Message {
     UINT Keys() const { return LOWORD(wParam); }
     /// The library sends every repeat as a message of its own, and packs no count.
     UINT Repeats() const { return LOWORD(lParam) ? LOWORD(lParam) : 1; }
+    void Define() const {}
     WPARAM wParam;
     LPARAM lParam;
 };
@@ -79,32 +78,26 @@ struct Command : Message {
     UINT command;          // the ID to be run: without a control whatever the code is
     static constexpr UINT update = kNoID;
     static constexpr bool asks = false;
-    static constexpr bool isLastPass = false;
 };
 
-/// WM_UPDATECOMMANDUI: does somebody know the command's state?
-struct StateQuestion : Message {
-    StateQuestion(WPARAM w, LPARAM l) : Message{w, l}, update(l ? LOWORD(w) : kNoID) {}
-    static constexpr UINT number = WM_UPDATECOMMANDUI;
-    static constexpr std::uint64_t control = kNoControl;
-    static constexpr UINT command = kNoID;
-    UINT update;
-    static constexpr bool asks = false;
-    static constexpr bool isLastPass = false;
-};
-
-/// The same message once more when nobody does, of this map alone, or kHasCommand: is there a handler?
-struct HandlerQuestion : Message {
-    HandlerQuestion(UINT message, WPARAM w, LPARAM l)
-        : Message{w, l}, number(message),
-          command(l && IsCommandCode(HIWORD(w)) ? LOWORD(w) : kNoID),
-          isLastPass(message == WM_UPDATECOMMANDUI) {}
-    UINT number;
+/// WM_UPDATECOMMANDUI, what is the command's state, or kHasCommand, is there a handler?
+template <UINT asked>
+struct Question : Message {
+    Question(WPARAM w, LPARAM l)
+        : Message{w, l}, command(l && IsCommandCode(HIWORD(w)) ? LOWORD(w) : kNoID),
+          update(l && asked == WM_UPDATECOMMANDUI ? LOWORD(w) : kNoID) {}
+    /// There is a handler for the command. Base classes may still tell its state.
+    void Define() const {
+        if constexpr (asked == kHasCommand)
+            reinterpret_cast<CommandQuestion*>(lParam)->isKnown = true;
+        else
+            reinterpret_cast<CCmdUI*>(lParam)->SetFnDefined(true);
+    }
+    static constexpr UINT number = asked;
     static constexpr std::uint64_t control = kNoControl;
     UINT command;
-    static constexpr UINT update = kNoID;
+    UINT update;
     static constexpr bool asks = true;
-    bool isLastPass; // the base class has been asked
 };
 
 struct Other : Message {
@@ -114,25 +107,22 @@ struct Other : Message {
     static constexpr UINT command = kNoID;
     static constexpr UINT update = kNoID;
     static constexpr bool asks = false;
-    static constexpr bool isLastPass = false;
 };
 
-/// Kept out of the way of messages and commands.
-template <class Entries>
-[[gnu::noinline]] int Ask(UINT number, WPARAM wParam, LPARAM lParam, Entries entries) {
-    if (number == WM_UPDATECOMMANDUI) {
-        const int answer = entries(StateQuestion(wParam, lParam));
-        if (answer & 0xFF) return answer;
-    }
-    return entries(HandlerQuestion(number, wParam, lParam));
+/// Kept out of the way of messages and commands. The order of the parameters is MessageMap's, so that
+/// they stay in their registers.
+template <UINT asked, class Entries>
+[[gnu::noinline]] int Ask(Entries entries, UINT, WPARAM wParam, LPARAM lParam) {
+    return entries(Question<asked>(wParam, lParam));
 }
 
 /// MessageMap of a class with a map: `entries` are compiled for each kind.
 template <class Entries>
 int Dispatch(UINT number, WPARAM wParam, LPARAM lParam, Entries entries) {
     if (number == WM_COMMAND) return entries(Command(wParam, lParam));
-    if (number == WM_UPDATECOMMANDUI || number == kHasCommand)
-        return Ask(number, wParam, lParam, entries);
+    if (number == WM_UPDATECOMMANDUI)
+        return Ask<WM_UPDATECOMMANDUI>(entries, number, wParam, lParam);
+    if (number == kHasCommand) return Ask<kHasCommand>(entries, number, wParam, lParam);
     return entries(Other(number, wParam, lParam));
 }
 
