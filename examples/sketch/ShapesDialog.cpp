@@ -10,7 +10,7 @@
 static const int COLUMN_COUNT = 4;
 static const struct {
     LPCSTR lpszTitle;
-    int nPercent; // of the list's width
+    int nPercent; // of the list's width beside its scroll bar
 } columns[COLUMN_COUNT] = {{"Shape", 27}, {"Place", 22}, {"Size", 22}, {"Pen", 28}};
 
 // CShapeList
@@ -25,9 +25,9 @@ void CShapeList::AddColumns()
 {
     CRect client;
     GetClientRect(&client);
+    const int cx = client.Width() - GetSystemMetrics(SM_CXVSCROLL);
     for (int i = 0; i < COLUMN_COUNT; ++i)
-        InsertColumn(i, columns[i].lpszTitle, LVCFMT_LEFT,
-                     client.Width() * columns[i].nPercent / 100, i);
+        InsertColumn(i, columns[i].lpszTitle, LVCFMT_LEFT, cx * columns[i].nPercent / 100, i);
 }
 
 void CShapeList::Fill()

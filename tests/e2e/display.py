@@ -186,8 +186,21 @@ class Display:
         frame = self.frame(window)
         self.click(left + width + frame[1] - 9, top - frame[2] // 2)
 
-    def screenshot(self, window, path):
-        self.run("import", "-window", window, str(path))
+    def screenshot(self, window, path, *options):
+        self.run("import", *options, "-window", window, "-strip", str(path))
+
+    def wait_still(self, window, other_than=None):
+        """Waits until the window looks different from before and does not change any more; returns how it looks."""
+        looks, since = None, 0.0
+
+        def settled():
+            nonlocal looks, since
+            now = self.run("import", "-window", window, "-format", "%#", "info:-")
+            if now != looks:
+                looks, since = now, time.monotonic()
+            return now if now != other_than and time.monotonic() - since > SETTLED else None
+
+        return wait_for("the window to be still", settled)
 
     def wait_drawn(self, window):
         """Waits until the window shows more than plain areas; returns its number of colours."""
