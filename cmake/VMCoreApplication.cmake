@@ -37,6 +37,8 @@
 # what is exported is not looked up elsewhere. Once loaded it stays in memory, because windows, timers
 # and callbacks of it may outlive the interest of who has loaded it.
 
+# Whatever the project asks for; among them CMP0116, without which ninja builds resources every time.
+cmake_policy(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/VMCoreInfoPlist.cmake)
 set(VMCORE_INFO_PLIST_TEMPLATE ${CMAKE_CURRENT_LIST_DIR}/Info.plist.in CACHE INTERNAL "")
 set(VMCORE_RESOURCE_SCRIPT_STEP ${CMAKE_CURRENT_LIST_DIR}/VMCoreResourceScript.cmake CACHE INTERNAL "")

@@ -17,7 +17,7 @@ import xml.etree.ElementTree as xml
 MODULES = pathlib.Path(__file__).resolve().parents[2] / "cmake"
 tool = None
 
-PROJECT = """cmake_minimum_required(VERSION 3.25)
+PROJECT = """cmake_minimum_required(VERSION 3.16)
 project(show LANGUAGES CXX)
 add_library(VMCore::VMCore INTERFACE IMPORTED)
 include(%s/VMCoreApplication.cmake)
