@@ -1,6 +1,7 @@
 # vmcore_add_application(NAME <target> SOURCES <files...> [RESOURCES <files or folders...>]
 #                        [PLUGINS <targets or files...>] [BUNDLE_NAME <name>] [HELP_BOOK <folder>]
-#                        [INFO <file>] [RESOURCE_SCRIPT <file.rc> [MAIN_MENU <id>]])
+#                        [INFO <file>]
+#                        [RESOURCE_SCRIPT <file.rc> [MAIN_MENU <id>] [RESOURCE_SCRIPT_OPTIONS <options...>]])
 #
 # Makes the executable <target> inside the bundle the library looks for at run time:
 #
@@ -10,15 +11,19 @@
 #                               /Info.plist    CFBundleName, "Executable file", CFBundleHelpBookName
 #
 # in the current binary folder. BUNDLE_NAME is the target's name by default. The entries of INFO, a
-# property list such as the Version.plist that `vmcore rc` writes, are added to Info.plist. A plug-in that is a
-# target of this build must be defined before. The bundle's path is the target's property
-# VMCORE_BUNDLE. Works in this project and in one that found the installed package.
+# property list such as the Version.plist that `vmcore rc` writes, are added to Info.plist; of a key that it
+# has already the value stays. A plug-in that is a target of this build must be defined before. The
+# bundle's path is the target's property VMCORE_BUNDLE. Works in this project and in one that found the
+# installed package.
 #
 # RESOURCE_SCRIPT is compiled with `vmcore rc` in each build in which it, or a file that it names, has
-# changed: its dialogs, menus, texts and pictures go into the bundle, its version into Info.plist; MAIN_MENU
-# is the number of the menu that becomes the application's. The accelerators' source is compiled into the
-# target, which finds its header as "<script>Accelerators.h". The report is <target>_rc/report.txt in the
-# current binary folder. The tool is this build's, else the installed one: the variable VMCORE_TOOL.
+# changed: its dialogs, menus, texts and pictures go into the bundle, its version into Info.plist, unless INFO
+# has one; MAIN_MENU is the number of the menu that becomes the application's. RESOURCE_SCRIPT_OPTIONS are
+# --include <folders...> (relative ones of the current source folder), --define <NAME[=VALUE]...>,
+# --language <language> and --codepage <number>, as `vmcore rc` has them. The accelerators' source is
+# compiled into the target, which finds its header as "<script>Accelerators.h". The report is
+# <target>_rc/report.txt in the current binary folder. The tool is this build's, else the installed one: the
+# variable VMCORE_TOOL.
 #
 # vmcore_install_application(<target> COMMAND <name> [COMPONENT <component>])
 #
@@ -32,12 +37,15 @@
 # what is exported is not looked up elsewhere. Once loaded it stays in memory, because windows, timers
 # and callbacks of it may outlive the interest of who has loaded it.
 
+# Whatever the project asks for; among them CMP0116, without which ninja builds resources every time.
+cmake_policy(VERSION 3.25)
+include(${CMAKE_CURRENT_LIST_DIR}/VMCoreInfoPlist.cmake)
 set(VMCORE_INFO_PLIST_TEMPLATE ${CMAKE_CURRENT_LIST_DIR}/Info.plist.in CACHE INTERNAL "")
 set(VMCORE_RESOURCE_SCRIPT_STEP ${CMAKE_CURRENT_LIST_DIR}/VMCoreResourceScript.cmake CACHE INTERNAL "")
 
 function(vmcore_add_application)
     cmake_parse_arguments(PARSE_ARGV 0 app "" "NAME;BUNDLE_NAME;HELP_BOOK;INFO;RESOURCE_SCRIPT;MAIN_MENU"
-                          "SOURCES;RESOURCES;PLUGINS")
+                          "SOURCES;RESOURCES;PLUGINS;RESOURCE_SCRIPT_OPTIONS")
     if(NOT app_NAME OR NOT app_SOURCES)
         message(FATAL_ERROR "vmcore_add_application needs NAME and SOURCES")
     endif()
@@ -62,8 +70,11 @@ function(vmcore_add_application)
     file(MAKE_DIRECTORY ${contents}/Resources ${contents}/PlugIns)
     if(app_RESOURCE_SCRIPT)
         set(infoFolder ${CMAKE_CURRENT_BINARY_DIR}/${app_NAME}_rc)
+        _vmcore_script_arguments(arguments "${app_MAIN_MENU}" ${app_RESOURCE_SCRIPT_OPTIONS})
         _vmcore_compile_script(${app_NAME} ${app_RESOURCE_SCRIPT} ${infoFolder} ${contents}
-                               "${app_MAIN_MENU}")
+                               "${arguments}")
+    elseif(app_MAIN_MENU OR app_RESOURCE_SCRIPT_OPTIONS)
+        message(FATAL_ERROR "MAIN_MENU and RESOURCE_SCRIPT_OPTIONS need RESOURCE_SCRIPT")
     endif()
     _vmcore_write_info_plist(${infoFolder} ${app_NAME} ${app_BUNDLE_NAME} "${app_HELP_BOOK}"
                              "${app_INFO}")
@@ -140,18 +151,52 @@ function(_vmcore_find_tool command dependency)
     set(${dependency} ${VMCORE_TOOL} PARENT_SCOPE)
 endfunction()
 
-function(_vmcore_compile_script target script folder contents mainMenu)
+# The tool's own arguments for what MAIN_MENU and RESOURCE_SCRIPT_OPTIONS say.
+function(_vmcore_script_arguments result mainMenu)
+    cmake_parse_arguments(PARSE_ARGV 2 given "" "--language;--codepage" "--include;--define")
+    if(given_UNPARSED_ARGUMENTS OR given_KEYWORDS_MISSING_VALUES)
+        message(FATAL_ERROR "RESOURCE_SCRIPT_OPTIONS knows --include, --define, --language and --codepage, "
+                "each with a value: ${given_UNPARSED_ARGUMENTS}${given_KEYWORDS_MISSING_VALUES}")
+    endif()
+    set(arguments "")
+    foreach(folder IN LISTS given_--include)
+        if(NOT folder MATCHES "^\\$<")
+            cmake_path(ABSOLUTE_PATH folder NORMALIZE)
+        endif()
+        list(APPEND arguments --include "${folder}")
+    endforeach()
+    foreach(define IN LISTS given_--define)
+        list(APPEND arguments --define "${define}")
+    endforeach()
+    foreach(option --language --codepage)
+        if(DEFINED given_${option})
+            list(APPEND arguments ${option} "${given_${option}}")
+        endif()
+    endforeach()
+    if(NOT mainMenu STREQUAL "")
+        list(APPEND arguments --main-menu ${mainMenu})
+    endif()
+    set(${result} "${arguments}" PARENT_SCOPE)
+endfunction()
+
+function(_vmcore_compile_script target script folder contents arguments)
     cmake_path(ABSOLUTE_PATH script NORMALIZE)
     cmake_path(GET script STEM LAST_ONLY name)
     _vmcore_find_tool(tool toolDependency)
     set(accelerators ${folder}/files/${name}Accelerators)
+    # make does not look whether a command has changed.
+    file(CONFIGURE OUTPUT ${folder}/arguments.txt CONTENT "@arguments@\n" @ONLY)
     add_custom_command(
         OUTPUT ${folder}/stamp ${accelerators}.cpp ${accelerators}.h
-        DEPENDS ${script} ${toolDependency} ${folder}/Info.plist ${VMCORE_RESOURCE_SCRIPT_STEP}
+        DEPENDS ${script} ${toolDependency} ${folder}/Info.plist ${folder}/arguments.txt
+                ${VMCORE_RESOURCE_SCRIPT_STEP}
         DEPFILE ${folder}/depfile
-        COMMAND ${CMAKE_COMMAND} -DTOOL=${tool} -DSCRIPT=${script} -DFOLDER=${folder}
+        COMMAND ${tool} rc ${script} ${arguments} --out ${folder}/files --names ${folder}/names.txt
+                --quiet --report ${folder}/report.txt
+                --depfile ${folder}/depfile --depfile-target ${folder}/stamp
+        COMMAND ${CMAKE_COMMAND} -DSCRIPT=${script} -DFOLDER=${folder}
                 -DRESOURCES=${contents}/Resources -DPLIST=${contents}/Info.plist
-                -DMAIN_MENU=${mainMenu} -P ${VMCORE_RESOURCE_SCRIPT_STEP}
+                -P ${VMCORE_RESOURCE_SCRIPT_STEP}
         COMMENT "Compiling resources ${name}.rc" VERBATIM)
     add_custom_target(${target}_script ALL DEPENDS ${folder}/stamp)
     add_dependencies(${target} ${target}_script)
@@ -159,6 +204,7 @@ function(_vmcore_compile_script target script folder contents mainMenu)
     target_include_directories(${target} PRIVATE ${folder}/files)
 endfunction()
 
+# A change of `info` configures anew.
 function(_vmcore_write_info_plist folder executable name helpBook info)
     set(helpBookEntry "")
     if(helpBook)
@@ -166,28 +212,14 @@ function(_vmcore_write_info_plist folder executable name helpBook info)
         set(helpBookEntry
             "\n\t<key>CFBundleHelpBookName</key>\n\t<string>${helpBookName}</string>")
     endif()
-    set(infoEntries "")
+    file(READ ${VMCORE_INFO_PLIST_TEMPLATE} plist)
+    string(CONFIGURE "${plist}" plist @ONLY)
     if(info)
-        _vmcore_read_info_entries(infoEntries ${info})
+        cmake_path(ABSOLUTE_PATH info NORMALIZE)
+        set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${info})
+        _vmcore_add_plist_entries(plist "${plist}" ${info})
     endif()
-    configure_file(${VMCORE_INFO_PLIST_TEMPLATE} ${folder}/Info.plist @ONLY)
-endfunction()
-
-# What is between <dict> and </dict>. A change of the file configures anew.
-function(_vmcore_read_info_entries result file)
-    cmake_path(ABSOLUTE_PATH file NORMALIZE)
-    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
-    file(READ ${file} text)
-    string(FIND "${text}" "<dict>" begin)
-    string(FIND "${text}" "</dict>" end REVERSE)
-    if(begin EQUAL -1 OR end LESS begin)
-        message(FATAL_ERROR "${file} is no property list with a <dict>")
-    endif()
-    math(EXPR begin "${begin} + 6")
-    math(EXPR length "${end} - ${begin}")
-    string(SUBSTRING "${text}" ${begin} ${length} entries)
-    string(STRIP "${entries}" entries)
-    set(${result} "\n\t${entries}" PARENT_SCOPE)
+    file(CONFIGURE OUTPUT ${folder}/Info.plist CONTENT "@plist@" @ONLY)
 endfunction()
 
 # Copies files and folders into `folder` whenever they change.

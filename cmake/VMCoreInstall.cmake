@@ -23,6 +23,7 @@ install(FILES
     ${CMAKE_CURRENT_BINARY_DIR}/VMCoreConfig.cmake
     ${CMAKE_CURRENT_BINARY_DIR}/VMCoreConfigVersion.cmake
     cmake/VMCoreApplication.cmake
+    cmake/VMCoreInfoPlist.cmake
     cmake/VMCoreResourceScript.cmake
     cmake/Info.plist.in
     DESTINATION ${VMCORE_CMAKE_DIR} COMPONENT Development)

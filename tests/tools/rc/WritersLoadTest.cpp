@@ -5,6 +5,7 @@
 
 #include <QtCore/QProcess>
 #include <QtTest/QTest>
+#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QGroupBox>
@@ -104,6 +105,36 @@ private:
 };
 
 } // namespace
+
+TEST_F(WritersLoad, ListsHoldTheirFirstTexts) {
+    const struct {
+        const char* windowClass;
+        std::uint32_t style;
+        QStringList texts;
+    } rows[] = {
+        {"combobox", 3 | 0x100, {"a < b", "B", "b", "c", "\xC3\xA4"}}, // CBS_DROPDOWNLIST, CBS_SORT
+        {"combobox", 2, {"c", "B", "b", "a < b"}},                     // CBS_DROPDOWN
+        {"listbox", 1 | 2, {"a < b", "B", "b", "c"}},                  // LBS_STANDARD
+        {"listbox", 0, {"c", "B", "b", "a < b"}},
+    };
+    std::vector<Control> controls;
+    for (int id = 30; const auto& row : rows) {
+        controls.push_back(MakeControl(row.windowClass, id++, "", {7, 7, 60, 40}, row.style));
+        controls.back().items = {"c", "B", "b", "a < b"};
+    }
+    controls[0].items.emplace_back("\xC3\xA4");
+    Load(MakeDialog(kDialog, controls));
+    for (int id = 30; const auto& row : rows) {
+        QWidget* const widget = At(id++);
+        const auto* const combo = qobject_cast<QComboBox*>(widget);
+        const auto* const model =
+            combo ? combo->model() : qobject_cast<QAbstractItemView*>(widget)->model();
+        QStringList texts;
+        for (int i = 0; i < model->rowCount(); ++i) texts += model->index(i, 0).data().toString();
+        EXPECT_EQ(texts.join('\n').toStdString(), row.texts.join('\n').toStdString()) << id - 1;
+        EXPECT_TRUE(!combo || (combo->currentIndex() == -1 && combo->currentText().isEmpty()));
+    }
+}
 
 TEST_F(WritersLoad, PlacesControlsByTheRealFont) {
     const Dialog script = WholeDialog();

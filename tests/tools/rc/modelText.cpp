@@ -62,7 +62,9 @@ std::string ControlText(const Control& c) {
                        (c.image ? "image=" + IdText(*c.image) : Quoted(c.text)) + " " +
                        RectText(c.rect) + " " + Hex(c.style);
     if (c.exStyle) text += " ex=" + Hex(c.exStyle);
-    return text + Number(c.helpId, "help") + Flag(c.hasData, "data") + "\n";
+    text += Number(c.helpId, "help") + Flag(c.hasData, "data") + "\n";
+    for (const std::string& item : c.items) text += "    " + Quoted(item) + "\n";
+    return text;
 }
 
 std::string Text(const Dialog& d) {
@@ -137,7 +139,8 @@ std::string Text(const VersionInfo& info) {
 }
 
 std::string Text(const Other& other) {
-    return HeadText(other.head) + (other.path.empty() ? "" : " file=" + other.path) + "\n";
+    return HeadText(other.head) + (other.path.empty() ? "" : " file=" + other.path) +
+           Flag(!other.isThere, "missing") + "\n";
 }
 
 } // namespace

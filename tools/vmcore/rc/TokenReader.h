@@ -27,6 +27,7 @@ public:
     /// "expected <what>, not '<word>'", where the next word is.
     [[noreturn]] void Expected(const std::string& what) const;
     [[noreturn]] void Fail(const Token& at, const std::string& text) const;
+    std::string NextWord() const; ///< in quotes, with the macro that it comes from
 
     bool IsWord(std::string_view word, std::size_t ahead = 0) const; ///< whatever its case
     bool TakeWord(std::string_view word);
@@ -40,6 +41,9 @@ public:
     /// Reads over a block from its beginning. `word` is called for each word in it.
     template <class Visitor>
     void SkipBlock(Visitor word);
+    /// The same from within the block.
+    template <class Visitor>
+    void SkipToEnd(Visitor word);
 
     bool AtText() const { return Peek().kind == TokenKind::String; }
     /// A string, or several in a row.
@@ -62,7 +66,6 @@ public:
     Language TakeLanguage();
 
 private:
-    std::string NextWord() const;
     std::int64_t Operand();
     std::int64_t Constant();
     bool TakeOperator(char& operation);
@@ -77,6 +80,11 @@ private:
 template <class Visitor>
 void TokenReader::SkipBlock(Visitor word) {
     Begin();
+    SkipToEnd(word);
+}
+
+template <class Visitor>
+void TokenReader::SkipToEnd(Visitor word) {
     for (int depth = 1; depth > 0;) {
         if (AtBlock()) {
             ++depth;

@@ -1,6 +1,7 @@
 // The steps of the compiler in their order.
 #include "rc/compile.h"
 
+#include "rc/dialogInit.h"
 #include "rc/parser.h"
 #include "rc/selectLanguage.h"
 
@@ -15,6 +16,7 @@ Compiled CompileScript(const std::string& path, const std::string& bytes, const 
     Script script = ParseScript(tokens, files, compiled.report);
     compiled.resources =
         SelectLanguage(std::move(script.resources), settings.language, compiled.report);
+    GiveTexts(compiled.resources, compiled.report);
     return compiled;
 }
 

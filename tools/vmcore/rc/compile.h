@@ -1,4 +1,5 @@
-// A script's way from its bytes to the resources that are written: preprocessor, parser, languages.
+// A script's way from its bytes to the resources that are written: preprocessor, parser, languages,
+// texts of DLGINIT.
 #pragma once
 
 #include <optional>

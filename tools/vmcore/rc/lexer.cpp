@@ -26,11 +26,15 @@ class LineLexer {
 public:
     LineLexer(const SourceLine& line, const LexerSettings& settings, std::vector<Token>& tokens)
         : m_line(line), m_text(line.text), m_settings(settings), m_tokens(tokens) {}
-    /// Whether a comment goes on behind the line.
-    bool Run(bool inComment);
+    /// The comment that goes on behind the line; `open` goes on from the one before.
+    std::optional<Lexer::Comment> Run(std::optional<Lexer::Comment> open);
 
 private:
-    bool SkipComment(bool inComment);
+    bool SkipComment(bool isOpen);
+    bool AtComment() const {
+        return m_text[m_at] == '/' && (At(m_at + 1) == '/' || At(m_at + 1) == '*');
+    }
+    Lexer::Comment Here();
     void TakeWord();
     void Add(TokenKind kind, std::size_t length);
     std::size_t StringLength(std::size_t quote) const;
@@ -52,13 +56,13 @@ private:
     bool m_glued = false;
 };
 
-bool LineLexer::Run(bool inComment) {
+std::optional<Lexer::Comment> LineLexer::Run(std::optional<Lexer::Comment> open) {
     while (m_at < m_text.size()) {
-        const bool isComment =
-            inComment || (m_text[m_at] == '/' && (At(m_at + 1) == '/' || At(m_at + 1) == '*'));
-        if (isComment) {
-            if (SkipComment(inComment)) return true;
-            inComment = false;
+        if (open || AtComment()) {
+            const bool isOpen = open.has_value();
+            if (!isOpen) open = Here();
+            if (SkipComment(isOpen)) return open;
+            open.reset();
         } else if (IsBlank(m_text[m_at])) {
             ++m_at;
             m_glued = false;
@@ -67,14 +71,14 @@ bool LineLexer::Run(bool inComment) {
             m_glued = true;
         }
     }
-    return inComment;
+    return open;
 }
 
 // Whether it goes on behind the line.
-bool LineLexer::SkipComment(bool inComment) {
+bool LineLexer::SkipComment(bool isOpen) {
     m_glued = false;
-    const bool toLineEnd = !inComment && m_text[m_at + 1] == '/';
-    const std::size_t end = toLineEnd ? kNone : m_text.find("*/", inComment ? m_at : m_at + 2);
+    const bool toLineEnd = !isOpen && m_text[m_at + 1] == '/';
+    const std::size_t end = toLineEnd ? kNone : m_text.find("*/", isOpen ? m_at : m_at + 2);
     m_at = end == kNone ? m_text.size() : end + 2;
     return end == kNone && !toLineEnd;
 }
@@ -89,9 +93,14 @@ void LineLexer::CountTo(std::size_t offset) {
         if ((m_text[m_counted] & 0xC0) != 0x80) ++m_column;
 }
 
-void LineLexer::Fail(const char* text) {
+Lexer::Comment LineLexer::Here() {
     CountTo(m_at);
-    throw Lexer::Trouble{m_line.parts[m_part].line + m_settings.lineOffset, m_column, text};
+    return {m_line.parts[m_part].line + m_settings.lineOffset, m_column};
+}
+
+void LineLexer::Fail(const char* text) {
+    const auto [line, column] = Here();
+    throw Lexer::Trouble{line, column, text};
 }
 
 void LineLexer::Add(TokenKind kind, std::size_t length) {
@@ -165,7 +174,7 @@ void LineLexer::TakeWord() {
 
 void Lexer::Take(const SourceLine& line, const LexerSettings& settings,
                  std::vector<Token>& tokens) {
-    m_inComment = LineLexer(line, settings, tokens).Run(m_inComment);
+    m_comment = LineLexer(line, settings, tokens).Run(m_comment);
 }
 
 } // namespace vm::rc

@@ -1,6 +1,7 @@
 // Lines of a script taken apart into words; comments fall away.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "rc/SourceLines.h"
@@ -28,10 +29,15 @@ public:
     };
     /// Appends the line's words.
     void Take(const SourceLine& line, const LexerSettings& settings, std::vector<Token>& tokens);
-    bool IsInComment() const { return m_inComment; }
+    /// Where the comment began that goes on behind the last line.
+    struct Comment {
+        int line;
+        int column;
+    };
+    const std::optional<Comment>& OpenComment() const { return m_comment; }
 
 private:
-    bool m_inComment = false; ///< from one line to the next
+    std::optional<Comment> m_comment;
 };
 
 } // namespace vm::rc

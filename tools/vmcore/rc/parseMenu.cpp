@@ -52,11 +52,13 @@ MenuItem Parser::MenuEntryAt(bool extended, int depth) {
 
 void Parser::PlainItem(MenuItem& item) {
     m_reader.TakeComma();
-    if (item.kind == MenuEntry::Item) {
+    if (item.kind == MenuEntry::Item && !m_reader.IsWord("MFT_SEPARATOR")) {
         item.id = m_reader.NumberId();
         m_reader.TakeComma();
     }
     MenuOptions(item);
+    const bool isNothing = item.text.empty() && item.id.number == 0;
+    if (isNothing && item.kind == MenuEntry::Item) item.kind = MenuEntry::Separator;
 }
 
 void Parser::MenuOptions(MenuItem& item) {
@@ -83,17 +85,21 @@ bool Parser::TakeMenuOption(MenuItem& item) {
     return true;
 }
 
-// Each of number, type and state may be left out with its comma, or without it.
+// Each of number, type and state may be left out with its comma, or without it. The options of a MENU are
+// no mistake in a script that has been made a MENUEX by hand.
 void Parser::ExtendedItem(MenuItem& item) {
     m_reader.TakeComma();
-    if (m_reader.AtNumber()) item.id = m_reader.NumberId();
-    if (m_reader.TakeComma() && m_reader.AtNumber()) MenuType(item, m_reader.Bits());
+    const bool hasId = m_reader.AtNumber() && !m_reader.IsWord("MFT_SEPARATOR");
+    if (hasId) item.id = m_reader.NumberId();
+    const bool isType = m_reader.TakeComma() || m_reader.IsWord("MFT_SEPARATOR");
+    if (isType && m_reader.AtNumber()) MenuType(item, m_reader.Bits());
     if (m_reader.TakeComma() && m_reader.AtNumber()) MenuState(item, m_reader.Bits());
     if (m_reader.TakeComma() && m_reader.AtNumber()) {
         const Place place = m_reader.Here();
         if (m_reader.Bits() != 0)
             LeftOut(place, "help number of POPUP " + item.text, "menus have no help of their own");
     }
+    MenuOptions(item);
 }
 
 void Parser::MenuType(MenuItem& item, std::uint32_t type) {

@@ -36,13 +36,16 @@ void Parser::ParsePicture(Head head, PictureKind kind) {
 
 void Parser::ParseOther(Head head) {
     CommonStatements(head);
-    Other other{std::move(head), {}};
+    Other other;
+    other.head = std::move(head);
     const Token& token = m_reader.Peek();
     if (m_reader.AtBlock()) {
         m_reader.SkipBlock([](const Token&) {});
     } else {
         const std::string name = TakePath();
-        other.path = FileNamed(name, token).value_or(name);
+        const auto path = FileNamed(name, token);
+        other.path = path.value_or(name);
+        other.isThere = path.has_value();
     }
     m_script.resources.emplace_back(std::move(other));
 }

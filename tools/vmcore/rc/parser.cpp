@@ -73,6 +73,8 @@ bool Parser::ByKeyword(const Head& head) {
         ParsePicture(head, PictureKind::Cursor);
     else if (keyword == "TOOLBAR")
         ParseToolbar(head);
+    else if (keyword == "DLGINIT" || keyword == "240")
+        ParseDialogInit(head);
     else
         return false;
     return true;

@@ -65,6 +65,8 @@ private:
     void ParsePicture(Head head, PictureKind kind);
     void ParseOther(Head head);
     void ParseToolbar(Head head);
+    void ParseDialogInit(Head head);
+    bool TakeInitBytes(std::string& bytes);
     std::string TakePath();
     std::optional<std::string> FileNamed(const std::string& name, const Token& at);
 

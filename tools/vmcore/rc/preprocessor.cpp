@@ -118,8 +118,10 @@ void Preprocessor::TakeLines(File& file) {
 }
 
 void Preprocessor::CloseFile(const File& file) {
-    if (file.lexer.IsInComment())
-        throw SyntaxError{{file.path, file.line, 1}, "expected the end of the comment"};
+    if (const auto& comment = file.lexer.OpenComment())
+        throw SyntaxError{
+            {m_list.files[static_cast<std::size_t>(file.index)], comment->line, comment->column},
+            "expected the end of this comment"};
     if (m_conditions.size() > file.conditions)
         throw SyntaxError{m_conditions.back().place, "expected #endif for this condition"};
 }
@@ -147,7 +149,7 @@ void Preprocessor::TakeLine(File& file, const SourceLine& line) {
                           "a zero byte: is this Unicode without a byte-order mark, or no text?"};
     const std::size_t first = line.text.find_first_not_of(" \t\f\v\r");
     const bool isDirective =
-        !file.lexer.IsInComment() && first != std::string::npos && line.text[first] == '#';
+        !file.lexer.OpenComment() && first != std::string::npos && line.text[first] == '#';
     Words words;
     Lex(file, line, isDirective, words);
     if (isDirective) {

@@ -26,7 +26,7 @@ namespace vm::tool {
 namespace {
 
 struct Arguments {
-    std::string file, out, language, reportFile, depfile;
+    std::string file, out, language, reportFile, depfile, depfileTarget, names;
     std::vector<std::string> folders, defines;
     int codePage = 0;
     int mainMenu = -1;
@@ -100,14 +100,17 @@ void WriteDependencies(const Arguments& given, const rc::Compiled& compiled,
     if (given.depfile.empty()) return;
     std::vector<std::string> inputs = compiled.filesRead;
     for (const std::string& path : rc::FilesNamed(compiled.resources)) inputs.push_back(path);
-    std::vector<std::string> names;
+    std::vector<std::string> targets;
     for (const rc::OutputFile& file : outputs)
-        names.push_back((fs::path(given.out) / file.name).string());
-    PutFile(given.depfile, rc::DependencyRule(names, inputs));
+        targets.push_back((fs::path(given.out) / file.name).string());
+    if (!given.depfileTarget.empty()) targets = {given.depfileTarget};
+    PutFile(given.depfile, rc::DependencyRule(targets, inputs));
 }
 
-void List(const std::vector<rc::OutputFile>& outputs) {
-    for (const rc::OutputFile& file : outputs) std::printf("%s\n", file.name.c_str());
+std::string NamesOf(const std::vector<rc::OutputFile>& outputs) {
+    std::string names;
+    for (const rc::OutputFile& file : outputs) names += file.name + "\n";
+    return names;
 }
 
 void Compile(const Arguments& given) {
@@ -118,8 +121,12 @@ void Compile(const Arguments& given) {
     options.mainMenu = given.mainMenu;
     const std::string name = fs::path(given.file).stem().string();
     const auto outputs = rc::WriteFiles(compiled.resources, name, options, compiled.report);
-    if (given.list) return List(outputs);
+    if (given.list) {
+        std::printf("%s", NamesOf(outputs).c_str());
+        return;
+    }
     rc::PutFiles(given.out, outputs);
+    if (!given.names.empty()) PutFile(given.names, NamesOf(outputs));
     WriteDependencies(given, compiled, outputs);
     const std::string all = compiled.report.Text() + compiled.report.Summary() + "\n";
     if (!given.reportFile.empty()) PutFile(given.reportFile, all);
@@ -157,6 +164,11 @@ void AddRcCommand(CLI::App& app) {
     rc->add_option("--report", given->reportFile, "Write the whole report to this file, too")
         ->type_name("FILE");
     rc->add_option("--depfile", given->depfile, "Write what the files depend on, for make or ninja")
+        ->type_name("FILE");
+    rc->add_option("--depfile-target", given->depfileTarget,
+                   "What depends on them for make or ninja, in place of the files")
+        ->type_name("NAME");
+    rc->add_option("--names", given->names, "Write the names of the files to this one, too")
         ->type_name("FILE");
     rc->add_flag("--quiet", given->quiet, "Print only what is approximated or left out");
     rc->add_flag("--list", given->list, "Print the names of the files and write nothing");

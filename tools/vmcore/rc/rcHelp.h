@@ -31,7 +31,8 @@ Output files that would not change keep their time. Those of resources that the
 script has no longer are not deleted.
 
 Exit status: 0 well, whatever else the report says; 1 a mistake in the script (one
-line 'FILE:LINE:COLUMN: error: TEXT'; nothing is written), a picture that it names
-is not there (all else is written), or a file cannot be written; 2 a file cannot be read, or wrong usage.)";
+line 'FILE:LINE:COLUMN: error: TEXT'; nothing is written), a bitmap or icon that
+it names is not there (all else is written), or a file cannot be written; 2 a
+file cannot be read, or wrong usage.)";
 
 } // namespace vm::tool

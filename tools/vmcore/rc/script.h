@@ -67,7 +67,8 @@ struct Control {
     std::uint32_t style = 0; ///< complete: the keyword's own bits and what NOT takes away included
     std::uint32_t exStyle = 0;
     std::uint32_t helpId = 0;
-    bool hasData = false; ///< creation data follows, which has no counterpart
+    bool hasData = false;           ///< creation data follows, which has no counterpart
+    std::vector<std::string> items; ///< of a list or combo box, from DLGINIT
 };
 
 struct Dialog {
@@ -164,7 +165,10 @@ struct VersionInfo {
 /// FONT, MESSAGETABLE, types of the program's own.
 struct Other {
     Head head;
-    std::string path; ///< of a single-line resource
+    std::string path;                      ///< of a single-line resource
+    bool isThere = true;                   ///< or the path is only what the script says
+    std::optional<std::string> bytes = {}; ///< of DLGINIT, whose texts go to a dialog
+    int codePage = 0;                      ///< of these
 };
 
 using Resource =

@@ -11,15 +11,15 @@ bool IsAllowed(QChar c) {
            (c >= QChar(0xA0) && c < QChar(0xFFFE));
 }
 
-QString Clean(const std::string& text) {
+} // namespace
+
+QString XmlText(const std::string& text) {
     const QString all = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     QString clean;
     for (const QChar c : all)
         if (IsAllowed(c)) clean += c;
     return clean;
 }
-
-} // namespace
 
 UiProperty UiText(const char* name, const std::string& text) {
     return {name, "string", text};
@@ -51,7 +51,7 @@ UiXml::UiXml(const std::string& formClass) : m_xml(&m_bytes) {
 void UiXml::Begin(const char* element, const Attributes& attributes) {
     m_xml.writeStartElement(QLatin1String(element));
     for (const auto& [name, value] : attributes)
-        m_xml.writeAttribute(QLatin1String(name), Clean(value));
+        m_xml.writeAttribute(QLatin1String(name), XmlText(value));
 }
 
 void UiXml::End() {
@@ -60,14 +60,14 @@ void UiXml::End() {
 
 void UiXml::Leaf(const char* element, const std::string& text, const Attributes& attributes) {
     Begin(element, attributes);
-    m_xml.writeCharacters(Clean(text));
+    m_xml.writeCharacters(XmlText(text));
     End();
 }
 
 void UiXml::Empty(const char* element, const Attributes& attributes) {
     m_xml.writeEmptyElement(QLatin1String(element));
     for (const auto& [name, value] : attributes)
-        m_xml.writeAttribute(QLatin1String(name), Clean(value));
+        m_xml.writeAttribute(QLatin1String(name), XmlText(value));
 }
 
 void UiXml::Write(const UiProperty& property) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <QtCore/QByteArray>
+#include <QtCore/QString>
 #include <QtCore/QXmlStreamWriter>
 
 #include "rc/script.h"
@@ -26,6 +27,9 @@ UiProperty UiNumber(const char* name, int value);
 UiProperty UiEnum(const char* name, const char* value);
 UiProperty UiDynamic(const char* name, const std::string& text);
 UiProperty UiTag(int tag);
+
+/// Without what XML cannot hold; nothing in it is escaped.
+QString XmlText(const std::string& text);
 
 using Attributes = std::vector<std::pair<const char*, std::string>>;
 

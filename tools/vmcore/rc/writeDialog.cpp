@@ -81,6 +81,7 @@ private:
         for (const auto& [name, value] : widget.attributes) WriteAttribute(name, "bool", value);
         if (!widget.buttonGroup.empty())
             WriteAttribute("buttonGroup", "string", widget.buttonGroup);
+        WriteItems(m_xml, widget.items);
         m_xml.End();
     }
 

@@ -26,6 +26,7 @@ struct Widget {
     bool takesFocus = true;
     std::vector<UiProperty> properties;
     Attributes attributes;
+    std::vector<std::string> items;
     Notes notes;
     // Given by those who know the whole dialog.
     std::string name;
@@ -46,6 +47,10 @@ bool HasStyle(const Control& control, std::uint32_t bits);
 /// By the control's class; of one that is not known a view that the program draws. What all controls have,
 /// and what depends on the others, is not in it.
 Widget WidgetOf(const Control& control);
+
+/// What DLGINIT gives it, sorted as the control does it.
+void TakeItems(Widget& widget, const Control& control);
+void WriteItems(UiXml& xml, const std::vector<std::string>& items);
 
 // One for each class of controls.
 Widget ButtonWidget(const Control& control);

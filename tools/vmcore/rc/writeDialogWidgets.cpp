@@ -165,6 +165,7 @@ std::vector<Widget> WidgetsOf(const Dialog& dialog, const std::string& rootName)
             widget.name = names.Unique(BaseName(control, widget));
             widget.rect = PixelsOf(control, widget);
             TakeCommon(widget, control, ids);
+            TakeItems(widget, control);
         }
         widgets.push_back(std::move(widget));
     }

@@ -8,6 +8,8 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include "rc/uiXml.h"
+
 namespace vm::rc {
 namespace {
 
@@ -34,11 +36,8 @@ std::string Dotted(const std::vector<int>& numbers) {
     return text;
 }
 
-// XML has no other control characters.
-QString Clean(const std::string& text) {
-    QString clean = QString::fromStdString(text);
-    clean.removeIf([](QChar c) { return c < u' ' || (c >= QChar(0x7F) && c < QChar(0xA0)); });
-    return clean.toHtmlEscaped();
+QString Escaped(const std::string& text) {
+    return XmlText(text).toHtmlEscaped();
 }
 
 class Entries {
@@ -53,7 +52,8 @@ public:
         QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                                       "<plist version=\"1.0\">\n<dict>\n");
         for (const auto& [key, value] : m_entries)
-            text += "\t<key>" + Clean(key) + "</key>\n\t<string>" + Clean(value) + "</string>\n";
+            text +=
+                "\t<key>" + Escaped(key) + "</key>\n\t<string>" + Escaped(value) + "</string>\n";
         return (text + "</dict>\n</plist>\n").toStdString();
     }
 

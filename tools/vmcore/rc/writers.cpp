@@ -24,7 +24,7 @@ std::string WhyLeftOut(const std::string& keyword) {
         return "there are no tool bars of resources: place buttons with these commands in a dialog "
                "or a window";
     if (keyword == "DLGINIT" || keyword == "240")
-        return "what lists of dialogs hold at first: add the texts in OnInitDialog";
+        return "what lists of dialogs hold at first, as a file: add the texts in OnInitDialog";
     if (keyword == "AFX_DIALOG_LAYOUT")
         return "how a dialog grows: give it a layout in Qt Designer";
     if (keyword == "MANIFEST" || keyword == "24") return "only for Windows";
@@ -49,7 +49,9 @@ public:
     void operator()(const Picture& picture) const { WritePicture(picture, m_output); }
     void operator()(const VersionInfo& version) const { WriteVersion(version, m_output); }
     void operator()(const Other& other) const {
-        m_output.LeaveOut(other.head.place, Described(other.head), WhyLeftOut(other.head.keyword));
+        const std::string why = WhyLeftOut(other.head.keyword);
+        m_output.LeaveOut(other.head.place, Described(other.head),
+                          other.isThere ? why : why + "; there is no file '" + other.path + "'");
     }
 
 private:
