@@ -5,6 +5,7 @@
 
 #include <QtCore/QPointer>
 #include <QtCore/QVariant>
+#include <QtWidgets/QDateTimeEdit>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QPushButton>
@@ -20,6 +21,7 @@
 #include "controls/listTable.h"
 #include "controls/outlineView.h"
 #include "controls/typingRules.h"
+#include "dialogs/dateFields.h"
 #include "dialogs/dialogLists.h"
 #include "dialogs/dialogUnits.h"
 #include "dialogs/spinBuddies.h"
@@ -108,6 +110,7 @@ public:
             AttachDelegate(*widget);
             FillListBox(*widget, m_listTexts);
             RestrictTyping(*widget);
+            TakeDate(*widget);
             CheckAction(*widget);
             WireControl(*widget, receiver, actions);
             if (const auto* box = qobject_cast<QDialogButtonBox*>(widget)) {
@@ -170,6 +173,13 @@ private:
         const QString rule = widget.property(kTypingProperty).toString();
         if (!rule.isEmpty() && !SetTypingRule(widget, rule))
             Complain(widget, "unknown typing rule, or no text: ", rule);
+    }
+
+    void TakeDate(QWidget& widget) {
+        auto* field = qobject_cast<QDateTimeEdit*>(&widget);
+        if (field && !SetUpDateField(*field))
+            Complain(widget,
+                     "unknown date format: ", widget.property(kDateFormatProperty).toString());
     }
 
     void AttachBuddy(QWidget& widget) {

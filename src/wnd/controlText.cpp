@@ -2,13 +2,16 @@
 
 #include <algorithm>
 
+#include <QtCore/QDateTime>
 #include <QtCore/QItemSelectionModel>
+#include <QtCore/QLocale>
 #include <QtCore/QVariant>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QAbstractSlider>
 #include <QtWidgets/QButtonGroup>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QDateTimeEdit>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
@@ -159,6 +162,9 @@ bool SetControlText(QWidget& control, const QString& text) {
         spin->setValue(LeadingNumber(text));
     } else if (auto* real = qobject_cast<QDoubleSpinBox*>(&control)) {
         real->setValue(LeadingReal(text));
+    } else if (auto* date = qobject_cast<QDateTimeEdit*>(&control)) {
+        const QDateTime time = date->locale().toDateTime(text, date->displayFormat());
+        if (time.isValid()) date->setDateTime(time);
     } else if (auto* bar = qobject_cast<QTabBar*>(&control)) {
         bar->setTabText(bar->currentIndex(), text);
     } else if (auto* tabs = qobject_cast<QTabWidget*>(&control)) {

@@ -2,6 +2,7 @@
 #include "DialogsFixture.h"
 
 #include <QtTest/QTest>
+#include <QtWidgets/QDateTimeEdit>
 #include <QtWidgets/QLineEdit>
 
 #include "dialogs/dialogUnits.h"
@@ -71,11 +72,43 @@ TEST_F(DialogUnits, OtherFilesStayInPixels) {
 TEST_F(DialogUnits, WrongPropertiesAreLogged) {
     Load(UiControl("QLineEdit", 11, UiDynamic("typing", "roman")) +
          UiControl("QLabel", 12, UiDynamic("typing", "upper")) +
-         UiControl("CSpinButton", 13, UiDynamic("buddy", "nobody")));
+         UiControl("CSpinButton", 13, UiDynamic("buddy", "nobody")) +
+         UiControl("QDateEdit", 14, UiDynamic("dateFormat", "iso")));
     EXPECT_THAT(log.TakeLog(),
                 ElementsAre(HasSubstr("item11: unknown typing rule, or no text: roman"),
                             HasSubstr("item12: unknown typing rule, or no text: upper"),
+                            HasSubstr("item14: unknown date format: iso"),
                             HasSubstr("item13: no control has the name nobody")));
+}
+
+TEST_F(DialogUnits, DatesBeginWithNowAndAreSetAsText) {
+    const struct {
+        const char *type, *format, *shown;
+    } rows[] = {
+        {"QDateEdit", "century", "3/9/2021"},
+        {"QDateEdit", "long", "Tuesday, March 9, 2021"},
+        {"QTimeEdit", "seconds", "4:05:06 PM"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.format);
+        if (dialog.view) dialog.DestroyWindow();
+        const QDate before = QDate::currentDate();
+        Load("<property name=\"locale\"><locale language=\"English\" country=\"UnitedStates\"/>"
+             "</property>" +
+             UiControl(row.type, 11,
+                       UiBool("startsNow", true) + UiDynamic("dateFormat", row.format)));
+        auto* field = Item<QDateTimeEdit>(dialog, 11);
+        EXPECT_TRUE(field->date() == before || field->date() == QDate::currentDate());
+        CWnd& window = *dialog.GetDlgItem(11);
+        window.SetWindowText(row.shown);
+        char text[40];
+        window.GetWindowText(text, 40);
+        EXPECT_STREQ(text, row.shown);
+        window.SetWindowText("no date");
+        window.GetWindowText(text, 40);
+        EXPECT_STREQ(text, row.shown) << "it stays";
+    }
+    EXPECT_THAT(log.TakeLog(), testing::IsEmpty());
 }
 
 TEST_F(DialogUnits, TypedLettersChangeTheirCase) {
