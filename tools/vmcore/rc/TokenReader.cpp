@@ -194,8 +194,12 @@ int TokenReader::IdNumber(std::int64_t value, const Token& at) {
 Id TokenReader::NumberId() {
     const std::size_t first = m_at;
     const std::int64_t value = Number();
-    const Token* const tokens = m_list.tokens.data();
-    return {IdNumber(value, tokens[first]), {}, SpellingOf(tokens + first, tokens + m_at)};
+    const Token* const begin = m_list.tokens.data() + first;
+    const Token* const end = m_list.tokens.data() + m_at;
+    const bool isPart = begin->call != 0 &&
+                        ((first > 0 && begin[-1].call == begin->call) || end->call == begin->call);
+    return {
+        IdNumber(value, *begin), {}, isPart ? PartSpellingOf(begin, end) : SpellingOf(begin, end)};
 }
 
 Id TokenReader::NameOrNumber() {

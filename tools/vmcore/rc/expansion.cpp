@@ -80,6 +80,15 @@ std::string Joined(const Words& words) {
     return text;
 }
 
+// What a call is in the body or the argument that it stands in. One that makes several things, such as a
+// whole statement, is no part: each of its words is.
+std::string PartOfCall(const Token& name, const std::string& spelling, const Words& body) {
+    const bool makesSeveral =
+        std::any_of(body.begin(), body.end(), [](const Token& word) { return word.Is(","); });
+    if (name.call == 0 || (name.part == name.text && makesSeveral)) return {};
+    return name.part == name.text ? spelling.substr(0, kLongestSymbol) : name.part;
+}
+
 } // namespace
 
 void Expansion::Drop() {
@@ -210,6 +219,9 @@ void Expansion::AddParameter(const Call& call, const Token& word, std::size_t in
     }
     if (!argument.empty()) argument.front().glued = word.glued;
     Charge(call, argument);
+    const Words& written = call.arguments[index];
+    const std::string part = PartSpellingOf(written.data(), written.data() + written.size());
+    for (Token& expanded : argument) expanded.part = part.substr(0, kLongestSymbol);
     out.insert(out.end(), std::make_move_iterator(argument.begin()),
                std::make_move_iterator(argument.end()));
 }
@@ -246,6 +258,7 @@ void Expansion::Paste(Words& out, Words right, const Token& at) const {
     if (isString && left.text != "L" + right.front().text)
         Fail(at, "'##' cannot put a string behind that");
     left.plain = false;
+    left.part.clear();
     out.insert(out.end(), right.begin() + 1, right.end());
 }
 
@@ -256,12 +269,15 @@ void Expansion::Finish(const Call& call, Words& body) {
     const std::string symbol =
         outermost ? call.spelling.substr(0, kLongestSymbol) : call.name.symbol;
     const unsigned number = outermost ? ++m_macros.m_calls : call.name.call;
+    const std::string part = PartOfCall(call.name, call.spelling, body);
     for (Token& word : body) {
         word.file = call.name.file;
         word.line = call.name.line;
         word.column = call.name.column;
         word.call = number;
         word.symbol = symbol;
+        if (!part.empty()) word.part = part;
+        if (word.part.empty()) word.part = word.text;
     }
     if (!body.empty()) body.front().glued = call.name.glued;
 }

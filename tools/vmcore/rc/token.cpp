@@ -112,6 +112,19 @@ std::string SpellingOf(const Token* first, const Token* last) {
     return spelling;
 }
 
+std::string PartSpellingOf(const Token* first, const Token* last) {
+    std::string spelling;
+    const std::string* before = nullptr;
+    for (const Token* token = first; token != last; ++token) {
+        const std::string& part = token->part.empty() ? token->Spelling() : token->part;
+        if (before && *before == part && !token->part.empty()) continue;
+        before = &part;
+        if (!spelling.empty() && !token->glued) spelling += ' ';
+        spelling += part;
+    }
+    return spelling;
+}
+
 bool NumberOf(std::string_view text, bool wide, unsigned long long& value) {
     while (!text.empty() && (AsciiUpper(text.back()) == 'L' || AsciiUpper(text.back()) == 'U'))
         text.remove_suffix(1);

@@ -30,6 +30,7 @@ struct Token {
     unsigned call = 0; ///< number of the outermost macro call it comes from; 0: none
     std::string text;
     std::string symbol; ///< that call as it is spelled; empty without one
+    std::string part;   ///< the call's argument, or the word of its body, that it comes from
     bool Is(std::string_view mark) const { return kind == TokenKind::Mark && text == mark; }
     const std::string& Spelling() const { return symbol.empty() ? text : symbol; }
 };
@@ -45,6 +46,8 @@ struct TokenList {
 
 /// The words as they may stand in a script: those of one call only once.
 std::string SpellingOf(const Token* first, const Token* last);
+/// Words inside of a call as its arguments and its body spell them: of "BUTTON(IDC_A)" the "IDC_A".
+std::string PartSpellingOf(const Token* first, const Token* last);
 
 /// A number with its suffix, such as "0x10L", "0o17", "12u"; false when it is none, or larger than
 /// 32 bits, or 64 with `wide`. A leading zero alone makes no octal number, except with `wide`, the
