@@ -55,7 +55,7 @@ public:
 private:
     void Offer(const std::string& key, Language language);
     bool KeepStrings(StringTable& table);
-    void LeftOut(const Head& head, const std::string& what, Language instead);
+    void LeftOut(const Place& place, const std::string& what, Language language, Language instead);
 
     const std::optional<Language>& m_asked;
     Report& m_report;
@@ -75,9 +75,10 @@ void Selection::Consider(const Resource& resource) {
     for (const StringEntry& entry : table->strings) Offer(KeyOf(head, entry), head.language);
 }
 
-void Selection::LeftOut(const Head& head, const std::string& what, Language instead) {
-    m_report.Add({head.place, Outcome::LeftOut, what,
-                  "language " + LanguageText(head.language) + "; taken: " + LanguageText(instead)});
+void Selection::LeftOut(const Place& place, const std::string& what, Language language,
+                        Language instead) {
+    m_report.Add({place, Outcome::LeftOut, what,
+                  "language " + LanguageText(language) + "; taken: " + LanguageText(instead)});
 }
 
 bool Selection::Keep(Resource& resource) {
@@ -85,7 +86,7 @@ bool Selection::Keep(Resource& resource) {
     const Head& head = HeadOf(resource);
     const Language best = m_best.at(KeyOf(head));
     if (best == head.language) return true;
-    LeftOut(head, head.keyword + " " + head.id.symbol, best);
+    LeftOut(head.place, head.keyword + " " + head.id.symbol, head.language, best);
     return false;
 }
 
@@ -96,9 +97,9 @@ bool Selection::KeepStrings(StringTable& table) {
             return m_best.at(KeyOf(table.head, entry)) == table.head.language;
         });
     if (other == strings.end()) return true;
-    const std::size_t count = static_cast<std::size_t>(strings.end() - other);
-    LeftOut(table.head, "STRINGTABLE, " + std::to_string(count) + " of its texts",
-            m_best.at(KeyOf(table.head, *other)));
+    for (auto entry = other; entry != strings.end(); ++entry)
+        LeftOut(entry->place, "STRING " + entry->id.symbol, table.head.language,
+                m_best.at(KeyOf(table.head, *entry)));
     strings.erase(other, strings.end());
     return !strings.empty();
 }
