@@ -15,6 +15,7 @@
 #include "rc/DiskFiles.h"
 #include "rc/compile.h"
 #include "rc/selectLanguage.h"
+#include "rc/writers.h"
 
 namespace fs = std::filesystem;
 
@@ -26,6 +27,11 @@ const fs::path kScripts = VMCORE_RC_SCRIPTS;
 std::string ReadAll(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// What is written of it, too, for a script with the option "--out".
+bool IsWritten(const std::string& bytes) {
+    return bytes.starts_with("// options: --out");
 }
 
 // "// options: --define A=1 --codepage 932 --language 7,1"
@@ -49,8 +55,8 @@ CompileSettings OptionsOf(const std::string& bytes) {
 std::string Answer(const std::string& name) {
     const std::string bytes = ReadAll(name);
     try {
-        const Compiled compiled =
-            CompileScript(name, bytes, DiskFiles({"inc"}, ""), OptionsOf(bytes));
+        Compiled compiled = CompileScript(name, bytes, DiskFiles({"inc"}, ""), OptionsOf(bytes));
+        if (IsWritten(bytes)) WriteFiles(compiled.resources, name, {}, compiled.report);
         return ModelText(compiled.resources) + "--\n" + compiled.report.Text() +
                compiled.report.Summary() + "\n";
     } catch (const SyntaxError& error) {

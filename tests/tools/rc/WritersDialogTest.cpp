@@ -1,7 +1,9 @@
 // What each control of a script becomes in the interface file, and what the report says of it.
 #include <gmock/gmock.h>
 
+#include <QtCore/QTemporaryDir>
 #include <QtCore/QXmlStreamReader>
+#include <QtGui/QImage>
 
 #include "ScriptParts.h"
 #include "controls/interfaceLimits.h"
@@ -63,6 +65,7 @@ const Row kRows[] = {
     {"button", 9 | 0x1000, "a",
      "QPushButton tag=5 text=a autoExclusive=true action=onRadio checkable=true", ""},
     {"button", 7, "Box", "QGroupBox tag=5 title=Box", ""},
+    {"button", 0x307, "Box", "QGroupBox tag=5 title=Box alignment=Qt::AlignHCenter", ""},
     {"button", kTab | 0xB, "a", "QPushButton tag=5 text=a", "not drawn by the program"},
     {"button", kTab | 0x2000, "a", "QPushButton tag=5 text=a", "not wrapped"},
     {"edit", kBordered | 0x80, "x", "QLineEdit tag=5 text=x", ""},
@@ -73,14 +76,14 @@ const Row kRows[] = {
     {"edit", kBordered | 0x200004, "x",
      "QPlainTextEdit tag=5 plainText=x verticalScrollBarPolicy=Qt::ScrollBarAsNeeded "
      "horizontalScrollBarPolicy=Qt::ScrollBarAlwaysOff",
-     ""},
+     "no ES_WANTRETURN"},
     {"edit", kBordered | 0x85, "x",
      "QPlainTextEdit tag=5 plainText=x lineWrapMode=QPlainTextEdit::NoWrap "
      "verticalScrollBarPolicy=Qt::ScrollBarAlwaysOff "
      "horizontalScrollBarPolicy=Qt::ScrollBarAlwaysOff",
      "aligned to the left"},
     {"edit", kTab, "x", "QLineEdit tag=5 text=x frame=false", ""},
-    {"edit", kTab | 4, "x",
+    {"edit", kTab | 0x1004, "x",
      "QPlainTextEdit tag=5 plainText=x verticalScrollBarPolicy=Qt::ScrollBarAlwaysOff "
      "horizontalScrollBarPolicy=Qt::ScrollBarAlwaysOff frameShape=QFrame::NoFrame",
      ""},
@@ -105,30 +108,42 @@ const Row kRows[] = {
     {"static", 0x100, "x",
      "QLabel tag=5 text=x textFormat=Qt::PlainText alignment=Qt::AlignLeft|Qt::AlignTop",
      "clicks are not reported"},
-    {"listbox", kTab, "", "QListWidget tag=5", ""},
-    {"listbox", kTab | 0x802, "",
-     "QListWidget tag=5 selectionMode=QAbstractItemView::ExtendedSelection", "never sorted"},
+    {"listbox", kTab, "", "QListWidget tag=5 frameShape=QFrame::NoFrame", ""},
+    {"listbox", kBordered | 0x202941, "",
+     "QListWidget tag=5 selectionMode=QAbstractItemView::ExtendedSelection", "LBS_NODATA"},
+    {"listbox", kBordered | 0x100A, "",
+     "QListWidget tag=5 selectionMode=QAbstractItemView::MultiSelection "
+     "verticalScrollBarPolicy=Qt::ScrollBarAlwaysOn",
+     "never sorted: add the strings in order (LBS_SORT)"},
     {"combobox", kTab | 3, "", "QComboBox tag=5", ""},
     {"combobox", kTab | 0x102, "", "QComboBox tag=5 editable=true sort=true", ""},
     {"combobox", kTab | 1, "", "QComboBox tag=5 editable=true", "its list drops down"},
     {"scrollbar", 1, "", "QScrollBar tag=5 orientation=Qt::Vertical focusPolicy=Qt::ClickFocus",
      ""},
-    {"msctls_trackbar32", kTab | 0xA, "",
+    {"msctls_trackbar32", kTab | 0xB, "",
      "QSlider tag=5 orientation=Qt::Vertical tickPosition=QSlider::TicksBothSides maximum=100", ""},
     {"msctls_updown32", kTab | 0x63, "", "CSpinButton tag=5 wrap=true horizontal=true", "SetBuddy"},
     {"msctls_progress32", 4, "",
      "QProgressBar tag=5 maximum=100 value=0 orientation=Qt::Vertical textVisible=false", ""},
-    {"syslistview32", kTab | 0x4005, "",
+    {"syslistview32", kBordered | 0x4005, "",
      "QTableView tag=5 delegate=LCTableViewDelegate "
      "selectionMode=QAbstractItemView::SingleSelection horizontalHeaderVisible=false",
      ""},
-    {"syslistview32", kTab, "", "QTableView tag=5 delegate=LCTableViewDelegate",
-     "the view with columns"},
-    {"systreeview32", kTab | 0x100, "",
+    {"syslistview32", kBordered, "", "QTableView tag=5 delegate=LCTableViewDelegate",
+     "the view with columns (LVS_ICON)"},
+    {"syslistview32", kTab | 0x2001, "",
+     "QTableView tag=5 delegate=LCTableViewDelegate "
+     "horizontalScrollBarPolicy=Qt::ScrollBarAlwaysOff "
+     "verticalScrollBarPolicy=Qt::ScrollBarAlwaysOff frameShape=QFrame::NoFrame",
+     ""},
+    {"systreeview32", kBordered | 0x105, "",
      "QTreeView tag=5 delegate=TCOutlineViewDataSource checkBoxes=true", ""},
     {"systabcontrol32", kTab, "", "QTabWidget tag=5", ""},
-    {"sysdatetimepick32", kTab, "", "QDateEdit tag=5 calendarPopup=true", "as text"},
-    {"sysdatetimepick32", kTab | 9, "", "QTimeEdit tag=5", "as text"},
+    {"sysdatetimepick32", kTab, "", "QDateEdit tag=5 calendarPopup=true startsNow=true", "as text"},
+    {"sysdatetimepick32", kTab | 9, "", "QTimeEdit tag=5 startsNow=true dateFormat=seconds",
+     "as text"},
+    {"sysdatetimepick32", kTab | 0xD, "", "QDateEdit tag=5 startsNow=true dateFormat=century",
+     "as text"},
     {"syslink", 0, "See <a href=\"x\">the page</a>.",
      "QLabel tag=5 text=See the page. textFormat=Qt::PlainText "
      "alignment=Qt::AlignLeft|Qt::AlignTop wordWrap=true",
@@ -191,6 +206,40 @@ TEST(WritersDialogs, PicturesOfIconsAreScaled) {
     }
 }
 
+// Without a style that says otherwise a control has the size of its picture, here of 60 x 26 pixels or an icon.
+TEST(WritersDialogs, PicturesHaveTheirOwnSize) {
+    QImage image(60, 26, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    const QTemporaryDir folder;
+    const std::string path = folder.filePath("a.bmp").toStdString();
+    ASSERT_TRUE(image.save(QString::fromStdString(path)));
+    const Picture picture{
+        {{"test.rc", 1, 1}, "BITMAP", NumberId(8), {}}, PictureKind::Bitmap, path, true};
+    const struct {
+        std::uint32_t style;
+        Rect units;
+        Rect pixels; ///< of the file
+    } rows[] = {
+        {0xE, {10, 10, 100, 5}, {20, 20, 80, 32}},    {0xE, {10, 10, 39, 17}, {20, 20, 78, 34}},
+        {0x40E, {10, 10, 90, 36}, {120, 60, 80, 32}}, {0x20E, {10, 10, 90, 36}, {20, 20, 180, 72}},
+        {0x4E, {10, 10, 90, 36}, {20, 20, 180, 72}},  {0x3, {10, 10, 90, 36}, {20, 20, 42, 40}},
+        {0x203, {10, 10, 91, 30}, {90, 30, 42, 40}},  {0x3, {10, 10, 0, 0}, {20, 20, 42, 40}},
+    };
+    for (const auto& row : rows) {
+        Control control = MakeControl("static", 5, "", row.units, row.style);
+        control.image = NumberId(8);
+        const Written written({MakeDialog(1, {control}), picture});
+        std::string file = written.File("DLG_1.ui");
+        file.erase(0, file.find("QLabel"));
+        std::erase_if(file, [](char c) { return c == '\n' || c == ' '; });
+        EXPECT_THAT(file, HasSubstr("<x>" + std::to_string(row.pixels.x) + "</x><y>" +
+                                    std::to_string(row.pixels.y) + "</y><width>" +
+                                    std::to_string(row.pixels.cx) + "</width><height>" +
+                                    std::to_string(row.pixels.cy) + "</height>"))
+            << std::hex << row.style;
+    }
+}
+
 TEST(WritersDialogs, WhatIsBehindComesFirst) {
     const Written written({MakeDialog(1, {MakeControl("edit", 4, "", {}, kTabbed),
                                           MakeControl("button", 5, "Box", {}, 7),
@@ -207,11 +256,11 @@ TEST(WritersDialogs, WindowsBecomeRoots) {
         bool resizable;
         const char* note;
     } rows[] = {
-        {0x80C80000, "QDialog windowTitle=Test", false, "the font is the desktop's"},
+        {0x80C80000, "QDialog windowTitle=Test", false, ""},
         {0x80CC0000, "QDialog windowTitle=Test", true, ""},
         {0x40000000, "QWidget windowTitle=Test", false, ""},
         {0x80000000, "QDialog windowTitle=Test", false, "with a title bar"},
-        {0x80CA0000, "QDialog windowTitle=Test", false, "without minimize and maximize boxes"},
+        {0x80CA0000, "QDialog windowTitle=Test", false, "a minimize box (WS_MINIMIZEBOX)"},
     };
     for (const auto& row : rows) {
         Dialog dialog = MakeDialog(1, {});
@@ -219,11 +268,109 @@ TEST(WritersDialogs, WindowsBecomeRoots) {
         const Written written({dialog});
         EXPECT_THAT(Widgets(written.File("DLG_1.ui")), ElementsAre(row.root));
         EXPECT_EQ(written.File("DLG_1.ui").find("minimumSize") != std::string::npos, row.resizable);
+        EXPECT_THAT(written.lines[0], StartsWith(*row.note ? "approximated: " : "converted: "));
         EXPECT_THAT(written.lines[0], HasSubstr(row.note));
     }
-    Dialog dialog = MakeDialog(1, {});
-    dialog.font = {};
-    EXPECT_THAT(Written({dialog}).lines, ElementsAre("converted: DIALOGEX IDD_TEST: DLG_1.ui"));
+}
+
+// What the report says behind the widget; nothing where all is honoured or nobody sees a difference.
+TEST(WritersDialogs, StyleBitsAreHonouredOrNamed) {
+    const struct {
+        const char* windowClass;
+        std::uint32_t style, exStyle;
+        const char* notes;
+    } rows[] = {
+        // As resource editors write them.
+        {"button", kTab | 0x4C01, 0, ""},
+        {"button", 0x20007, 0x20, ""},
+        {"edit", kBordered | 0x80, 0x204, ""},
+        {"combobox", kTab | 0x200342, 0, ""},
+        {"msctls_trackbar32", kTab | 0x18, 0, ""},
+        {"msctls_progress32", 0x800001, 0, ""},
+        {"syslistview32", kBordered | 0x809, 0, ""},
+        {"systreeview32", kBordered | 0x100027, 0x200, ""},
+        // What has no counterpart.
+        {"button", kTab | 0x100, 0, "the text is where the desktop has it (BS_LEFT)"},
+        {"button", kTab | 0xE, 0, "no counterpart (BS_COMMANDLINK)"},
+        {"button", 0x8007, 0, "without BS_FLAT"},
+        {"edit", kBordered | 0x200580, 0, "without ES_NOHIDESEL, ES_OEMCONVERT, WS_VSCROLL"},
+        {"static", 0xC000, 0, "without dots (SS_WORDELLIPSIS)"},
+        {"listbox", kBordered | 0x80, 0x4001,
+         "without LBS_USETABSTOPS; without WS_EX_DLGMODALFRAME, WS_EX_LEFTSCROLLBAR"},
+        {"listbox", kBordered | 0x230, 0,
+         "as texts (LBS_OWNERDRAWFIXED, LBS_OWNERDRAWVARIABLE); one column (LBS_MULTICOLUMN)"},
+        {"combobox", kTab | 1, 0, "its list drops down (CBS_SIMPLE)"},
+        {"scrollbar", 0x3, 0, "(SBS_TOPALIGN, SBS_LEFTALIGN)"},
+        {"msctls_trackbar32", kTab | 0x140, 0,
+         "with ticks between its ends (no TBS_AUTOTICKS); without TBS_FIXEDLENGTH, TBS_TOOLTIPS"},
+        {"msctls_updown32", 0x2, 0, "no separator (no UDS_NOTHOUSANDS)"},
+        {"systreeview32", kBordered | 0x201, 0,
+         "its button (no TVS_LINESATROOT); without TVS_TRACKSELECT"},
+        {"systabcontrol32", 0x8002, 0, "drawn by the desktop (TCS_BOTTOM)"},
+        {"sysdatetimepick32", kTab | 0x32, 0,
+         "(DTS_SHOWNONE); the calendar opens at the left (DTS_RIGHTALIGN); without "
+         "DTS_APPCANPARSE"},
+        {"richedit20w", kBordered | 0x1000 | 0x2004 | 0x1000000, 0,
+         "scroll bars come and go (ES_DISABLENOSCROLL); without ES_SELECTIONBAR"},
+        {"sysmonthcal32", kTab | 0x6, 0, "without MCS_MULTISELECT, MCS_WEEKNUMBERS"},
+        {"myknob", 0x2805A71, 0x1000,
+         "without 0x5A71, WS_BORDER; not laid out from right to left (WS_EX_RIGHT)"},
+    };
+    for (const auto& row : rows) {
+        Control control = MakeControl(row.windowClass, 5, "", {7, 7, 50, 12}, row.style);
+        control.exStyle = row.exStyle;
+        const Written written({MakeDialog(1, {control})});
+        EXPECT_THAT(written.lines[1], StartsWith(*row.notes ? "approximated: " : "converted: "));
+        EXPECT_THAT(written.lines[1], testing::EndsWith(row.notes)) << row.windowClass;
+    }
+}
+
+TEST(WritersDialogs, DialogsSayWhatTheyLack) {
+    const struct {
+        std::uint32_t style, exStyle;
+        Rect rect;
+        Font font;
+        const char* notes;
+        const char* xml; ///< of the file
+    } rows[] = {
+        {0x80C808CC, 0x10101, {}, {9, "Segoe UI", 400, false, 204}, "", ""},
+        {0x40000448, 0, {}, {8, "MS Shell Dlg", 0, false, 1}, "", ""},
+        {0x48C00000, 0, {4, 5, 9, 9}, {}, ": at its parent's origin, not at 4,5", ""},
+        {0x80C80000, 0, {4, 5, 9, 9}, {}, ": centred, not at 4,5", ""},
+        {0x80C80801, 0, {4, 5, 9, 9}, {}, ": centred, not at its own place (DS_ABSALIGN)", ""},
+        {0x80C00000, 0, {}, {}, ": with a close button (no WS_SYSMENU)", ""},
+        {0xA1C9C000,
+         0x40008,
+         {},
+         {},
+         ": without a maximize box (WS_MAXIMIZEBOX); its numbers are taken for dialog units "
+         "(DS_USEPIXELS); without 0x4000, WS_MINIMIZE, WS_MAXIMIZE; an ordinary window: neither on "
+         "top nor small nor transparent (WS_EX_TOPMOST); in the task bar only while no window owns "
+         "it (WS_EX_APPWINDOW)",
+         ""},
+        {0x80C80000,
+         0,
+         {},
+         {12, "Tahoma", 700, true, 2},
+         "stay letters (SYMBOL_CHARSET)",
+         "<pointsize>12</pointsize>"},
+        {0x80C80000,
+         0,
+         {},
+         {8, "Tahoma", 300, true, 1},
+         "weight is normal, not 300",
+         "<italic>true</italic>"},
+    };
+    for (const auto& row : rows) {
+        Dialog dialog = MakeDialog(1, {}, row.rect);
+        dialog.style = row.style;
+        dialog.exStyle = row.exStyle;
+        dialog.font = row.font;
+        const Written written({dialog});
+        EXPECT_THAT(written.lines[0], testing::EndsWith(*row.notes ? row.notes : ": DLG_1.ui"));
+        EXPECT_THAT(written.File("DLG_1.ui"), HasSubstr(row.xml));
+        EXPECT_EQ(written.File("DLG_1.ui").find("<font>") != std::string::npos, *row.xml != 0);
+    }
 }
 
 // Whatever a script says, a file is well-formed, and in the folder.

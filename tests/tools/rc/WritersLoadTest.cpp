@@ -246,6 +246,28 @@ TEST_F(WritersLoad, LabelsLeadToTheirFields) {
     EXPECT_EQ(edit->text(), "12") << "digits only";
 }
 
+TEST_F(WritersLoad, ListsSelectAsTheirStylesSay) {
+    const struct {
+        std::uint32_t style;
+        std::vector<int> selected; ///< after clicks on the first and the third row
+    } rows[] = {{0, {2}}, {0x8, {0, 2}}, {0x800, {2}}};
+    for (const auto& row : rows) {
+        Load(MakeDialog(kDialog, {MakeControl("listbox", 11, "", {7, 7, 90, 90},
+                                              kTabbed | 0x800000 | row.style)}));
+        auto* list = qobject_cast<QAbstractItemView*>(At(11));
+        for (const char* text : {"a", "b", "c"})
+            dialog.SendDlgItemMessage(11, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+        for (const int i : {0, 2})
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                              list->visualRect(list->model()->index(i, 0)).center());
+        std::vector<int> selected;
+        for (const QModelIndex& index : list->selectionModel()->selectedRows())
+            selected.push_back(index.row());
+        EXPECT_EQ(selected, row.selected) << std::hex << row.style;
+        dialog.DestroyWindow();
+    }
+}
+
 TEST_F(WritersLoad, PagesFontsAndPicturesAreTaken) {
     Dialog page = WholeDialog();
     page.style = 0x40000000;

@@ -1,8 +1,6 @@
 #include "rc/writeDialog.h"
 
 #include <algorithm>
-#include <array>
-#include <string_view>
 
 #include "rc/winStyles.h"
 
@@ -14,13 +12,17 @@ using namespace win;
 constexpr int kPixelsPerUnit = 2;
 constexpr int kBaseWidth = 8; // of a font for which a unit is two pixels
 constexpr int kBaseHeight = 16;
-constexpr int kBold = 600;
 
 // Classes that Designer does not know, and what it shows for them.
 constexpr const char* kPromoted[] = {"CSpinButton", "CWndView"};
 
 bool IsTyped(const Widget& widget, const char* type) {
     return widget.type == type;
+}
+
+// That of most dialogs, from 8 points of older systems to 9 of newer ones.
+bool IsUsualSize(int points) {
+    return points == 8 || points == 9;
 }
 
 // The toolkit has later ones above, scripts may have a tab control behind what stands in it.
@@ -55,19 +57,23 @@ private:
         const int height = std::clamp(m_dialog.rect.cy, 0, 32767) * kPixelsPerUnit;
         m_xml.WriteRect("geometry", {0, 0, width, height});
         if (m_dialog.style & kThickFrame) m_xml.WriteSize("minimumSize", width, height);
-        if (!m_dialog.font.face.empty() && !IsInterfaceFace(m_dialog.font.face)) WriteFont();
+        WriteFont();
         if (!m_dialog.caption.empty()) m_xml.Write(UiText("windowTitle", m_dialog.caption));
         m_xml.WriteSize("dialogBase", kBaseWidth, kBaseHeight, true);
     }
 
+    // Only what is not the desktop's own.
     void WriteFont() {
         const Font& font = m_dialog.font;
+        const bool isUsual = font.face.empty() || IsInterfaceFace(font.face);
+        const bool hasPoints = font.points > 0 && !(isUsual && IsUsualSize(font.points));
+        if (isUsual && !hasPoints && !font.italic && !IsBold(font)) return;
         m_xml.Begin("property", {{"name", "font"}});
         m_xml.Begin("font");
-        m_xml.Leaf("family", font.face);
-        if (font.points > 0) m_xml.Leaf("pointsize", std::to_string(font.points));
+        if (!isUsual) m_xml.Leaf("family", font.face);
+        if (hasPoints) m_xml.Leaf("pointsize", std::to_string(font.points));
         if (font.italic) m_xml.Leaf("italic", "true");
-        if (font.weight >= kBold) m_xml.Leaf("bold", "true");
+        if (IsBold(font)) m_xml.Leaf("bold", "true");
         m_xml.End();
         m_xml.End();
     }
@@ -142,47 +148,6 @@ private:
     UiXml m_xml;
 };
 
-std::string LowerCase(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return text;
-}
-
-Notes NotesOf(const Dialog& dialog) {
-    Notes notes;
-    const auto note = [&notes](bool applies, const std::string& text) {
-        if (applies) notes.push_back(text);
-    };
-    const bool isChild = (dialog.style & kChild) != 0;
-    note(!HasNumber(dialog.head.id), "a dialog with a name cannot be loaded by number");
-    note(!dialog.font.face.empty() && IsInterfaceFace(dialog.font.face),
-         "the font is the desktop's, in place of " + dialog.font.face);
-    note(dialog.menu.has_value(), "without its menu");
-    note(dialog.windowClass.has_value(), "without its window class");
-    note(!isChild && (dialog.style & kCaption) != kCaption, "with a title bar");
-    note(!isChild && (dialog.style & (kMinimizeBox | kMaximizeBox)),
-         "without minimize and maximize boxes");
-    note(dialog.style & (kVScroll | kHScroll), "without scroll bars");
-    note(dialog.style & kDsAbsAlign, "centred, not at its own place");
-    note(dialog.style & kDsSysModal, "blocks its own program only");
-    note((dialog.style & kDsContextHelp) || (dialog.exStyle & kExContextHelp) || dialog.helpId,
-         "without context help");
-    note(dialog.exStyle & (kExTopmost | kExToolWindow | kExTransparent),
-         "an ordinary window: neither on top nor small nor transparent");
-    note(dialog.exStyle & kExLayoutRtl, "not laid out from right to left");
-    note(dialog.exStyle & kExAcceptFiles, "the program calls DragAcceptFiles");
-    return notes;
-}
-
-void NotePictures(const Dialog& dialog, std::vector<Widget>& widgets, const Output& output) {
-    for (std::size_t i = 0; i < widgets.size(); ++i) {
-        const std::optional<Id>& image = dialog.controls[i].image;
-        if (widgets[i].type != "QLabel" || !image || !image->number) continue;
-        const std::string file = "Bitmap_" + FileId(*image) + ".png";
-        if (!output.Has(file)) widgets[i].Note(file + " is not made from this script");
-    }
-}
-
 void SayControls(const Dialog& dialog, const std::vector<Widget>& widgets, const std::string& file,
                  Output& output) {
     for (std::size_t i = 0; i < widgets.size(); ++i) {
@@ -199,20 +164,15 @@ void SayControls(const Dialog& dialog, const std::vector<Widget>& widgets, const
 
 } // namespace
 
-bool IsInterfaceFace(const std::string& face) {
-    static constexpr std::array<std::string_view, 9> kFaces = {
-        "ms shell dlg", "ms shell dlg 2",       "ms sans serif", "tahoma",      "segoe ui",
-        "system",       "microsoft sans serif", "helv",          "ms ui gothic"};
-    return std::find(kFaces.begin(), kFaces.end(), LowerCase(face)) != kFaces.end();
-}
-
-void WriteDialog(const Dialog& dialog, Output& output) {
+void WriteDialog(const Dialog& script, Output& output) {
+    Dialog dialog = script;
+    PlacePictures(dialog.controls, output);
     const std::string file = "DLG_" + FileId(dialog.head.id) + ".ui";
     const std::string symbol = SymbolOf(dialog.head.id);
     const bool isNumber = symbol.empty() || (symbol[0] >= '0' && symbol[0] <= '9');
     const std::string name = isNumber ? "Dialog" + FileId(dialog.head.id) : Identifier(symbol);
     std::vector<Widget> widgets = WidgetsOf(dialog, name);
-    NotePictures(dialog, widgets, output);
+    NotePictures(dialog.controls, widgets, output);
     if (!output.Add(file, DialogXml(dialog, name, widgets).Text()))
         return output.LeaveOut(dialog.head.place, Described(dialog.head),
                                file + " is there already, of an earlier dialog");

@@ -18,8 +18,18 @@ void WriteDialog(const Dialog& dialog, Output& output);
 /// buddy. One without a type is left out.
 std::vector<Widget> WidgetsOf(const Dialog& dialog, const std::string& rootName);
 
+/// Gives the controls that show a picture its size, as Windows does.
+void PlacePictures(std::vector<Control>& controls, const Output& output);
+/// Notes the pictures that no file is made for.
+void NotePictures(const std::vector<Control>& controls, std::vector<Widget>& widgets,
+                  const Output& output);
+
+/// What differs of the dialog itself.
+Notes NotesOf(const Dialog& dialog);
+
 /// Whether the face is one that the Windows interfaces use for every dialog: the desktop's own font
 /// is its counterpart.
 bool IsInterfaceFace(const std::string& face);
+bool IsBold(const Font& font);
 
 } // namespace vm::rc

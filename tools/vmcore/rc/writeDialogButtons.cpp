@@ -1,4 +1,5 @@
 // Buttons of every kind.
+#include "rc/styleTable.h"
 #include "rc/winStyles.h"
 #include "rc/writeDialogWidget.h"
 
@@ -17,8 +18,6 @@ const char* TypeOf(Style type, bool pushLike) {
     case kRadio:
     case kAutoRadio:
         return pushLike ? "QPushButton" : "QRadioButton";
-    case kGroupBox:
-        return "QGroupBox";
     default:
         return "QPushButton";
     }
@@ -29,27 +28,21 @@ bool IsCheckable(Style type) {
 }
 
 void NoteKind(Widget& widget, Style type) {
+    const auto note = [&](const char* text) {
+        widget.Note(std::string(text) + " (" + StyleName(type, "BS_") + ")");
+    };
     if (type == kCheckBox || type == k3State || type == kRadio)
-        widget.Note("a click changes it by itself");
+        note("a click changes it by itself");
     if (type == kUserButton || type == kOwnerDraw)
-        widget.Note("not drawn by the program: the desktop draws a push button");
+        note("not drawn by the program: the desktop draws a push button");
     if (type > kOwnerDraw)
-        widget.Note("an ordinary push button: split buttons and command links have no counterpart");
+        note("an ordinary push button: split buttons and command links have no counterpart");
 }
 
-void TakeLook(Widget& widget, const Control& control, Style type) {
+void TakeLook(Widget& widget, const Control& control) {
     if (HasStyle(control, kBsLeftText)) widget.Set(UiEnum("layoutDirection", "Qt::RightToLeft"));
     if (HasStyle(control, kBsFlat) && widget.type == "QPushButton")
         widget.Set(UiBool("flat", true));
-    if (type == kGroupBox) return;
-    if (HasStyle(control, kBsIcon | kBsBitmap))
-        widget.Note("the program sets the picture, which is beside the text");
-    if (HasStyle(control, kBsMultiline)) widget.Note("the text is not wrapped");
-    const Style across = control.style & (kBsLeft | kBsRight);
-    const bool isBox = IsCheckable(type) && widget.type != "QPushButton";
-    if (HasStyle(control, kBsTop | kBsBottom) || (across && across != (isBox ? kBsLeft : across)) ||
-        (!isBox && across && across != (kBsLeft | kBsRight)))
-        widget.Note("the text is where the desktop has it");
 }
 
 // The title still has "&&" for a '&'.
@@ -63,22 +56,30 @@ std::string WithoutKey(const std::string& text) {
     return title;
 }
 
+Widget GroupWidget(const Control& control) {
+    Widget widget;
+    widget.type = "QGroupBox";
+    widget.part = Part::Background;
+    widget.takesFocus = false;
+    const std::string title = WithoutKey(control.text);
+    widget.Set(UiText("title", title));
+    if (title != control.text) widget.Note("its key leads nowhere");
+    const Style across = control.style & (kBsLeft | kBsRight);
+    if (across & kBsRight)
+        widget.Set(
+            {"alignment", "set", across == kBsRight ? "Qt::AlignRight" : "Qt::AlignHCenter"});
+    return widget;
+}
+
 } // namespace
 
 Widget ButtonWidget(const Control& control) {
     const Style type = control.style & kBsTypes;
+    if (type == kGroupBox) return GroupWidget(control);
     const bool pushLike = HasStyle(control, kBsPushLike) && IsCheckable(type);
     Widget widget;
     widget.type = TypeOf(type, pushLike);
     NoteKind(widget, type);
-    if (type == kGroupBox) {
-        widget.part = Part::Background;
-        widget.takesFocus = false;
-        const std::string title = WithoutKey(control.text);
-        widget.Set(UiText("title", title));
-        if (title != control.text) widget.Note("its key leads nowhere");
-        return widget;
-    }
     widget.Set(UiText("text", control.text));
     if (type == kRadio || type == kAutoRadio) {
         widget.part = Part::Radio;
@@ -89,7 +90,7 @@ Widget ButtonWidget(const Control& control) {
     if ((type == k3State || type == kAuto3State) && !pushLike) widget.Set(UiBool("tristate", true));
     if (pushLike && (type == k3State || type == kAuto3State)) widget.Note("two states");
     if (type == kDefPush) widget.Set(UiBool("default", true));
-    TakeLook(widget, control, type);
+    TakeLook(widget, control);
     return widget;
 }
 

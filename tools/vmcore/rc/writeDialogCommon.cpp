@@ -3,6 +3,7 @@
 #include <string_view>
 #include <utility>
 
+#include "rc/styleTable.h"
 #include "rc/winStyles.h"
 #include "rc/writeDialogWidget.h"
 
@@ -35,7 +36,8 @@ Widget SliderWidget(const Control& control) {
     widget.Set(UiEnum("orientation", Direction(HasStyle(control, kTbsVert))));
     widget.Set(UiEnum("tickPosition", Ticks(control)));
     widget.Set(UiNumber("maximum", 100));
-    if (HasStyle(control, kTbsEnableSelRange)) widget.Note("no range is marked");
+    widget.NoteIf(!HasStyle(control, kTbsNoTicks | kTbsAutoTicks),
+                  "with ticks between its ends (no TBS_AUTOTICKS)");
     return widget;
 }
 
@@ -54,6 +56,8 @@ Widget ArrowsWidget(const Control& control) {
         widget.Set(UiDynamic("buddyAlign", HasStyle(control, kUdsAlignRight) ? "right" : "left"));
     if (!HasStyle(control, kUdsAutoBuddy) && HasStyle(control, kUdsSetBuddyInt))
         widget.Note("the program gives it its buddy: CSpinButtonCtrl::SetBuddy");
+    widget.NoteIf(HasStyle(control, kUdsSetBuddyInt) && !HasStyle(control, kUdsNoThousands),
+                  "numbers from 1000 on have no separator (no UDS_NOTHOUSANDS)");
     return widget;
 }
 
@@ -69,6 +73,11 @@ Widget ProgressWidget(const Control& control) {
     return widget;
 }
 
+void HideBars(Widget& widget, bool both) {
+    widget.Set(UiEnum("horizontalScrollBarPolicy", "Qt::ScrollBarAlwaysOff"));
+    if (both) widget.Set(UiEnum("verticalScrollBarPolicy", "Qt::ScrollBarAlwaysOff"));
+}
+
 Widget ListWidget(const Control& control) {
     Widget widget = Field("QTableView");
     widget.Set(UiDynamic("delegate", "LCTableViewDelegate"));
@@ -76,11 +85,11 @@ Widget ListWidget(const Control& control) {
         widget.Set(UiEnum("selectionMode", "QAbstractItemView::SingleSelection"));
     if (HasStyle(control, kLvsNoHeader))
         widget.attributes.emplace_back("horizontalHeaderVisible", "false");
-    if ((control.style & kLvsTypes) != kLvsReport) widget.Note("always the view with columns");
-    widget.NoteIf(control.style & kLvsSort, "sorted by a click on a header only");
-    widget.NoteIf(control.style & kLvsEditLabels, "texts cannot be edited in place");
-    widget.NoteIf(control.style & kLvsOwnerDraw, "drawn by the desktop");
-    widget.NoteIf(control.style & kLvsOwnerData, "rows are inserted, their texts asked for");
+    if (HasStyle(control, kLvsNoScroll)) HideBars(widget, true);
+    TakeListFrame(widget, control);
+    const Style kind = control.style & kLvsTypes;
+    if (kind != kLvsReport)
+        widget.Note("always the view with columns (" + StyleName(kind, "LVS_") + ")");
     return widget;
 }
 
@@ -88,7 +97,11 @@ Widget TreeWidget(const Control& control) {
     Widget widget = Field("QTreeView");
     widget.Set(UiDynamic("delegate", "TCOutlineViewDataSource"));
     if (HasStyle(control, kTvsCheckBoxes)) widget.Set({"checkBoxes", "bool", "true", true});
-    widget.NoteIf(control.style & kTvsEditLabels, "texts cannot be edited in place");
+    if (HasStyle(control, kTvsNoScroll | kTvsNoHScroll))
+        HideBars(widget, HasStyle(control, kTvsNoScroll));
+    TakeListFrame(widget, control);
+    const Style missing = ~control.style & (kTvsHasButtons | kTvsLinesAtRoot);
+    if (missing) widget.Note("every item has its button (no " + StyleNames(missing, "TVS_") + ")");
     return widget;
 }
 
@@ -96,16 +109,25 @@ Widget TabWidget(const Control& control) {
     Widget widget;
     widget.type = "QTabWidget";
     widget.part = Part::Background;
-    if (HasStyle(control, kTcsBottom | kTcsVertical | kTcsButtons | kTcsMultiLine | kTcsOwnerDraw))
-        widget.Note("tabs at the top, in one row, drawn by the desktop");
+    if (HasStyle(control, kTcsFocusNever)) {
+        widget.takesFocus = false;
+        widget.Set(UiEnum("focusPolicy", "Qt::NoFocus"));
+    }
     return widget;
 }
 
+const char* DateFormat(const Control& control) {
+    if ((control.style & kDtsCentury) == kDtsCentury) return "century";
+    return HasStyle(control, kDtsLong) ? "long" : nullptr;
+}
+
 Widget DateWidget(const Control& control) {
-    const bool isTime = HasStyle(control, kDtsTime);
+    const char* const format = DateFormat(control);
+    const bool isTime = HasStyle(control, kDtsTime) && !format;
     Widget widget = Field(isTime ? "QTimeEdit" : "QDateEdit");
     if (!isTime && !HasStyle(control, kDtsUpDown)) widget.Set(UiBool("calendarPopup", true));
-    if (HasStyle(control, kDtsShowNone)) widget.Note("there is always a date");
+    widget.Set({"startsNow", "bool", "true", true});
+    if (isTime || format) widget.Set(UiDynamic("dateFormat", isTime ? "seconds" : format));
     widget.Note("read and set as text: there is no class for it");
     return widget;
 }
@@ -128,14 +150,18 @@ Widget LinkWidget(const Control& control) {
     widget.takesFocus = false;
     widget.Set(UiText("text", WithoutLinks(control.text)));
     widget.Set(UiEnum("textFormat", "Qt::PlainText"));
-    widget.Set({"alignment", "set", "Qt::AlignLeft|Qt::AlignTop"});
+    const char* const across = HasStyle(control, kLwsRight) ? "Qt::AlignRight" : "Qt::AlignLeft";
+    widget.Set({"alignment", "set", std::string(across) + "|Qt::AlignTop"});
     widget.Set(UiBool("wordWrap", true));
     widget.Note("a text without links: use a button");
     return widget;
 }
 
+// The bits of an edit field that change what is typed mean something else here, or nothing.
 Widget RichEditWidget(const Control& control) {
-    Widget widget = EditWidget(control);
+    Control edit = control;
+    edit.style &= ~(kEsNumber | kEsUpper | kEsLower);
+    Widget widget = EditWidget(edit);
     widget.Note("plain text");
     return widget;
 }

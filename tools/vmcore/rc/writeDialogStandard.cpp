@@ -1,4 +1,5 @@
 // Edit fields, static controls, list boxes, combo boxes and scroll bars.
+#include "rc/styleTable.h"
 #include "rc/winStyles.h"
 #include "rc/writeDialogWidget.h"
 
@@ -34,8 +35,8 @@ void TakeLines(Widget& widget, const Control& control) {
         widget.Set(UiEnum("lineWrapMode", "QPlainTextEdit::NoWrap"));
     widget.Set(UiEnum("verticalScrollBarPolicy", ScrollPolicy(HasStyle(control, kVScroll))));
     widget.Set(UiEnum("horizontalScrollBarPolicy", ScrollPolicy(HasStyle(control, kHScroll))));
-    if (HasStyle(control, kEsCenter | kEsRight)) widget.Note("the lines are aligned to the left");
-    if (HasStyle(control, kEsPassword)) widget.Note("what is typed is shown");
+    if (!HasStyle(control, kEsWantReturn | kEsReadOnly))
+        widget.Note("Return begins a line and is not for the default button (no ES_WANTRETURN)");
 }
 
 void TakeLine(Widget& widget, const Control& control) {
@@ -86,6 +87,8 @@ Widget PictureWidget(const Control& control) {
     const bool isIcon = (control.style & kSsTypes) == kIcon;
     if (image && (isIcon || HasStyle(control, kSsRealSize)))
         widget.Set(UiBool("scaledContents", true));
+    if (isIcon && HasStyle(control, kSsRealSizeImage))
+        widget.Note("an icon of 32 x 32 pixels, not of its file's size (SS_REALSIZEIMAGE)");
     if (HasStyle(control, kSsCenterImage))
         widget.Set(Alignment("Qt::AlignHCenter", "Qt::AlignVCenter"));
     else
@@ -106,7 +109,6 @@ Widget TextWidget(const Control& control, Style type) {
     const bool wraps = type <= kRight && control.rect.cy >= kTwoLines &&
                        !HasStyle(control, kSsCenterImage | kSsEllipsis);
     if (wraps) widget.Set(UiBool("wordWrap", true));
-    if (HasStyle(control, kSsEllipsis)) widget.Note("a long text is cut without dots");
     return widget;
 }
 
@@ -135,7 +137,17 @@ bool HasFrame(const Control& control) {
     return HasStyle(control, kBorder) || (control.exStyle & (kExClientEdge | kExStaticEdge)) != 0;
 }
 
+const char* SelectionOf(const Control& control) {
+    if (HasStyle(control, kLbsNoSel)) return "QAbstractItemView::NoSelection";
+    if (HasStyle(control, kLbsExtendedSel)) return "QAbstractItemView::ExtendedSelection";
+    return HasStyle(control, kLbsMultipleSel) ? "QAbstractItemView::MultiSelection" : nullptr;
+}
+
 } // namespace
+
+void TakeListFrame(Widget& widget, const Control& control) {
+    if (!HasFrame(control)) widget.Set(UiEnum("frameShape", "QFrame::NoFrame"));
+}
 
 Widget EditWidget(const Control& control) {
     Widget widget;
@@ -157,7 +169,6 @@ Widget StaticWidget(const Control& control) {
         widget.Set(UiEnum("frameShadow", "QFrame::Sunken"));
         widget.Set(UiNumber("indent", 0));
     }
-    if (HasStyle(control, kSsNotify)) widget.Note("clicks are not reported");
     return widget;
 }
 
@@ -165,13 +176,10 @@ Widget ListBoxWidget(const Control& control) {
     Widget widget;
     widget.type = "QListWidget";
     widget.part = Part::Field;
-    if (HasStyle(control, kLbsNoSel))
-        widget.Set(UiEnum("selectionMode", "QAbstractItemView::NoSelection"));
-    else if (HasStyle(control, kLbsMultipleSel | kLbsExtendedSel))
-        widget.Set(UiEnum("selectionMode", "QAbstractItemView::ExtendedSelection"));
-    if (HasStyle(control, kLbsSort)) widget.Note("never sorted: add the strings in order");
-    if (HasStyle(control, kLbsOwnerDraw)) widget.Note("drawn by the desktop, as texts");
-    if (HasStyle(control, kLbsMultiColumn)) widget.Note("one column");
+    if (const char* mode = SelectionOf(control)) widget.Set(UiEnum("selectionMode", mode));
+    if (HasStyle(control, kLbsDisableNoScroll))
+        widget.Set(UiEnum("verticalScrollBarPolicy", "Qt::ScrollBarAlwaysOn"));
+    TakeListFrame(widget, control);
     return widget;
 }
 
@@ -181,17 +189,16 @@ Widget ComboBoxWidget(const Control& control) {
     widget.part = Part::Field;
     const Style type = control.style & kCbsTypes;
     if (type == kCbsSimple || type == kCbsDropDown) widget.Set(UiBool("editable", true));
-    if (type == kCbsSimple) widget.Note("its list drops down");
+    if (type == kCbsSimple) widget.Note("its list drops down (CBS_SIMPLE)");
     if (HasStyle(control, kCbsSort)) widget.Set({"sort", "bool", "true", true});
-    if (HasStyle(control, kCbsOwnerDraw)) widget.Note("drawn by the desktop, as texts");
-    if (HasStyle(control, kCbsUpper | kCbsLower)) widget.Note("letters stay as they are typed");
     return widget;
 }
 
 Widget ScrollBarWidget(const Control& control) {
     Widget widget;
     if (HasStyle(control, kSbsSizeBox)) {
-        widget.Note("windows are resized at their border");
+        widget.Note("windows are resized at their border (" +
+                    StyleNames(control.style & kSbsSizeBox, "SBS_") + ")");
         return widget;
     }
     widget.type = "QScrollBar";

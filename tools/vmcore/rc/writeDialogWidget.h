@@ -36,13 +36,15 @@ struct Widget {
 
     void Set(UiProperty property) { properties.push_back(std::move(property)); }
     void Note(std::string note) { notes.push_back(std::move(note)); }
-    /// A note for each of the bits that is set.
-    void NoteIf(std::uint32_t bits, const char* note) {
-        if (bits) Note(note);
+    void NoteIf(bool applies, const char* note) {
+        if (applies) Note(note);
     }
 };
 
 bool HasStyle(const Control& control, std::uint32_t bits);
+
+/// Of a list or tree: lists on Windows have one only when their style says so.
+void TakeListFrame(Widget& widget, const Control& control);
 
 /// By the control's class; of one that is not known a view that the program draws. What all controls have,
 /// and what depends on the others, is not in it.

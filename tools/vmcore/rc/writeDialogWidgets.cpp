@@ -3,6 +3,7 @@
 #include <map>
 #include <set>
 
+#include "rc/controlStyles.h"
 #include "rc/winStyles.h"
 #include "rc/writeDialog.h"
 
@@ -13,8 +14,6 @@ using namespace win;
 
 constexpr int kPixelsPerUnit = 2;
 constexpr int kClosedComboBox = 13; // units: one line with its frame
-constexpr int kPictureWidth = 21;   // units of an icon whose size the script leaves open
-constexpr int kPictureHeight = 20;
 constexpr int kFarthest = 32767;
 constexpr int kStaticId = 65535; // IDC_STATIC as the word that it is
 
@@ -29,9 +28,6 @@ bool IsClosed(const Widget& widget) {
 Rect PixelsOf(const Control& control, const Widget& widget) {
     Rect units = control.rect;
     if (IsClosed(widget)) units.cy = kClosedComboBox;
-    const bool isPicture = widget.type == "QLabel" && control.image;
-    if (isPicture && units.cx <= 0) units.cx = kPictureWidth;
-    if (isPicture && units.cy <= 0) units.cy = kPictureHeight;
     return {Pixels(units.x), Pixels(units.y), Pixels(std::max(units.cx, 0)),
             Pixels(std::max(units.cy, 0))};
 }
@@ -82,10 +78,8 @@ void TakeCommon(Widget& widget, const Control& control, std::set<int>& ids) {
     if (skipsTab) widget.Set(UiEnum("focusPolicy", isArrows ? "Qt::NoFocus" : "Qt::ClickFocus"));
     if (widget.type == "CWndView" && widget.takesFocus)
         widget.Set(UiEnum("focusPolicy", "Qt::StrongFocus"));
-    widget.NoteIf(control.exStyle & (kExRight | kExRtlReading | kExLayoutRtl),
-                  "not laid out from right to left");
-    widget.NoteIf(control.exStyle & kExAcceptFiles, "the program calls DragAcceptFiles");
-    widget.NoteIf(control.helpId, "the help number has no counterpart");
+    for (std::string& note : StyleNotes(control)) widget.Note(std::move(note));
+    widget.NoteIf(control.helpId != 0, "the help number has no counterpart");
     widget.NoteIf(control.hasData, "its creation data has no counterpart");
 }
 
