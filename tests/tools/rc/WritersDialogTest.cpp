@@ -249,6 +249,35 @@ TEST(WritersDialogs, WhatIsBehindComesFirst) {
                             StartsWith("QGroupBox"), StartsWith("QLineEdit")));
 }
 
+TEST(WritersDialogs, KeysOfLabelsLeadToWhatFollows) {
+    const Control field = MakeControl("edit", 6, "", {0, 0, 9, 9}, kTabbed);
+    const Control button = MakeControl("button", 7, "", {0, 0, 9, 9}, kTabbed);
+    const Control frame = MakeControl("static", 8, "", {0, 0, 9, 9}, 7);
+    const struct {
+        const char* label;
+        std::vector<Control> behind;
+        const char* buddy;
+        const char* note;
+    } rows[] = {
+        {"&Name:", {field, button}, "IDC_6", "converted"},
+        {"Name:", {field}, "IDC_6", "converted"},
+        {"&Name:", {frame, field}, "IDC_6", "converted"},
+        {"Name:", {frame, field}, "", "converted"},
+        {"&Colour:", {button, field}, "IDC_7", "its key presses the button"},
+        {"Colour:", {button}, "", "converted"},
+        {"&Name:", {frame}, "", "its key leads nowhere"},
+    };
+    for (const auto& row : rows) {
+        std::vector<Control> controls = row.behind;
+        controls.insert(controls.begin(), MakeControl("static", 5, row.label, {}));
+        const Written written({MakeDialog(1, controls)});
+        const std::string& file = written.File("DLG_1.ui");
+        EXPECT_EQ(file.find("buddy") != std::string::npos, *row.buddy != '\0') << row.label;
+        EXPECT_THAT(file, HasSubstr(*row.buddy ? std::string(row.buddy) + "</cstring>" : ""));
+        EXPECT_THAT(written.lines[1], HasSubstr(row.note)) << row.label;
+    }
+}
+
 TEST(WritersDialogs, WindowsBecomeRoots) {
     const struct {
         std::uint32_t style;

@@ -111,12 +111,20 @@ bool TakesFocus(const Widget& widget) {
     return !widget.type.empty() && widget.takesFocus;
 }
 
-void LeadLabel(Widget& label, const std::string& text, const Widget* field) {
-    if (field && field->part == Part::Field) {
-        label.buddy = field->name;
+bool IsButton(const Widget& widget) {
+    return widget.type == "QPushButton" || widget.type == "QCheckBox" ||
+           widget.type == "QRadioButton";
+}
+
+// What reads the screen aloud takes a label for its field's; a key leads to anything.
+void LeadLabel(Widget& label, const std::string& text, const Widget* next) {
+    const bool hasKey = HasMark(text);
+    if (next && (next->part == Part::Field || hasKey)) {
+        label.buddy = next->name;
         SetText(label, text);
-    } else if (HasMark(text)) {
-        label.Note("its key leads nowhere: no field follows");
+        label.NoteIf(IsButton(*next), "its key presses the button behind it at once");
+    } else if (hasKey) {
+        label.Note("its key leads nowhere: nothing that takes the focus follows");
     }
 }
 
