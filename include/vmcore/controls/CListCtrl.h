@@ -136,6 +136,7 @@ struct tagNMLISTVIEW {
 };
 using NMLISTVIEW = tagNMLISTVIEW;
 using NM_LISTVIEW = tagNMLISTVIEW;
+using LPNMLISTVIEW = tagNMLISTVIEW*;
 
 /// 1 once any list was double-clicked; the host sets it back.
 VM_API extern BYTE calledDoubleClick;
