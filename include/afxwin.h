@@ -20,6 +20,8 @@
 #include <vmcore/core/CString.h>
 #include <vmcore/core/arrays.h>
 #include <vmcore/core/geometry.h>
+#include <vmcore/core/memory.h>
+#include <vmcore/core/minmax.h>
 #include <vmcore/core/strings.h>
 #include <vmcore/core/types.h>
 #include <vmcore/dialogs/CDialog.h>

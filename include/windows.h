@@ -13,6 +13,8 @@
 #include <vmcore/controls/CScrollBar.h>
 #include <vmcore/controls/CStatic.h>
 #include <vmcore/core/geometry.h>
+#include <vmcore/core/memory.h>
+#include <vmcore/core/minmax.h>
 #include <vmcore/core/strings.h>
 #include <vmcore/core/types.h>
 #include <vmcore/dialogs/commdlg.h>

@@ -1,8 +1,9 @@
 #!/usr/bin/python3
 """port_docs.py [--write] SOURCE_FOLDER
 
-The tables of docs/porting.md come from those of `vmcore port scan` (tools/vmcore/port/*.txt). Fails when the page
-shows others; with --write puts them there.
+The tables of docs/porting.md, and the header in which missing entries of message maps are errors with their cure,
+come from the tables of `vmcore port scan` (tools/vmcore/port/*.txt). Fails when one of the two is not what these
+say; with --write makes it so.
 """
 
 import pathlib
@@ -66,16 +67,38 @@ def with_tables(page, data):
     return page
 
 
+ENTRIES = """\
+// Entries of message maps that this library does not have: each is one error of the compiler that names its
+// cure. A pragma, because a static_assert in a map speaks up once for every way the map is compiled.
+// Made by tools/port_docs.py of tools/vmcore/port/missing.txt.
+#pragma once
+
+// clang-format off
+"""
+
+
+def entries_header(data):
+    rows = [row for _, entries in areas(data / "missing.txt") for row in entries]
+    text = ENTRIES
+    for name, cure in sorted((name, row[1]) for row in rows for name in row[0].split()):
+        if name.startswith("ON_"):
+            assert '"' not in cure and "\\" not in cure, f"{name}: no quotes in its advice"
+            text += f'#define {name}(...) _Pragma("GCC error \\"{name} is not there. Instead: {cure}\\"")\n'
+    return text
+
+
 def main():
-    writes = "--write" in sys.argv
     root = pathlib.Path(sys.argv[-1])
-    path = root / "docs/porting.md"
-    page = path.read_text()
-    wanted = with_tables(page, root / "tools/vmcore/port")
-    if writes:
-        path.write_text(wanted)
-    elif page != wanted:
-        print("docs/porting.md and tools/vmcore/port/*.txt differ: run tools/port_docs.py --write .")
+    data = root / "tools/vmcore/port"
+    page = root / "docs/porting.md"
+    wanted = {page: with_tables(page.read_text(), data),
+              root / "include/vmcore/wnd/messageMapMissing.h": entries_header(data)}
+    wrong = [path for path, text in wanted.items() if not path.is_file() or path.read_text() != text]
+    if "--write" in sys.argv:
+        for path in wrong:
+            path.write_text(wanted[path])
+    elif wrong:
+        print(f"{wrong[0]} and {data}/*.txt differ: run tools/port_docs.py --write .")
         return 1
     return 0
 

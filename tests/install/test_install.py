@@ -35,6 +35,11 @@ class Staged(Programs, Development, unittest.TestCase):
             if f"VMCORE_BUILD_{option}:BOOL=OFF" in cache(build) and f"_{test}_" in self.id():
                 self.skipTest(f"{option} are switched off in this build")
 
+    def test_build_folder_is_a_package_too(self):
+        self.prefix = build
+        self.write_host()
+        self.build("A program")
+
 
 if __name__ == "__main__":
     build, compiler = sys.argv.pop(1), sys.argv.pop(1)

@@ -37,7 +37,7 @@ class Port(unittest.TestCase):
     def test_table(self):
         output = self.scan(0, "tree").stdout
         self.assertIn("missing: names 9, uses 9\n", output)
-        self.assertIn("      1  CListCtrl::SetExtendedStyle  tree/src/MainFrm.cpp:11  texts through", output)
+        self.assertIn("      1  CListCtrl::SetExtendedStyle  tree/src/MainFrm.cpp:11  remove: whole rows", output)
         self.assertLess(output.index("\nunknown"), output.index("\nthere with a difference"))
         self.assertIn("WM_UNDREAMT_OF", output)
         self.assertIn("\n72.9 % of 37 uses are there, ", output)

@@ -82,7 +82,10 @@ enum : UINT {
     WM_KILLFOCUS = 225,
     WM_PAINT = 226,
     WM_INITDIALOG = 227,
-    WM_SIZE = 228, ///< lParam: packed width and height
+    /// lParam: packed width and height, of a top-level window and a modal dialog those of the frame
+    /// with its borders and menu bar: lay out by GetClientRect. wParam: 2 for a new window and of a
+    /// view, else 0.
+    WM_SIZE = 228,
     WM_LBUTTONDBLCLK = 229,
     WM_MBUTTONDBLCLK = 230,
     WM_RBUTTONDBLCLK = 231,

@@ -19,7 +19,7 @@
 // blind; only the item data moves, the rows' own texts and images stay. Typing selects the row whose text
 // begins so. Selection changes and double clicks of the user, never those of the program, go to the
 // parent as WM_NOTIFY. A right click and the Menu key select the row and ask the list, and so its parent,
-// with WM_CONTEXTMENU. Shift extends the selection from the row that the user clicked or moved to last,
+// with WM_CONTEXTMENU; a dialog as the parent swallows it, so that the class of the list has to take it. Shift extends the selection from the row that the user clicked or moved to last,
 // not from one that the program selected.
 //
 // Handlers of these may change rows and selection, which reports nothing more, and may destroy the list.
@@ -123,7 +123,8 @@ enum : UINT {
     NM_DBLCLK = 129,
 };
 
-/// The record of a list's WM_NOTIFY.
+/// The record of a list's WM_NOTIFY. The three states are always 0: what is selected now is
+/// GetItemState(iItem, LVIS_SELECTED).
 struct tagNMLISTVIEW {
     NMHDR hdr;
     int iItem; ///< the selected row, -1 when there is none
@@ -136,6 +137,7 @@ struct tagNMLISTVIEW {
 };
 using NMLISTVIEW = tagNMLISTVIEW;
 using NM_LISTVIEW = tagNMLISTVIEW;
+using LPNMLISTVIEW = tagNMLISTVIEW*;
 
 /// 1 once any list was double-clicked; the host sets it back.
 VM_API extern BYTE calledDoubleClick;

@@ -39,6 +39,7 @@ struct tagNMUPDOWN {
 };
 using NMUPDOWN = tagNMUPDOWN;
 using NM_UPDOWN = tagNMUPDOWN;
+using LPNMUPDOWN = tagNMUPDOWN*;
 
 struct tagUDACCEL {
     UINT nSec; ///< held for so long ...

@@ -112,6 +112,7 @@ struct tagNMTREEVIEW {
 };
 using NMTREEVIEW = tagNMTREEVIEW;
 using NM_TREEVIEW = tagNMTREEVIEW;
+using LPNMTREEVIEW = tagNMTREEVIEW*;
 
 struct tagTVHITTESTINFO {
     tagPOINT pt;

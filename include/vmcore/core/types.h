@@ -19,6 +19,7 @@ using UINT = unsigned int;
 using LONG = int;
 using ULONG = unsigned int;
 using DWORD = unsigned int;
+using INT_PTR = std::intptr_t;
 using UINT_PTR = std::uintptr_t;
 using DWORD_PTR = std::uintptr_t;
 using LONG_PTR = std::intptr_t;

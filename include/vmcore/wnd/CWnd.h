@@ -63,6 +63,7 @@ struct tagNMHDR {
     UINT code;
 };
 using NMHDR = tagNMHDR;
+using LPNMHDR = tagNMHDR*;
 
 /// The record of WM_GETMINMAXINFO.
 struct tagMINMAXINFO {

@@ -44,6 +44,7 @@
 #pragma once
 
 #include <vmcore/wnd/messageMapMessages.h>
+#include <vmcore/wnd/messageMapMissing.h>
 #include <vmcore/wnd/messageMapParts.h>
 
 /// Leaves the members that follow protected.

@@ -3,7 +3,7 @@
 //
 // Coordinates are signed, sizes are not. A CWnd* is the object of the handle in the message; for a view
 // without one the scratch window, valid until the next call that needs it; null for none. A macro for
-// a message that the library does not send (ON_WM_ERASEBKGND) does not exist.
+// a message that the library does not send (ON_WM_ERASEBKGND) is in messageMapMissing.h: an error.
 #pragma once
 
 #include <vmcore/wnd/messageMapParts.h>
@@ -30,7 +30,8 @@
 // Painting and places.
 /// void OnPaint()
 #define ON_WM_PAINT() VM_MAP_ON(WM_PAINT, (VM_MAP_HANDLER(void, OnPaint, ())(), 1))
-/// void OnSize(UINT type, int cx, int cy)
+/// void OnSize(UINT type, int cx, int cy): of a top-level window and a modal dialog the frame's size,
+/// larger than the client area; type is 2 or 0, see WM_SIZE
 #define ON_WM_SIZE()                                                                               \
     VM_MAP_ON(WM_SIZE, (VM_MAP_HANDLER(void, OnSize, (UINT, int, int))(                            \
                             static_cast<UINT>(vmMessage.wParam), LOWORD(vmMessage.lParam),         \
@@ -99,7 +100,8 @@
     VM_MAP_ON(WM_MOUSEWHEEL, VM_MAP_HANDLER(BOOL, OnMouseWheel, (UINT, short, CPoint))(            \
                                  vmMessage.Keys(), static_cast<short>(HIWORD(vmMessage.wParam)),   \
                                  vmMessage.Point()) != 0)
-/// void OnContextMenu(CWnd* clicked, CPoint point)
+/// void OnContextMenu(CWnd* clicked, CPoint point): a dialog gets no clicks on its controls; a class
+/// of the control does
 #define ON_WM_CONTEXTMENU()                                                                        \
     VM_MAP_ON(WM_CONTEXTMENU, (VM_MAP_HANDLER(void, OnContextMenu, (CWnd*, CPoint))(               \
                                    vm::map::WindowOf(vmMessage.wParam), vmMessage.Point()),        \
