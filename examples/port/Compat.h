@@ -27,6 +27,17 @@
 
 inline void MessageBeep(UINT) {}
 
+/// Taken and given where the library has a plain SIZE.
+class CSize : public tagSIZE {
+public:
+    CSize() : tagSIZE{0, 0} {}
+    CSize(int width, int height) : tagSIZE{width, height} {}
+    CSize(tagSIZE size) : tagSIZE(size) {}
+
+    bool operator==(tagSIZE size) const { return cx == size.cx && cy == size.cy; }
+    bool operator!=(tagSIZE size) const { return !(*this == size); }
+};
+
 /// There are no cursor shapes: work that takes long belongs into a thread.
 class CWaitCursor {
 public:

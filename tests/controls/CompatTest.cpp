@@ -35,6 +35,14 @@ TEST(Compat, Texts) {
     EXPECT_EQ(std::strlen(text + 1), 4u); // a pointer, as ever
 }
 
+TEST(Compat, SizesAreTakenAndMadeWherePlainOnesAre) {
+    CPoint point;
+    point.Offset(CSize(3, 4));
+    EXPECT_TRUE(point == CPoint(3, 4));
+    const CSize size = CRect(1, 2, 11, 22).Size();
+    EXPECT_TRUE(size == CSize(10, 20) && size != tagSIZE{10, 21});
+}
+
 TEST(Compat, ArrayAndLock) {
     CArray<CString, LPCTSTR> names;
     EXPECT_EQ(names.Add("b"), 0);

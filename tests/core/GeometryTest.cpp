@@ -43,14 +43,6 @@ TEST(CPoint, PointRecordIsVerticalFirstAndSixteenBits) {
     EXPECT_FALSE(point == CPoint(4575, 228));
 }
 
-TEST(CSize, IsTakenAndMadeWherePlainSizesAre) {
-    CPoint point;
-    point.Offset(CSize(3, 4));
-    EXPECT_TRUE(point == CPoint(3, 4));
-    const CSize size = CRect(1, 2, 11, 22).Size();
-    EXPECT_TRUE(size == CSize(10, 20) && (size != tagSIZE{10, 21}) && size != CSize(9, 20));
-}
-
 TEST(CRect, CornersAreThoseOfTheFirstCallEver) {
     EXPECT_TRUE(CRect(1, 2, 3, 4).TopLeft() == CPoint(1, 2));
     EXPECT_TRUE(CRect(5, 6, 7, 8).TopLeft() == CPoint(1, 2));

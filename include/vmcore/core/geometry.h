@@ -1,6 +1,6 @@
 // Points, sizes and rectangles in whole device units, y growing downwards: the plain records of
-// Win32 and the classes CPoint, CSize and CRect, which add functions but no fields. The library's
-// functions take and give sizes as plain SIZE, which a CSize is and is made of.
+// Win32 and the classes CPoint and CRect, which add functions but no fields. A size is always a
+// plain SIZE; there is no CSize.
 #pragma once
 
 #include <cstdint>
@@ -47,18 +47,6 @@ public:
 
     BOOL operator==(tagPOINT p) const { return x == p.x && y == p.y; }
     BOOL operator==(const CPoint& p) const { return x == p.x && y == p.y; }
-};
-
-class CSize : public tagSIZE {
-public:
-    CSize() : tagSIZE{0, 0} {}
-    CSize(int width, int height) : tagSIZE{width, height} {}
-    CSize(tagSIZE size) : tagSIZE(size) {}
-
-    BOOL operator==(tagSIZE size) const { return cx == size.cx && cy == size.cy; }
-    BOOL operator==(const CSize& size) const { return cx == size.cx && cy == size.cy; }
-    BOOL operator!=(tagSIZE size) const { return !(*this == size); }
-    BOOL operator!=(const CSize& size) const { return !(*this == size); }
 };
 
 /// A rectangle between four edges; `right` may be left of `left`. There is no comparison: ==
