@@ -223,7 +223,6 @@ void TakeWindowProperties(NativeWindow& window) {
     const QWidget& content = *window.ContentView();
     window.setWindowTitle(content.windowTitle());
     if (!content.windowIcon().isNull()) window.setWindowIcon(content.windowIcon());
-    window.setWindowModality(Qt::ApplicationModal);
 }
 
 // The button that Return clicks is drawn so.
@@ -240,8 +239,7 @@ void SizeToContent(NativeWindow& window) {
     const QSize size = SizeOf(content);
     const SizeLimits limits = LimitsOf(content, size);
     window.ResizeContent(size.boundedTo(limits.most).expandedTo(limits.least));
-    window.setMinimumSize(limits.least);
-    window.setMaximumSize(limits.most);
+    window.SetContentLimits(limits.least, limits.most);
 }
 
 std::unique_ptr<CWndWindowController>
@@ -261,7 +259,6 @@ MakeDialogWindow(QWidget* over,
     TakeWindowProperties(*window);
     SizeToContent(*window);
     window->SetOwner(owner);
-    window->PlaceOverOwner();
     return controller;
 }
 

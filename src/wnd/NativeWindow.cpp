@@ -134,7 +134,7 @@ void NativeWindow::ResizeFrame(const QSize& size) {
 void NativeWindow::ResizeContent(const QSize& size) {
     m_sizeAsked = false;
     m_silent = true;
-    ApplyNativeSize({size.width(), size.height() + MenuBarHeight()});
+    ApplyNativeSize(WithMenuBar(size));
     PlaceContent();
     m_silent = false;
     m_frame.setSize(NativeFrame().size());
@@ -154,6 +154,7 @@ void NativeWindow::SetMenuBarShown(bool shown) {
     shown = shown && MenuBarShown(); // a host may have hidden the menu bar of the application
     if (shown == (m_menuBar != nullptr)) return;
     const QSize content = m_content->size();
+    const int heightBefore = MenuBarHeight();
     if (shown) {
         QMenu* menu = MainMenu();
         if (!menu) return;
@@ -166,6 +167,7 @@ void NativeWindow::SetMenuBarShown(bool shown) {
         m_menuBar->deleteLater();
         m_menuBar = nullptr;
     }
+    ShiftLimits(MenuBarHeight() - heightBefore);
     // A frame that was asked for before its margins are known includes the menu bar as well.
     if (m_sizeAsked)
         ApplySize();
