@@ -5,6 +5,7 @@
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QCloseEvent>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QWindow>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
@@ -18,6 +19,7 @@
 #include "platform/menuBar.h"
 #include "wnd/CWndNSWindow.h"
 #include "wnd/heldViews.h"
+#include "wnd/nativeEvents.h"
 #include "wnd/views.h"
 #include "wnd/windowState.h"
 
@@ -207,6 +209,16 @@ void NativeWindow::resizeEvent(QResizeEvent*) {
 
 void NativeWindow::moveEvent(QMoveEvent*) {
     ScheduleReport();
+}
+
+// What climbs up to here was of no use to the control with the focus, and passed no view.
+void NativeWindow::keyPressEvent(QKeyEvent* event) {
+    event->ignore();
+    if (m_closing || IsSilentKey(*event) || FocusStepOf(*event) != FocusStep::None) return;
+    QWidget& control = focusWidget() ? *focusWidget() : *m_content;
+    bool taken = false;
+    AtEventBoundary([&] { taken = KeyLeftAlone(control, RecordOf(*event, control)); });
+    event->setAccepted(taken);
 }
 
 // A drag of the frame brings many events a turn; the host hears of the last.

@@ -428,3 +428,49 @@ TEST_F(MainDialog, EndOfTheProgramIsAskedForAsItsCloseButtonDoes) {
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
     EXPECT_THAT(dialog.saves, ElementsAre(false, true)) << "the values come out as at every end";
 }
+
+// Focus in a line: it keeps the letters, its dialog keeps Return and Escape, the menu comes first, and
+// what is left goes to the objects around it, but not to the dialog's parent.
+TEST_F(MainDialog, KeysThatAControlLeavesAloneAreTranslated) {
+    constexpr int kOpen = 105;
+    constexpr int kFunctionKey = 0x10; // what they all come as
+    const AccelEntry table[] = {{kOpen, 'O' | 0x1F << 8, 1, 0, 0}, {-1, 0, 0, 0, 0}};
+    app.m_pMainWnd = &dialog;
+    RecordingWindow parent;
+    parent.translate = [](MSG*) { return ADD_FAILURE() << "asked", FALSE; };
+    parent.Create("", "Parent", WS_VISIBLE, RECT{80, 90, 380, 290}, nullptr, 0);
+    dialog.parentWnd = &parent;
+    std::vector<int> asked;
+    std::vector<int> commands;
+    dialog.on[WM_COMMAND] = [&](WPARAM id, LPARAM) { return commands.push_back(LOWORD(id)), 1; };
+    dialog.accelTable = table;
+    Soon([&] {
+        auto* line = Item<QLineEdit>(dialog, 11);
+        line->setFocus();
+        dialog.translate = [&](MSG* msg) {
+            EXPECT_EQ(msg->hwnd, line);
+            asked.push_back(static_cast<int>(msg->wParam));
+            return msg->wParam == kFunctionKey;
+        };
+        commands.clear();
+        dialog.Take();
+        QTest::keyClick(line, Qt::Key_A);
+        QTest::keyClick(line, Qt::Key_Left);
+        EXPECT_THAT(asked, IsEmpty());
+        QTest::keyClick(line, Qt::Key_S, Qt::ControlModifier);
+        EXPECT_THAT(std::exchange(commands, {}), testing::Contains(kSave));
+        EXPECT_THAT(asked, IsEmpty());
+        QTest::keyClick(line, Qt::Key_O, Qt::ControlModifier);
+        EXPECT_THAT(std::exchange(commands, {}), ElementsAre(kOpen));
+        QTest::keyClick(line, Qt::Key_F5);
+        EXPECT_THAT(asked, ElementsAre(static_cast<int>('O'), kFunctionKey));
+        EXPECT_THAT(dialog.Take(WM_KEYDOWN), IsEmpty());
+        QTest::keyClick(line, Qt::Key_Tab);
+        QTest::keyClick(line, Qt::Key_Escape);
+        EXPECT_EQ(asked.size(), 2u);
+        dialog.EndDialog(1);
+    });
+    dialog.DoModal();
+    dialog.parentWnd = nullptr;
+    parent.DestroyWindow();
+}
