@@ -285,6 +285,8 @@ std::unique_ptr<CWndViewController> LoadDialogView(const std::string& name, QWid
     load.WireControls(controller.get(), controller.get());
     view->move(0, 0);
     const QSize size = view->size().expandedTo(view->minimumSizeHint());
+    view->setMinimumSize(0, 0); // its parent decides
+    view->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     view->resize(size);
     view->TakeSizeAsKnown();
     return controller;
