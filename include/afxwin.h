@@ -1,6 +1,9 @@
 // Application, windows and drawing.
 #pragma once
 
+/// Application headers ask for it before they are included themselves.
+#define __AFXWIN_H__
+
 #include <vmcore/app/CRecentFileList.h>
 #include <vmcore/app/CWinApp.h>
 #include <vmcore/app/diagnostics.h>

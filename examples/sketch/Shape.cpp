@@ -142,8 +142,8 @@ void CShape::DrawPath(CDC* pDC, CPoint origin) const
     CPen pen(PS_SOLID, m_style.m_nWidth, m_style.m_crPen);
     CPen noBorder(PS_NULL, 1, m_style.m_crPen);
     CBrush brush(m_style.m_crPen);
-    CBrush* pOldBrush = (CBrush*)pDC->SelectObject(&brush);
-    CPen* pOldPen = (CPen*)pDC->SelectObject(&pen);
+    CBrush* pOldBrush = pDC->SelectObject(&brush);
+    CPen* pOldPen = pDC->SelectObject(&pen);
     const int half = m_style.m_nWidth / 2;
     CPoint before;
     for (size_t i = 0; i < m_points.size(); ++i) {
@@ -187,7 +187,7 @@ void CShape::DrawLetters(CDC* pDC, CPoint origin) const
 {
     CFont font;
     font.CreateFont(-m_nTextHeight, 0, 0, 0, 400, FALSE, FALSE, FALSE, 0, 0, 0, 0, 0, "Arial");
-    CFont* pOldFont = (CFont*)pDC->SelectObject(&font);
+    CFont* pOldFont = pDC->SelectObject(&font);
     const COLORREF crOld = pDC->SetTextColor(m_style.m_crPen);
     pDC->SetBkMode(TRANSPARENT);
     pDC->SetTextAlign(TA_LEFT | TA_TOP);

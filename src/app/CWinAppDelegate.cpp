@@ -11,6 +11,8 @@
 #include "core/log.h"
 #include "platform/pathList.h"
 #include "wnd/CWndNSView.h"
+#include "wnd/CWndWindowController.h"
+#include "wnd/NativeWindow.h"
 #include "wnd/responder.h"
 
 namespace {
@@ -25,6 +27,13 @@ void RunMenuAction(QAction* item) {
     if (std::strcmp(action, "winCmd") != 0) return;
     if (CWndView* view = vm::FirstResponderView()) return view->winCmd(item);
     delegate.winCmd(item);
+}
+
+// A program that is a dialog ends with it: true when its user was asked to close the dialog.
+bool CloseDialog(const CWnd& main) {
+    if (!main.nsWindow || !CWndWindowController::Of(main.nsWindow)) return false;
+    main.nsWindow->close();
+    return true;
 }
 
 } // namespace
@@ -69,6 +78,7 @@ vm::ApplicationDelegate::Reply CWinAppDelegate::applicationShouldTerminate() {
     }
     CWnd* main = AfxGetMainWnd();
     if (!main) return Reply::Now;
+    if (CloseDialog(*main)) return Reply::Cancel;
     return main->SendMessage(WM_QUERYCLOSE, 0, 0) == 0 ? Reply::Now : Reply::Cancel;
 }
 

@@ -233,7 +233,6 @@ void TakeWindowProperties(NativeWindow& window) {
     const QWidget& content = *window.ContentView();
     window.setWindowTitle(content.windowTitle());
     if (!content.windowIcon().isNull()) window.setWindowIcon(content.windowIcon());
-    window.setWindowModality(Qt::ApplicationModal);
 }
 
 // The button that Return clicks is drawn so.
@@ -250,8 +249,7 @@ void SizeToContent(NativeWindow& window) {
     const QSize size = SizeOf(content);
     const SizeLimits limits = LimitsOf(content, size);
     window.ResizeContent(size.boundedTo(limits.most).expandedTo(limits.least));
-    window.setMinimumSize(limits.least);
-    window.setMaximumSize(limits.most);
+    window.SetContentLimits(limits.least, limits.most);
 }
 
 std::unique_ptr<CWndWindowController>
@@ -271,7 +269,6 @@ MakeDialogWindow(QWidget* over,
     TakeWindowProperties(*window);
     SizeToContent(*window);
     window->SetOwner(owner);
-    window->PlaceOverOwner();
     return controller;
 }
 
@@ -298,6 +295,8 @@ std::unique_ptr<CWndViewController> LoadDialogView(const std::string& name, QWid
     load.WireControls(controller.get(), controller.get());
     view->move(0, 0);
     const QSize size = view->size().expandedTo(view->minimumSizeHint());
+    view->setMinimumSize(0, 0); // its parent decides
+    view->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     view->resize(size);
     view->TakeSizeAsKnown();
     return controller;

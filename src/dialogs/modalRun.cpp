@@ -1,10 +1,12 @@
 #include "dialogs/modalRun.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include <QtWidgets/QApplication>
 
+#include <vmcore/app/CWinApp.h>
 #include <vmcore/wnd/CWnd.h>
 
 #include "app/appState.h"
@@ -74,6 +76,10 @@ bool ModalRun::IsOpen() const {
     return m_wnd && m_window && m_wnd->nsWindow == Window();
 }
 
+bool ModalRun::IsMainWindow() const {
+    return m_wnd && App().MainApp && App().MainApp->m_pMainWnd == m_wnd;
+}
+
 int ModalRun::Result() const {
     const bool wasEnded = m_wnd ? *m_client.ended != 0 : m_wasEnded;
     return !wasEnded ? IDCANCEL : m_wnd ? *m_client.result : m_lastResult;
@@ -104,7 +110,17 @@ bool ModalRun::Load() {
     m_wnd->exStyle |= kExtendedStyle;
     m_controller = m_client.makeWindow(ActiveWindow());
     if (m_controller) m_window = m_controller->window();
-    return m_window != nullptr;
+    if (!m_window) return false;
+    TakePlace();
+    Window()->PlaceOverOwner();
+    return true;
+}
+
+// A dialog that is the main window has the application's menu bar, and its program's other windows stay
+// in use. Hosts name it before it runs, or in OnInitDialog.
+void ModalRun::TakePlace() {
+    if (IsMainWindow()) ShowMenuBarOf(Window());
+    m_window->setWindowModality(IsMainWindow() ? Qt::NonModal : Qt::ApplicationModal);
 }
 
 void ModalRun::Bind() {
@@ -126,6 +142,7 @@ void ModalRun::Open() {
     m_wnd->WindowProc(WM_CREATE, 0, 0);
     if (IsOpen()) m_wnd->WindowProc(WM_INITDIALOG, 0, 0);
     if (!IsOpen() || *m_client.ended) return;
+    TakePlace();
     m_controller->FocusFirstControl();
     Window()->OrderFront(true); // a modal loop without its window would never end
     if (m_wnd->style & WS_VISIBLE) m_wnd->ShowWindow(SW_SHOW);
@@ -133,7 +150,8 @@ void ModalRun::Open() {
 
 void ModalRun::Loop() {
     Dialogs().LimitMouseEventsToDlg = m_wnd;
-    const DisplayedDialog displayed;
+    std::optional<DisplayedDialog> displayed;
+    if (!IsMainWindow()) displayed.emplace();
     if (IsOpen() && !*m_client.ended && m_window->isVisible()) Shielded([this] { m_loop.Run(); });
 }
 

@@ -48,6 +48,7 @@ public:
 
 private:
     bool Load();
+    void TakePlace();
     void Bind();
     void Open();
     void Loop();
@@ -56,6 +57,7 @@ private:
     void Close();
     NSWindow* Window() const; // null once it is gone
     bool IsOpen() const;
+    bool IsMainWindow() const;
     int Result() const;
 
     ModalClient m_client;

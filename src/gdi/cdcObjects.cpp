@@ -30,7 +30,8 @@ TemporaryObjects& Temporary() {
     return *s_objects;
 }
 
-CGdiObject* ObjectFor(CGdiObject* object, void* handle, CGdiObject& temporary) {
+template <class Object>
+Object* ObjectFor(Object* object, void* handle, Object& temporary) {
     if (object || !handle) return object;
     temporary.Attach(handle);
     return &temporary;
@@ -39,9 +40,9 @@ CGdiObject* ObjectFor(CGdiObject* object, void* handle, CGdiObject& temporary) {
 // Stores the new selection and returns the object that stands for the old one. The new handle is
 // read first: loading the shared object may change what it holds.
 template <class Object>
-CGdiObject* Exchange(void*& handle, Object*& object, void* newHandle, Object* newObject,
-                     CGdiObject& temporary) {
-    CGdiObject* const before = ObjectFor(object, handle, temporary);
+Object* Exchange(void*& handle, Object*& object, void* newHandle, Object* newObject,
+                 Object& temporary) {
+    Object* const before = ObjectFor(object, handle, temporary);
     handle = newHandle;
     object = newObject;
     return before;
@@ -53,19 +54,19 @@ bool IsEmpty(const CGdiObject* object) {
 
 } // namespace
 
-CGdiObject* CDC::SelectObject(CPen* pen) {
+CPen* CDC::SelectObject(CPen* pen) {
     if (IsEmpty(pen)) return nullptr;
     return Exchange(m_hPen, m_pPen, pen->m_hObject, pen, Temporary().pen);
 }
 
-CGdiObject* CDC::SelectObject(CBrush* brush) {
+CBrush* CDC::SelectObject(CBrush* brush) {
     if (IsEmpty(brush)) return nullptr;
     return Exchange(m_hBrush, m_pBrush, brush->m_hObject, brush, Temporary().brush);
 }
 
-CGdiObject* CDC::SelectObject(CFont* font) {
+CFont* CDC::SelectObject(CFont* font) {
     if (IsEmpty(font)) return nullptr;
-    CGdiObject* const before = Exchange(m_hFont, m_pFont, font->m_hObject, font, Temporary().font);
+    CFont* const before = Exchange(m_hFont, m_pFont, font->m_hObject, font, Temporary().font);
     ApplyFont();
     return before;
 }
@@ -89,7 +90,7 @@ CGdiObject* CDC::SelectStockObject(int index) {
 }
 
 CFont* CDC::GetCurrentFont() const {
-    return static_cast<CFont*>(ObjectFor(m_pFont, m_hFont, Temporary().font));
+    return ObjectFor(m_pFont, m_hFont, Temporary().font);
 }
 
 void CDC::ApplyPen() {

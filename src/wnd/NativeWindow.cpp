@@ -5,6 +5,7 @@
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QCloseEvent>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QWindow>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
@@ -18,6 +19,7 @@
 #include "platform/menuBar.h"
 #include "wnd/CWndNSWindow.h"
 #include "wnd/heldViews.h"
+#include "wnd/nativeEvents.h"
 #include "wnd/views.h"
 #include "wnd/windowState.h"
 
@@ -134,7 +136,7 @@ void NativeWindow::ResizeFrame(const QSize& size) {
 void NativeWindow::ResizeContent(const QSize& size) {
     m_sizeAsked = false;
     m_silent = true;
-    ApplyNativeSize({size.width(), size.height() + MenuBarHeight()});
+    ApplyNativeSize(WithMenuBar(size));
     PlaceContent();
     m_silent = false;
     m_frame.setSize(NativeFrame().size());
@@ -154,6 +156,7 @@ void NativeWindow::SetMenuBarShown(bool shown) {
     shown = shown && MenuBarShown(); // a host may have hidden the menu bar of the application
     if (shown == (m_menuBar != nullptr)) return;
     const QSize content = m_content->size();
+    const int heightBefore = MenuBarHeight();
     if (shown) {
         QMenu* menu = MainMenu();
         if (!menu) return;
@@ -166,6 +169,7 @@ void NativeWindow::SetMenuBarShown(bool shown) {
         m_menuBar->deleteLater();
         m_menuBar = nullptr;
     }
+    ShiftLimits(MenuBarHeight() - heightBefore);
     // A frame that was asked for before its margins are known includes the menu bar as well.
     if (m_sizeAsked)
         ApplySize();
@@ -205,6 +209,16 @@ void NativeWindow::resizeEvent(QResizeEvent*) {
 
 void NativeWindow::moveEvent(QMoveEvent*) {
     ScheduleReport();
+}
+
+// What climbs up to here was of no use to the control with the focus, and passed no view.
+void NativeWindow::keyPressEvent(QKeyEvent* event) {
+    event->ignore();
+    if (m_closing || IsSilentKey(*event) || FocusStepOf(*event) != FocusStep::None) return;
+    QWidget& control = focusWidget() ? *focusWidget() : *m_content;
+    bool taken = false;
+    AtEventBoundary([&] { taken = KeyLeftAlone(control, RecordOf(*event, control)); });
+    event->setAccepted(taken);
 }
 
 // A drag of the frame brings many events a turn; the host hears of the last.

@@ -42,6 +42,9 @@ public:
     /// How small and large the user may make the frame. MoveFrame and ResizeFrame go beyond.
     void SetTrackSizes(const QSize& smallest, const QSize& largest);
 
+    /// Of a dialog, how small and large its user may make the content; both the same: not at all.
+    void SetContentLimits(const QSize& smallest, const QSize& largest);
+
     /// Before the first show: the window stays in front of its owner, and a dialog appears over the
     /// middle of it (of the screen without one), unless it was moved before.
     void SetOwner(QWidget* owner);
@@ -69,11 +72,14 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void HandleEvent(QEvent* event);
     void PlaceContent();
     int MenuBarHeight() const;
+    QSize WithMenuBar(const QSize& content) const;
+    void ShiftLimits(int height);
     QMargins KnownMargins() const;
     void StartSettling();
     void Settle();

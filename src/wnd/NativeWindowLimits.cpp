@@ -32,6 +32,26 @@ void NativeWindow::ApplyLimits(const QSize& size) {
     setMaximumSize(largest);
 }
 
+QSize NativeWindow::WithMenuBar(const QSize& content) const {
+    const int height = content.height() + MenuBarHeight();
+    return {content.width(), std::min(height, QWIDGETSIZE_MAX)};
+}
+
+void NativeWindow::SetContentLimits(const QSize& smallest, const QSize& largest) {
+    setMinimumSize(WithMenuBar(smallest));
+    setMaximumSize(WithMenuBar(largest));
+}
+
+// The menu bar came or went. Only the limits of dialogs are those of their content.
+void NativeWindow::ShiftLimits(int height) {
+    if (m_userResizable) return;
+    const bool isLimited = maximumHeight() < QWIDGETSIZE_MAX;
+    m_silent = true;
+    if (isLimited) setMaximumHeight(maximumHeight() + height);
+    setMinimumHeight(minimumHeight() + height);
+    m_silent = false;
+}
+
 void NativeWindow::SetTrackSizes(const QSize& smallest, const QSize& largest) {
     m_smallest = smallest;
     m_largest = largest;

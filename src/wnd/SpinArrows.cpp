@@ -104,7 +104,9 @@ bool SpinArrows::ReadBuddy() {
 }
 
 void SpinArrows::SetBuddy(QWidget* buddy) {
+    if (buddy && buddy == m_buddy) return;
     if (m_buddy) m_buddy->removeEventFilter(this);
+    GiveWidthBack();
     m_buddy = buddy;
     if (!m_ownPolicy) m_ownPolicy = focusPolicy();
     setFocusPolicy(buddy && m_use.takesKeys ? Qt::NoFocus : *m_ownPolicy);
@@ -127,8 +129,17 @@ void SpinArrows::AlignToBuddy() {
         own.setWidth(width);
         field.setLeft(own.right() + 1);
     }
+    m_taken = m_buddy->width() - field.width();
     m_buddy->setGeometry(field);
     setGeometry(own);
+}
+
+void SpinArrows::GiveWidthBack() {
+    const int taken = std::exchange(m_taken, 0);
+    if (!m_buddy || taken == 0) return;
+    const bool atLeft = m_use.align == Align::Left;
+    m_buddy->setGeometry(
+        m_buddy->geometry().adjusted(atLeft ? -taken : 0, 0, atLeft ? 0 : taken, 0));
 }
 
 bool SpinArrows::CanStep(int direction) const {

@@ -81,6 +81,7 @@ private:
     int After(int delta) const;
     void ShowNumber();
     void AlignToBuddy();
+    void GiveWidthBack();
     void DrawArrow(class QPainter& painter, int direction) const;
 
     bool m_isHorizontal = false;
@@ -92,6 +93,7 @@ private:
     std::vector<SpinAcceleration> m_accelerations = {{0, 1}, {2, 5}, {5, 20}};
     QPointer<QWidget> m_buddy;
     BuddyUse m_use;
+    int m_taken = 0;                            // of the buddy's width
     std::optional<Qt::FocusPolicy> m_ownPolicy; // without a buddy that takes the keys
     int m_held = 0;                             // the direction of the arrow that is held
     QElapsedTimer m_since;

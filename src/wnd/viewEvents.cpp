@@ -89,27 +89,28 @@ bool SendKeyDown(CWndView& view, const KeyRecord& key, int code) {
                                 static_cast<LPARAM>(key.nativeCode) << 16) != 0;
 }
 
-MSG CharacterMessage(CWndView& view, const KeyRecord& key, int code) {
+MSG CharacterMessage(HWND view, const CWnd& wnd, const KeyRecord& key, int code) {
     MSG record{};
-    record.hwnd = &view;
+    record.hwnd = view;
     record.message = WM_CHAR;
     record.wParam = static_cast<WPARAM>(code);
     record.lParam = (static_cast<LPARAM>(key.nativeCode) << 16) & 0xFF0000;
     record.time = static_cast<DWORD>(key.seconds / 3.0 * 50.0);
-    const double scale = ScaleOf(*view.wnd);
+    const double scale = ScaleOf(wnd);
     record.pt = {ToHost(key.x, scale), ToHost(key.y, scale)};
     return record;
 }
 
-// Asks the objects from the view's up to the top: a translation or an accelerator ends the key.
-bool Translated(CWndView& view, MSG& record) {
-    const View self = &view;
-    for (CWnd* wnd = view.wnd; CWndListVerify(wnd) && wnd->view; wnd = wnd->parentWnd) {
-        if (wnd->PreTranslateMessage(&record) || !CWndListVerify(wnd)) return true;
-        if (!self || !view.wnd) return true; // ended by its own translation
+// Asks the objects from `wnd` up to that of `last`, or without one to the top: a translation or an
+// accelerator ends the key. What it was pressed in may be ended by its own translation.
+template <class IsGone>
+bool Translated(CWnd* wnd, const NSWindow* last, MSG& record, IsGone isGone) {
+    for (; CWndListVerify(wnd) && wnd->view; wnd = wnd->parentWnd) {
+        if (wnd->PreTranslateMessage(&record) || !CWndListVerify(wnd) || isGone()) return true;
         if (wnd->accelTable && TranslateAccelerator(wnd->view, wnd->accelTable, &record))
             return true;
         if (!CWndListVerify(wnd)) return true;
+        if (last && wnd->nsWindow == last) break;
     }
     return false;
 }
@@ -128,8 +129,9 @@ bool PressCharacter(CWndView& view, const KeyRecord& key, std::size_t index) {
     const int code = VirtualKeyOf(key.nativeCode, key.characters[index]);
     const bool taken = SendKeyDown(view, key, code);
     if (!self || !view.wnd) return true;
-    MSG record = CharacterMessage(view, key, code);
-    if (Translated(view, record) || !self || !view.wnd) return true;
+    MSG record = CharacterMessage(&view, *view.wnd, key, code);
+    const auto isGone = [&] { return !self || !view.wnd; };
+    if (Translated(view.wnd, nullptr, record, isGone) || isGone()) return true;
     return SendTyped(view, key, index) || taken;
 }
 
@@ -244,6 +246,22 @@ bool KeyPressed(CWndView& view, const KeyRecord& key) {
     for (std::size_t i = 0; i < key.characters.size() && Listens(self); ++i)
         taken = PressCharacter(view, key, i) || taken;
     return taken || !self;
+}
+
+// A dialog's parent is not asked: the dialog blocks it.
+bool KeyLeftAlone(QWidget& control, const KeyRecord& key) {
+    const KeyInHand inHand(key);
+    const QPointer<QWidget> self = &control;
+    CWnd* const own = ObjectOf(&control);
+    CWnd* const wnd = own ? own : ObjectAround(control);
+    const NSWindow* const window = WindowOf(&control);
+    for (const int character : key.characters) {
+        if (!wnd || !CWndListVerify(wnd)) return wnd != nullptr;
+        const int code = VirtualKeyOf(key.nativeCode, character);
+        MSG record = CharacterMessage(&control, *wnd, key, code);
+        if (Translated(wnd, window, record, [&] { return !self; }) || !self) return true;
+    }
+    return false;
 }
 
 std::optional<unsigned> ModifiersInHand() {

@@ -75,5 +75,8 @@ void WheelTurned(CWndView& view, const WheelRecord& wheel);
 /// Whether a handler, a translation or an accelerator took a part of it, or the view is gone.
 bool KeyPressed(CWndView& view, const KeyRecord& key);
 void KeyReleased(CWndView& view, const KeyRecord& key);
+/// A press that the native control with the focus did not use is only translated, by the objects from the
+/// control's up to its window's. Whether one of them took it, or the control is gone.
+bool KeyLeftAlone(QWidget& control, const KeyRecord& key);
 
 } // namespace vm

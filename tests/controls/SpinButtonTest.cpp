@@ -74,6 +74,25 @@ TEST_F(SpinButton, CountsInItsBuddy) {
     EXPECT_EQ(spin.SetBuddy(nullptr), nullptr);
 }
 
+TEST_F(SpinButton, TakesItsWidthFromOneBuddyOnce) {
+    for (const DWORD side : {UDS_ALIGNLEFT, UDS_ALIGNRIGHT}) {
+        Make(side);
+        CEdit other;
+        other.Create(WS_VISIBLE, RECT{5, 80, 85, 105}, &child, 12);
+        const QRect shrunk = buddy.view->geometry();
+        EXPECT_EQ(spin.SetBuddy(&buddy), &buddy);
+        EXPECT_EQ(buddy.view->geometry(), shrunk);
+        EXPECT_EQ(spin.SetBuddy(&other), &buddy);
+        EXPECT_EQ(buddy.view->geometry(), QRect(5, 5, 80, 25));
+        EXPECT_LT(other.view->width(), 80);
+        spin.SetBuddy(nullptr);
+        EXPECT_EQ(other.view->geometry(), QRect(5, 80, 80, 25));
+        for (CWnd* wnd : {static_cast<CWnd*>(&spin), static_cast<CWnd*>(&buddy)})
+            wnd->DestroyWindow();
+        other.DestroyWindow();
+    }
+}
+
 TEST_F(SpinButton, AHostMayRefuseOrChangeAStep) {
     Make(0);
     int delta = 0;

@@ -33,17 +33,17 @@ protected:
 } // namespace
 
 TEST_F(DialogUnits, EverythingDrawnIsScaled) {
-    Load(UiSize("minimumSize", 100, 60) + UiSize("maximumSize", 400, 16777215) +
-         UiControl("QWidget", 10,
-                   UiRect("geometry", 10, 30, 100, 90) +
+    Load(UiControl("QWidget", 10,
+                   UiRect("geometry", 10, 30, 100, 90) + UiSize("minimumSize", 100, 60) +
+                       UiSize("maximumSize", 400, 16777215) +
                        UiControl("QLabel", 11, UiRect("geometry", 20, 30, 33, 45))) +
          UiControl("QFrame", 12, UiRect("geometry", 53, 75, 7, 15)));
     const QSize base = vm::DialogBaseOf(dialog.view->font());
     const auto x = [&](int pixels) { return (pixels * base.width() + 5) / 10; };
     const auto y = [&](int pixels) { return (pixels * base.height() + 15) / 30; };
     EXPECT_EQ(dialog.view->size(), QSize(x(300), y(200)));
-    EXPECT_EQ(dialog.view->minimumSize(), QSize(x(100), y(60)));
-    EXPECT_EQ(dialog.view->maximumSize(), QSize(x(400), QWIDGETSIZE_MAX));
+    EXPECT_EQ(Item<QWidget>(dialog, 10)->minimumSize(), QSize(x(100), y(60)));
+    EXPECT_EQ(Item<QWidget>(dialog, 10)->maximumSize(), QSize(x(400), QWIDGETSIZE_MAX));
     const QRect inner = Item<QWidget>(dialog, 11)->geometry();
     EXPECT_EQ(inner.topLeft(), QPoint(x(20), y(30)));
     const QRect beside = Item<QWidget>(dialog, 12)->geometry();

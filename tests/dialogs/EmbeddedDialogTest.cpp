@@ -77,6 +77,15 @@ TEST_F(EmbeddedDialog, WithoutFileOrParentThereIsNone) {
                 ElementsAre(ShownBox{"CDialog::Create (LPCTSTR) should never be called!", "", 1}));
 }
 
+TEST_F(EmbeddedDialog, ItsParentDecidesAboutItsSize) {
+    Write(3, UiDialog(UiSize("minimumSize", 290, 190) + UiSize("maximumSize", 310, 210)));
+    ASSERT_TRUE(page.Create(3, &top));
+    for (const QSize& size : {QSize(100, 50), QSize(450, 350)}) {
+        page.MoveWindow(0, 0, size.width(), size.height());
+        EXPECT_EQ(page.view->size(), size);
+    }
+}
+
 TEST_F(EmbeddedDialog, MayGoInAnyOfItsHandlers) {
     for (const int number : {WM_CREATE, WM_INITDIALOG, WM_SHOWWINDOW, WM_COMMAND, WM_SIZE}) {
         for (const bool deleted : {true, false}) {
@@ -123,4 +132,13 @@ TEST_F(EmbeddedDialog, ReturnAndEscapeReachTheDialogAroundIt) {
         RunFor(std::chrono::milliseconds(1));
         EXPECT_EQ(page.view, nullptr);
     }
+}
+
+TEST_F(EmbeddedDialog, AKeyOfItsControlsIsTranslatedOnce) {
+    std::vector<CWnd*> asked;
+    page.translate = [&](MSG*) { return asked.push_back(&page), FALSE; };
+    top.translate = [&](MSG*) { return asked.push_back(&top), FALSE; };
+    ASSERT_TRUE(page.Create(3, &top));
+    QTest::keyClick(Item<QLineEdit>(page, 21), Qt::Key_F5);
+    EXPECT_THAT(asked, ElementsAre(&page, &top));
 }

@@ -8,13 +8,16 @@
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
 
 #include <vmcore/app/CWinApp.h>
 
+#include "app/CWinAppDelegate.h"
 #include "app/appState.h"
 #include "controls/menuActions.h"
+#include "controls/menuState.h"
 #include "controls/menuUpdate.h"
 #include "dialogs/dialogState.h"
 #include "platform/NativeApplication.h"
@@ -307,4 +310,167 @@ TEST_F(ModalDialog, HidesTheMainMenuOfAForeignProgramUntilTheLastHasGone) {
     outer.DoModal();
     EXPECT_TRUE(vm::MenuBarShown());
     vm::App().isPluginEnvironment = false;
+}
+
+namespace {
+
+constexpr int kSave = 104;
+
+class MainDialog : public ModalDialog {
+protected:
+    MainDialog() {
+        CWinAppDelegate::Shared(); // routes the commands of menus
+        bundle.Write("MainMenu",
+                     UiFile("<widget class=\"QMenuBar\" name=\"M\"><widget class=\"QMenu\" "
+                            "name=\"F\">" +
+                            UiText("title", "File") + "<addaction name=\"save\"/>" +
+                            UiAction("save", "Save", kSave, "Ctrl+S") +
+                            "</widget><addaction name=\"F\"/></widget>"));
+        dialog.on[WM_UPDATECOMMANDUI] = [this](WPARAM id, LPARAM state) {
+            if (id != kSave) return 0;
+            reinterpret_cast<CCmdUI*>(state)->Enable(canSave);
+            return 1;
+        };
+        dialog.on[WM_COMMAND] = [this](WPARAM id, LPARAM) {
+            return saved += id == kSave, id == kSave;
+        };
+    }
+    ~MainDialog() override { vm::SetMainMenu(nullptr); }
+
+    QMenuBar* Bar() const { return dialog.nsWindow->MenuBar(); }
+    QAction* Save() const { return vm::MainMenu()->actions().first()->menu()->actions().first(); }
+    bool IsEnabled() const {
+        vm::UpdateMenuItem(vm::MainMenu()->actions().first()->menu(), Save(), nullptr);
+        return Save()->isEnabled();
+    }
+    void PressCtrlS() {
+        QTest::keyClick(Item<QLineEdit>(dialog, 11), Qt::Key_S, Qt::ControlModifier);
+    }
+
+    CWinApp app{"Test"};
+    TestDialog dialog;
+    bool canSave = true;
+    int saved = 0;
+};
+
+} // namespace
+
+TEST_F(MainDialog, HasTheMenuBarAboveItsContent) {
+    for (const bool limited : {false, true}) {
+        SCOPED_TRACE(limited);
+        if (limited) Write(1, UiDialog(UiSize("minimumSize", 200, 100)));
+        for (const bool named : {false, true}) {
+            app.m_pMainWnd = named ? &dialog : nullptr;
+            if (!named) dialog.onInit = [this] { app.m_pMainWnd = &dialog; };
+            Soon([&] {
+                const QWidget& window = *dialog.nsWindow;
+                const auto sizes = [&] {
+                    const int extra = window.height() - dialog.view->height();
+                    EXPECT_EQ(dialog.view->size(), QSize(300, 200));
+                    EXPECT_EQ(window.minimumSize(),
+                              limited ? QSize(200, 100 + extra) : window.size());
+                    EXPECT_EQ(window.maximumHeight(), limited ? QWIDGETSIZE_MAX : window.height());
+                    return extra;
+                };
+                EXPECT_TRUE(Bar() && Bar()->isVisible());
+                EXPECT_GT(sizes(), 0);
+                HideMainMenu();
+                EXPECT_EQ(sizes(), 0);
+                ShowMainMenu();
+                EXPECT_GT(sizes(), 0);
+                dialog.EndDialog(1);
+            });
+            EXPECT_EQ(dialog.DoModal(), 1);
+        }
+    }
+}
+
+TEST_F(MainDialog, CommandsWorkUnlessAnotherDialogIsOpen) {
+    app.m_pMainWnd = &dialog;
+    TestDialog inner;
+    Soon([&] {
+        EXPECT_TRUE(IsEnabled());
+        Save()->trigger();
+        PressCtrlS();
+        EXPECT_EQ(saved, 2);
+        canSave = false;
+        EXPECT_FALSE(IsEnabled());
+        PressCtrlS();
+        EXPECT_EQ(saved, 2);
+        canSave = true;
+        Soon([&] {
+            EXPECT_EQ(inner.nsWindow->windowModality(), Qt::ApplicationModal);
+            EXPECT_EQ(inner.nsWindow->MenuBar(), nullptr);
+            EXPECT_FALSE(IsEnabled());
+            PressCtrlS();
+            EXPECT_EQ(saved, 2);
+            inner.EndDialog(1);
+        });
+        inner.DoModal();
+        EXPECT_TRUE(IsEnabled());
+        dialog.EndDialog(1);
+    });
+    dialog.DoModal();
+}
+
+// What File, Exit does: the dialog may refuse, or ask its user, as when it is closed.
+TEST_F(MainDialog, EndOfTheProgramIsAskedForAsItsCloseButtonDoes) {
+    app.m_pMainWnd = &dialog;
+    CWinAppDelegate& delegate = CWinAppDelegate::Shared();
+    int refusals = 1;
+    dialog.on[WM_QUERYCLOSE] = [&](WPARAM, LPARAM) { return refusals-- > 0; };
+    Soon([&] {
+        for (const int ended : {0, 1}) {
+            EXPECT_EQ(delegate.applicationShouldTerminate(), CWinAppDelegate::Reply::Cancel);
+            EXPECT_EQ(dialog.ended, ended);
+        }
+    });
+    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+    EXPECT_THAT(dialog.saves, ElementsAre(false, true)) << "the values come out as at every end";
+}
+
+// Focus in a line: it keeps the letters, its dialog keeps Return and Escape, the menu comes first, and
+// what is left goes to the objects around it, but not to the dialog's parent.
+TEST_F(MainDialog, KeysThatAControlLeavesAloneAreTranslated) {
+    constexpr int kOpen = 105;
+    constexpr int kFunctionKey = 0x10; // what they all come as
+    const AccelEntry table[] = {{kOpen, 'O' | 0x1F << 8, 1, 0, 0}, {-1, 0, 0, 0, 0}};
+    app.m_pMainWnd = &dialog;
+    RecordingWindow parent;
+    parent.translate = [](MSG*) { return ADD_FAILURE() << "asked", FALSE; };
+    parent.Create("", "Parent", WS_VISIBLE, RECT{80, 90, 380, 290}, nullptr, 0);
+    dialog.parentWnd = &parent;
+    std::vector<int> asked;
+    std::vector<int> commands;
+    dialog.on[WM_COMMAND] = [&](WPARAM id, LPARAM) { return commands.push_back(LOWORD(id)), 1; };
+    dialog.accelTable = table;
+    Soon([&] {
+        auto* line = Item<QLineEdit>(dialog, 11);
+        line->setFocus();
+        dialog.translate = [&](MSG* msg) {
+            EXPECT_EQ(msg->hwnd, line);
+            asked.push_back(static_cast<int>(msg->wParam));
+            return msg->wParam == kFunctionKey;
+        };
+        commands.clear();
+        dialog.Take();
+        QTest::keyClick(line, Qt::Key_A);
+        QTest::keyClick(line, Qt::Key_Left);
+        EXPECT_THAT(asked, IsEmpty());
+        QTest::keyClick(line, Qt::Key_S, Qt::ControlModifier);
+        EXPECT_THAT(std::exchange(commands, {}), testing::Contains(kSave));
+        EXPECT_THAT(asked, IsEmpty());
+        QTest::keyClick(line, Qt::Key_O, Qt::ControlModifier);
+        EXPECT_THAT(std::exchange(commands, {}), ElementsAre(kOpen));
+        QTest::keyClick(line, Qt::Key_F5);
+        EXPECT_THAT(asked, ElementsAre(static_cast<int>('O'), kFunctionKey));
+        EXPECT_THAT(dialog.Take(WM_KEYDOWN), IsEmpty());
+        QTest::keyClick(line, Qt::Key_Tab);
+        QTest::keyClick(line, Qt::Key_Escape);
+        EXPECT_EQ(asked.size(), 2u);
+        dialog.EndDialog(1);
+    });
+    dialog.DoModal();
+    dialog.parentWnd = nullptr;
+    parent.DestroyWindow();
 }

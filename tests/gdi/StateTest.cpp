@@ -94,13 +94,13 @@ TEST(DeviceContext, DetachedCallsAreLoggedAndNeutral) {
 TEST(Selection, StockObjectComesBackInTheSharedOneAndCanBeSelectedAgain) {
     CDC dc;
     CPen red(PS_SOLID, 1, RGB(255, 0, 0)), empty;
-    CGdiObject* const stock = dc.SelectObject(&red);
+    CPen* const stock = dc.SelectObject(&red);
     ASSERT_TRUE(stock);
     EXPECT_TRUE(isSystemDCObject(stock));
     EXPECT_EQ(stock->GetSafeHandle(), GetStockObject(BLACK_PEN));
     EXPECT_EQ(dc.SelectObject(static_cast<CPen*>(nullptr)), nullptr);
     EXPECT_EQ(dc.SelectObject(&empty), nullptr); // changed nothing:
-    EXPECT_EQ(dc.SelectObject(static_cast<CPen*>(stock)), &red);
+    EXPECT_EQ(dc.SelectObject(stock), &red);
     EXPECT_EQ(dc.SelectObject(&red)->GetSafeHandle(), GetStockObject(BLACK_PEN));
     EXPECT_EQ(dc.SelectStockObject(WHITE_PEN), &red);
     EXPECT_TRUE(stock->DeleteObject()); // the shared record survives

@@ -87,7 +87,7 @@ public:
     // State. The order is part of the binary interface.
     char* m_pszAppName; ///< calloc'd, owned; may be null
     void* m_reserved1;
-    CWnd* m_pMainWnd; ///< not owned
+    CWnd* m_pMainWnd; ///< not owned; may be assigned in place of AfxSetMainWnd in InitInstance
     HINSTANCE m_hInstance;
     int m_nCmdShow;                     ///< 5
     CRecentFileList* m_pRecentFileList; ///< made by the constructor, never deleted
@@ -103,6 +103,9 @@ VM_API void AfxSetApp(CWinApp* app);
 /// Null, and "Internal Error! Request to AfxGetApp() before MainApp is Set" logged, without one.
 VM_API CWinApp* AfxGetApp();
 /// Without an application logs "Internal Error! Request to set MainWnd before WinApp set".
+/// The main window has the application's menu bar, and is asked whether the program may end. A dialog may be it,
+/// too: name it before its DoModal or in its OnInitDialog. It blocks no other window then, and ends as by its
+/// close button when the program is to end.
 VM_API void AfxSetMainWnd(CWnd* wnd);
 /// Null, and "Internal Error! Request for MainWnd before WinApp set" logged, without an
 /// application.

@@ -64,8 +64,10 @@ class VM_API CSpinButtonCtrl : public CWnd {
     int SetPos32(int position);
     int GetPos() const;
     int GetPos32(BOOL* error = nullptr) const; ///< error: the buddy shows no number of the range
-    CWnd* SetBuddy(CWnd* buddy);               ///< the buddy before; null: none
-    CWnd* GetBuddy() const;                    ///< null also when it has no object
+    /// The buddy before, which gets back the width that the arrows took; null: none. The same again changes
+    /// nothing.
+    CWnd* SetBuddy(CWnd* buddy);
+    CWnd* GetBuddy() const; ///< null also when it has no object
     BOOL SetAccel(int count,
                   const UDACCEL* accelerations); ///< a native number field takes the first
     UINT GetAccel(int count, UDACCEL* accelerations) const; ///< how many there are

@@ -44,7 +44,8 @@ class VM_API CDialog : public CWnd {
     BOOL Create(LPCTSTR lpszTemplateName, CWnd* pParentWnd);
 
     // What DoModal calls may be overridden; the order is part of the binary interface.
-    /// Shows the dialog in a window of its own that blocks the application's others, and runs it to
+    /// Shows the dialog in a window of its own that blocks the application's others, unless it is the
+    /// main window (see AfxSetMainWnd), and runs it to
     /// its end: WM_CREATE, WM_INITDIALOG (which loads the controls), the modal loop, the exchange of
     /// the controls' values into the variables, WM_CLOSE. The exchange happens after every run, also
     /// a cancelled one: look at the result before using the values.

@@ -1,7 +1,7 @@
 // A file as an object. No constructor opens it; Open does.
 //
 //     CFile file;
-//     if (!file.Open("Song.syx", CFile::modeRead, nullptr)) return false;
+//     if (!file.Open("Song.syx", CFile::modeRead)) return false;
 //     UINT got = file.Read(buffer, sizeof buffer);
 #pragma once
 
@@ -46,7 +46,7 @@ public:
     /// Opens through CreateFile, which logs a failure: 1, or 0, also when the object is open
     /// already. modeCreate empties an existing file and always opens for writing only, with
     /// modeReadWrite too.
-    virtual BOOL Open(LPCSTR name, UINT mode, CFileException* exception);
+    virtual BOOL Open(LPCSTR name, UINT mode, CFileException* exception = nullptr);
     virtual void Close();
     /// The count read; 0 after an error; 0xFFFFFFFF while closed.
     virtual UINT Read(void* buffer, UINT count);

@@ -142,9 +142,9 @@ public:
     // --- Selection. Returns what was selected; null, and nothing changes, for null or an object
     // without a handle. A stock object that was selected comes back in one of three shared objects
     // (one for each kind), good for selecting it back.
-    CGdiObject* SelectObject(CPen* pen);
-    CGdiObject* SelectObject(CBrush* brush);
-    CGdiObject* SelectObject(CFont* font);
+    CPen* SelectObject(CPen* pen);
+    CBrush* SelectObject(CBrush* brush);
+    CFont* SelectObject(CFont* font);
     int SelectObject(CRgn* region);   ///< no effect; whether the region has a handle
     void* SelectObject(void* handle); ///< no effect; null
     /// The bitmap's pixels become what this memory context draws into and what blits from it show;

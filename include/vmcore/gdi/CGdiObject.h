@@ -1,7 +1,7 @@
 // The base of the GDI object classes: one handle, its kind, and whether the record is shared.
 //
 //     CPen pen(PS_SOLID, 1, RGB(200, 0, 0));
-//     CPen* before = static_cast<CPen*>(dc.SelectObject(&pen));
+//     CPen* before = dc.SelectObject(&pen);
 //     dc.MoveTo(10, 5);
 //     dc.LineTo(20, 5);            // pixels 10..19 of row 5
 //     dc.SelectObject(before);     // while `pen` still lives: the CDC keeps plain pointers

@@ -153,7 +153,12 @@ public:
     virtual BOOL Create(const char* className, const char* windowName, DWORD style,
                         const RECT& rect, CWnd* parent, UINT id, void* context = nullptr);
     virtual BOOL PreCreateWindow(CREATESTRUCT& cs); ///< negative widths and heights become 10
-    virtual BOOL PreTranslateMessage(MSG* msg);     ///< FALSE; TRUE takes a key press
+    /// FALSE; TRUE takes a key press. Asked from the window that has the focus up its parents, each before
+    /// its accelTable is searched, with the virtual key in wParam and WM_CHAR as message. A native control
+    /// is asked first what it does with a key: here comes only what it leaves alone (so no letters from a
+    /// text, no arrows from a list), never Tab nor a dialog's Return and Escape, and no window but the
+    /// control's own and those up to its top-level one.
+    virtual BOOL PreTranslateMessage(MSG* msg);
     /// Hides the view at once and frees it later; sends WM_DESTROY. FALSE without a view.
     virtual BOOL DestroyWindow();
     virtual void DoDataExchange(CDataExchange* exchange);
@@ -419,7 +424,7 @@ public:
     HWND view;       ///< the view; 1, 2 and 3 are reserved and no views
     DWORD style;
     DWORD exStyle;
-    const AccelEntry* accelTable; ///< searched on every key press; set by the host, never freed
+    const AccelEntry* accelTable; ///< searched after PreTranslateMessage; the host's, never freed
     CFont* font;
     BOOL redrawEnabled;
     LONG vScrollMin;
