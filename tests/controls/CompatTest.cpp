@@ -40,7 +40,7 @@ TEST(Compat, SizesAreTakenAndMadeWherePlainOnesAre) {
     point.Offset(CSize(3, 4));
     EXPECT_TRUE(point == CPoint(3, 4));
     const CSize size = CRect(1, 2, 11, 22).Size();
-    EXPECT_TRUE(size == CSize(10, 20) && size != tagSIZE{10, 21});
+    EXPECT_TRUE(size == CSize(10, 20) && (size != tagSIZE{10, 21}));
 }
 
 TEST(Compat, ArrayAndLock) {
