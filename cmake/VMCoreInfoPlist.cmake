@@ -1,16 +1,21 @@
 # Property lists put together: what a bundle's Info.plist holds besides the build's own entries comes from
 # INFO, and below that from the version of a resource script.
 
+# Puts other characters for some: both are lists of their codes.
+function(_vmcore_exchange result text from to)
+    foreach(old new IN ZIP_LISTS from to)
+        string(ASCII ${old} old)
+        string(ASCII ${new} new)
+        string(REPLACE "${old}" "${new}" text "${text}")
+    endforeach()
+    set(${result} "${text}" PARENT_SCOPE)
+endfunction()
+
 # Sets <prefix>_KEYS and <prefix>_ENTRIES, lists of the keys of the outermost <dict> and of each one's whole
-# text. What would divide a list is hidden in them: see _vmcore_plist_text. Comments fall away.
+# text. What would divide a list (; [ ]) is exchanged for control characters in them. Comments fall away.
 function(_vmcore_plist_entries prefix text origin)
     string(REGEX REPLACE "<!--([^-]|-[^-])*-->" "" text "${text}")
-    string(ASCII 1 semicolon)
-    string(ASCII 2 open)
-    string(ASCII 3 close)
-    string(REPLACE ";" "${semicolon}" text "${text}")
-    string(REPLACE "[" "${open}" text "${text}")
-    string(REPLACE "]" "${close}" text "${text}")
+    _vmcore_exchange(text "${text}" "59;91;93" "1;2;3")
     string(REGEX MATCHALL "<[^>]*>[^<]*" pieces "${text}") # a tag and the text behind it
     set(depth 0) # in the outermost <dict>, which is in <plist>, it is 2
     set(keys "")
@@ -45,16 +50,6 @@ function(_vmcore_plist_entries prefix text origin)
     set(${prefix}_ENTRIES "${entries}" PARENT_SCOPE)
 endfunction()
 
-function(_vmcore_plist_text result text)
-    string(ASCII 1 semicolon)
-    string(ASCII 2 open)
-    string(ASCII 3 close)
-    string(REPLACE "${semicolon}" ";" text "${text}")
-    string(REPLACE "${open}" "[" text "${text}")
-    string(REPLACE "${close}" "]" text "${text}")
-    set(${result} "${text}" PARENT_SCOPE)
-endfunction()
-
 # `plist` with those entries of the file whose keys it has not.
 function(_vmcore_add_plist_entries result plist file)
     file(READ ${file} addition)
@@ -63,7 +58,7 @@ function(_vmcore_add_plist_entries result plist file)
     set(added "")
     foreach(key entry IN ZIP_LISTS new_KEYS new_ENTRIES)
         if(NOT key IN_LIST own_KEYS)
-            _vmcore_plist_text(entry "${entry}")
+            _vmcore_exchange(entry "${entry}" "1;2;3" "59;91;93")
             string(APPEND added "\t${entry}\n")
         endif()
     endforeach()

@@ -2,6 +2,7 @@
 // would then change bytes beyond ASCII in a single-byte one.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace vm {
@@ -12,6 +13,11 @@ constexpr char AsciiUpper(char c) {
 
 constexpr char AsciiLower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+inline std::string AsciiLowered(std::string text) {
+    for (char& c : text) c = AsciiLower(c);
+    return text;
 }
 
 /// Every byte below 128.

@@ -41,9 +41,7 @@ std::string_view ValueOfEntry(std::string_view entry) {
 }
 
 std::string FoldCase(std::string_view name) {
-    std::string folded(name);
-    std::transform(folded.begin(), folded.end(), folded.begin(), AsciiLower);
-    return folded;
+    return AsciiLowered(std::string(name));
 }
 
 std::string Quoted(std::string_view text) {

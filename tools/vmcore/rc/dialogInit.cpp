@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 
 #include "rc/codePages.h"
 #include "rc/writeOutput.h"
@@ -19,12 +18,6 @@ constexpr int kComboMessages[] = {0x403, 0x143, 0x1234}; // CB_ADDSTRING; an ext
 std::uint32_t WordAt(std::string_view bytes, std::size_t at) {
     return static_cast<unsigned char>(bytes[at]) |
            static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[at + 1])) << 8;
-}
-
-std::string Hex(int number) {
-    char text[16];
-    std::snprintf(text, sizeof text, "0x%X", static_cast<unsigned>(number));
-    return text;
 }
 
 bool AddsText(const std::string& windowClass, int message) {
@@ -80,9 +73,9 @@ private:
             return LeaveOut(what + std::to_string(record.control),
                             "the dialog has no control of this number");
         if (!AddsText(control->windowClass, record.message))
-            return LeaveOut(what + SymbolOf(control->id), "message " + Hex(record.message) +
-                                                              " adds no text to a '" +
-                                                              control->windowClass + "'");
+            return LeaveOut(what + SymbolOf(control->id),
+                            "message " + Hexadecimal(static_cast<std::uint32_t>(record.message)) +
+                                " adds no text to a '" + control->windowClass + "'");
         control->items.push_back(TextOf(record.bytes));
         ++m_given;
     }

@@ -1,7 +1,6 @@
 #include "rc/styleTable.h"
 
 #include <bit>
-#include <cstdio>
 
 #include "rc/constants.h"
 
@@ -34,12 +33,6 @@ Constant Largest(Style bits, std::string_view prefix) {
             largest = constant;
     });
     return largest;
-}
-
-std::string Hexadecimal(Style value) {
-    char text[16];
-    std::snprintf(text, sizeof text, "0x%X", value);
-    return text;
 }
 
 void Append(std::string& list, std::string_view name) {

@@ -170,9 +170,7 @@ std::string Upper(std::string_view text) {
 }
 
 std::string Lower(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), AsciiLower);
-    return result;
+    return AsciiLowered(std::string(text));
 }
 
 } // namespace vm::rc

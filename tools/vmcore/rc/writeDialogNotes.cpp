@@ -3,6 +3,7 @@
 #include <array>
 #include <string_view>
 
+#include "core/ascii.h"
 #include "rc/styleTable.h"
 #include "rc/winStyles.h"
 #include "rc/writeDialog.h"
@@ -47,12 +48,6 @@ constexpr StyleTable kExtended = {
     "WS_EX_", kExModalFrame | kExNoParentNotify | kExWindowEdge | kExControlParent | kExComposited,
     kExNotes, ~Style{0}};
 
-std::string LowerCase(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return text;
-}
-
 void NoteFrame(Notes& notes, Style style) {
     if ((style & kCaption) != kCaption)
         notes.push_back("with a title bar (no WS_CAPTION)");
@@ -82,7 +77,7 @@ bool IsInterfaceFace(const std::string& face) {
     static constexpr std::array<std::string_view, 9> kFaces = {
         "ms shell dlg", "ms shell dlg 2",       "ms sans serif", "tahoma",      "segoe ui",
         "system",       "microsoft sans serif", "helv",          "ms ui gothic"};
-    return std::find(kFaces.begin(), kFaces.end(), LowerCase(face)) != kFaces.end();
+    return std::find(kFaces.begin(), kFaces.end(), AsciiLowered(face)) != kFaces.end();
 }
 
 bool IsBold(const Font& font) {

@@ -14,10 +14,6 @@ using namespace win;
 constexpr int kIconWidth = 21; // units of 32 pixels in the font of every dialog
 constexpr int kIconHeight = 20;
 
-std::string PictureFile(const Id& id) {
-    return "Bitmap_" + FileId(id) + ".png";
-}
-
 struct Units {
     int cx = 0;
     int cy = 0;

@@ -2,6 +2,7 @@
 #include "rc/styleTable.h"
 #include "rc/winStyles.h"
 #include "rc/writeDialogWidget.h"
+#include "rc/writeOutput.h"
 
 namespace vm::rc {
 namespace {
@@ -80,7 +81,7 @@ Widget PictureWidget(const Control& control) {
     widget.takesFocus = false;
     const Id* image = control.image ? &*control.image : nullptr;
     if (image && image->number)
-        widget.Set({"pixmap", "pixmap", "Bitmap_" + std::to_string(*image->number) + ".png"});
+        widget.Set({"pixmap", "pixmap", PictureFile(*image)});
     else
         widget.Note(image ? "a picture with a name is not found: the program sets it"
                           : "the program sets the picture");

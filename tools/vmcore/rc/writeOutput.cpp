@@ -1,5 +1,6 @@
 #include "rc/writeOutput.h"
 
+#include <cstdio>
 #include <utility>
 
 namespace vm::rc {
@@ -65,6 +66,20 @@ std::string FileId(const Id& id) {
 
 bool HasNumber(const Id& id) {
     return id.number.has_value();
+}
+
+std::string PictureFile(const Id& id) {
+    return "Bitmap_" + FileId(id) + ".png";
+}
+
+std::string UnlessThere(bool isThere, const std::string& path) {
+    return isThere ? std::string() : "; there is no file '" + path + "'";
+}
+
+std::string Hexadecimal(std::uint32_t value) {
+    char text[16];
+    std::snprintf(text, sizeof text, "0x%X", static_cast<unsigned>(value));
+    return text;
 }
 
 } // namespace vm::rc

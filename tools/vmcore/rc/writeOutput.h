@@ -1,6 +1,7 @@
 // What the writers share: where files and findings go, and names that are safe whatever a script says.
 #pragma once
 
+#include <cstdint>
 #include <set>
 #include <string>
 #include <string_view>
@@ -46,5 +47,11 @@ std::string Identifier(std::string_view text);
 /// What stands for the id in a file's name: its number, or its name as an identifier.
 std::string FileId(const Id& id);
 bool HasNumber(const Id& id);
+/// "Bitmap_150.png"
+std::string PictureFile(const Id& id);
+/// To go behind a reason: "; there is no file 'x'", or nothing when there is.
+std::string UnlessThere(bool isThere, const std::string& path);
+/// "0x1F"
+std::string Hexadecimal(std::uint32_t value);
 
 } // namespace vm::rc

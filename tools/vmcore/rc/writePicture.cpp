@@ -70,11 +70,10 @@ void WritePicture(const Picture& picture, Output& output) {
     const std::string what = Described(picture.head);
     const Place& place = picture.head.place;
     if (picture.kind == PictureKind::Cursor)
-        return output.LeaveOut(
-            place, what,
-            "cursors are the desktop's: see SetCursor" +
-                (picture.isThere ? std::string() : "; there is no file '" + picture.path + "'"));
-    const std::string name = "Bitmap_" + FileId(picture.head.id) + ".png";
+        return output.LeaveOut(place, what,
+                               "cursors are the desktop's: see SetCursor" +
+                                   UnlessThere(picture.isThere, picture.path));
+    const std::string name = PictureFile(picture.head.id);
     if (output.Has(name))
         return output.LeaveOut(place, what,
                                name + " is there already, of an earlier bitmap or icon");

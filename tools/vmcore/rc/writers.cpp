@@ -51,7 +51,7 @@ public:
     void operator()(const Other& other) const {
         const std::string why = WhyLeftOut(other.head.keyword);
         m_output.LeaveOut(other.head.place, Described(other.head),
-                          other.isThere ? why : why + "; there is no file '" + other.path + "'");
+                          why + UnlessThere(other.isThere, other.path));
     }
 
 private:
