@@ -1,6 +1,6 @@
 # vmcore_add_application(NAME <target> SOURCES <files...> [RESOURCES <files or folders...>]
 #                        [PLUGINS <targets or files...>] [BUNDLE_NAME <name>] [HELP_BOOK <folder>]
-#                        [INFO <file>]
+#                        [INFO <file>] [ICON <file.png>]
 #                        [RESOURCE_SCRIPT <file.rc> [MAIN_MENU <id>] [RESOURCE_SCRIPT_OPTIONS <options...>]])
 #
 # Makes the executable <target> inside the bundle the library looks for at run time:
@@ -8,22 +8,23 @@
 #     <BUNDLE_NAME>.app/Contents/MacOS/<target>
 #                               /Resources/    RESOURCES and the HELP_BOOK folder
 #                               /PlugIns/      PLUGINS
-#                               /Info.plist    CFBundleName, "Executable file", CFBundleHelpBookName
+#                               /Info.plist    CFBundleName, "Executable file", CFBundleHelpBookName,
+#                                             CFBundleIconFile
 #
 # in the current binary folder. BUNDLE_NAME is the target's name by default. The entries of INFO, a
 # property list such as the Version.plist that `vmcore rc` writes, are added to Info.plist; of a key that it
 # has already the value stays. A plug-in that is a target of this build must be defined before. The
 # bundle's path is the target's property VMCORE_BUNDLE. Works in this project and in one that found the
-# installed package.
+# installed package. ICON is the picture of the program's windows; it is copied into Resources.
 #
 # RESOURCE_SCRIPT is compiled with `vmcore rc` in each build in which it, or a file that it names, has
-# changed: its dialogs, menus, texts and pictures go into the bundle, its version into Info.plist, unless INFO
-# has one; MAIN_MENU is the number of the menu that becomes the application's. RESOURCE_SCRIPT_OPTIONS are
-# --include <folders...> (relative ones of the current source folder), --define <NAME[=VALUE]...>,
-# --language <language> and --codepage <number>, as `vmcore rc` has them. The accelerators' source is
-# compiled into the target, which finds its header as "<script>Accelerators.h". The report is
-# <target>_rc/report.txt in the current binary folder. The tool is this build's, else the installed one: the
-# variable VMCORE_TOOL.
+# changed: its dialogs, menus, texts and pictures go into the bundle, its version and its icon into Info.plist,
+# unless INFO and ICON say others; MAIN_MENU is the number of the menu that becomes the application's.
+# RESOURCE_SCRIPT_OPTIONS are --include <folders...> (relative ones of the current source folder),
+# --define <NAME[=VALUE]...>, --language <language> and --codepage <number>, as `vmcore rc` has them. The
+# accelerators' source is compiled into the target, which finds its header as "<script>Accelerators.h". The
+# report is <target>_rc/report.txt in the current binary folder. The tool is this build's, else the
+# installed one: the variable VMCORE_TOOL.
 #
 # vmcore_install_application(<target> COMMAND <name> [COMPONENT <component>])
 #
@@ -44,7 +45,8 @@ set(VMCORE_INFO_PLIST_TEMPLATE ${CMAKE_CURRENT_LIST_DIR}/Info.plist.in CACHE INT
 set(VMCORE_RESOURCE_SCRIPT_STEP ${CMAKE_CURRENT_LIST_DIR}/VMCoreResourceScript.cmake CACHE INTERNAL "")
 
 function(vmcore_add_application)
-    cmake_parse_arguments(PARSE_ARGV 0 app "" "NAME;BUNDLE_NAME;HELP_BOOK;INFO;RESOURCE_SCRIPT;MAIN_MENU"
+    cmake_parse_arguments(PARSE_ARGV 0 app ""
+                          "NAME;BUNDLE_NAME;HELP_BOOK;INFO;ICON;RESOURCE_SCRIPT;MAIN_MENU"
                           "SOURCES;RESOURCES;PLUGINS;RESOURCE_SCRIPT_OPTIONS")
     if(NOT app_NAME OR NOT app_SOURCES)
         message(FATAL_ERROR "vmcore_add_application needs NAME and SOURCES")
@@ -77,9 +79,9 @@ function(vmcore_add_application)
         message(FATAL_ERROR "MAIN_MENU and RESOURCE_SCRIPT_OPTIONS need RESOURCE_SCRIPT")
     endif()
     _vmcore_write_info_plist(${infoFolder} ${app_NAME} ${app_BUNDLE_NAME} "${app_HELP_BOOK}"
-                             "${app_INFO}")
+                             "${app_ICON}" "${app_INFO}")
     _vmcore_copy_into(${app_NAME} resources ${bundle}/Contents/Resources
-                      ${app_RESOURCES} ${app_HELP_BOOK})
+                      ${app_RESOURCES} ${app_HELP_BOOK} ${app_ICON})
     _vmcore_add_plugins(${app_NAME} ${bundle}/Contents/PlugIns ${app_PLUGINS})
 endfunction()
 
@@ -204,14 +206,20 @@ function(_vmcore_compile_script target script folder contents arguments)
     target_include_directories(${target} PRIVATE ${folder}/files)
 endfunction()
 
-# A change of `info` configures anew.
-function(_vmcore_write_info_plist folder executable name helpBook info)
-    set(helpBookEntry "")
-    if(helpBook)
-        cmake_path(GET helpBook FILENAME helpBookName)
-        set(helpBookEntry
-            "\n\t<key>CFBundleHelpBookName</key>\n\t<string>${helpBookName}</string>")
+# The entry of a key whose value is the name of a file or folder; empty without one.
+function(_vmcore_file_entry result key file)
+    set(entry "")
+    if(file)
+        cmake_path(GET file FILENAME name)
+        set(entry "\n\t<key>${key}</key>\n\t<string>${name}</string>")
     endif()
+    set(${result} "${entry}" PARENT_SCOPE)
+endfunction()
+
+# A change of `info` configures anew.
+function(_vmcore_write_info_plist folder executable name helpBook icon info)
+    _vmcore_file_entry(helpBookEntry CFBundleHelpBookName "${helpBook}")
+    _vmcore_file_entry(iconEntry CFBundleIconFile "${icon}")
     file(READ ${VMCORE_INFO_PLIST_TEMPLATE} plist)
     string(CONFIGURE "${plist}" plist @ONLY)
     if(info)

@@ -6,9 +6,11 @@
 #include <vmcore/wnd/CWnd.h>
 
 #include "app/appState.h"
+#include "app/programIcon.h"
 #include "app/userDefaults.h"
 #include "controls/menuActions.h"
 #include "core/log.h"
+#include "platform/mainqueue.h"
 #include "platform/pathList.h"
 #include "wnd/CWndNSView.h"
 #include "wnd/CWndWindowController.h"
@@ -53,6 +55,8 @@ bool CWinAppDelegate::hasApplication() const {
 void CWinAppDelegate::applicationWillFinishLaunching() {
     vm::SetUserDefault("NSDisabledDictationMenuItem", true);
     vm::SetUserDefault("NSDisabledCharacterPaletteMenuItem", true);
+    // Windows do not wait for it.
+    vm::PostToMain({[](void*) { vm::ShowProgramIcon(); }, nullptr, nullptr});
     if (CWinApp* app = AfxGetApp()) {
         app->InitInstance();
         // Hosts also assign the field themselves, and expect the menu bar all the same.

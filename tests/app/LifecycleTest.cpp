@@ -6,9 +6,14 @@
 
 #include <gmock/gmock.h>
 
+#include <QtGui/QGuiApplication>
+#include <QtGui/QIcon>
+#include <QtGui/QImage>
+
 #include "app/CWinAppDelegate.h"
 #include "app/appState.h"
 #include "app/help.h"
+#include "app/programIcon.h"
 #include "platform/bundle.h"
 #include "platform/mainqueue.h"
 #include "support/LogCapture.h"
@@ -136,6 +141,31 @@ TEST_F(BundleFixture, NamesAreCutToTheBuffersOfTheLibrary) {
     CountingApp app;
     app.InitInstance();
     EXPECT_EQ(std::strlen(app.m_pszAppName), 255u);
+}
+
+TEST_F(BundleFixture, IconOfTheProgramIsAPictureOfTheBundle) {
+    const auto sizeWith = [this](const std::string& name) {
+        QGuiApplication::setWindowIcon({});
+        const std::string entry = "<key>CFBundleIconFile</key><string>" + name + "</string>";
+        m_home.Write("Host.app/Contents/Info.plist",
+                     "<plist version=\"1.0\"><dict>" + entry + "</dict></plist>");
+        vm::ShowProgramIcon();
+        const QList<QSize> sizes = QGuiApplication::windowIcon().availableSizes();
+        return sizes.isEmpty() ? 0 : sizes.front().width();
+    };
+    QImage picture(24, 24, QImage::Format_ARGB32);
+    picture.fill(Qt::red);
+    const std::string resources = m_path + "/Contents/Resources/";
+    ASSERT_TRUE(picture.save(QString::fromStdString(resources + "Host.png")));
+    EXPECT_EQ(sizeWith("Host.png"), 24);
+    EXPECT_EQ(sizeWith("Host"), 24);
+    LogCapture log;
+    EXPECT_EQ(sizeWith(""), 0);
+    EXPECT_THAT(log.TakeLog(), testing::IsEmpty());
+    for (const std::string name : {"none.png", "Host Help"}) {
+        EXPECT_EQ(sizeWith(name), 0);
+        EXPECT_THAT(log.TakeLog(), ElementsAre(HasSubstr("is no picture")));
+    }
 }
 
 TEST_F(BundleFixture, PathsAreThoseOfTheBundle) {

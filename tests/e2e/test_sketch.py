@@ -75,6 +75,10 @@ class Sketch(unittest.TestCase):
         self.titled("drawing.sketch - Sketch")
         return [line.split() for line in self.file.read_text().splitlines()[1:]]
 
+    def test_windows_show_the_icon_of_the_script(self):
+        icon = lambda: self.display.run("xprop", "-id", self.window, "_NET_WM_ICON")
+        wait_for("the icon", lambda: "48 x 48" in icon())
+
     def test_what_the_mouse_draws_is_saved_and_opened_again(self):
         self.drag((300, 200), (320, 260), (350, 220))
         self.titled(r"Untitled \* - Sketch")

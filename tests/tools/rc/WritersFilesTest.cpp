@@ -327,6 +327,24 @@ TEST(WritersPicture, TroubleIsSaid) {
         EXPECT_THAT(written.lines[i + 1], AllOf(HasSubstr("left out"), HasSubstr(whys[i])));
 }
 
+TEST(WritersPicture, IconWithTheLowestNumberIsThePrograms) {
+    const TemporaryHome home;
+    const std::string icon = home.Write("a.ico", Icon({{16, IconPixels(16, 24)}}));
+    const auto pictured = [&](std::vector<Picture> pictures) {
+        std::vector<Resource> resources(pictures.begin(), pictures.end());
+        return Written(resources).File("Version.plist");
+    };
+    const auto iconAt = [&](int id) { return MakePicture(id, icon, PictureKind::Icon); };
+    const Picture missing = MakePicture(2, home.Path() / "none.ico", PictureKind::Icon);
+    const Picture unreadable = MakePicture(2, home.Write("b.ico", "no icon"), PictureKind::Icon);
+    EXPECT_THAT(pictured({iconAt(7), iconAt(5), missing}),
+                HasSubstr("<key>CFBundleIconFile</key>\n\t<string>Bitmap_5.png</string>"));
+    // The tool bar's picture has the main window's number as well.
+    EXPECT_THAT(pictured({MakePicture(5, icon), iconAt(5), iconAt(7)}), HasSubstr("Bitmap_7.png"));
+    EXPECT_EQ(pictured({unreadable}), "");
+    EXPECT_EQ(pictured({MakePicture(5, icon)}), "");
+}
+
 TEST(WritersVersion, BecomesEntriesOfInfoPlist) {
     VersionInfo version;
     version.head = {{}, "VERSIONINFO", NumberId(1, "VS_VERSION_INFO"), {}};

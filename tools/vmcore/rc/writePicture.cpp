@@ -40,12 +40,6 @@ ReadResult ReadPicture(const std::string& path) {
     return ReadImage(bytes);
 }
 
-bool IsThere(const Picture& picture) {
-    std::error_code error;
-    return picture.isThere && !picture.path.empty() &&
-           std::filesystem::is_regular_file(picture.path, error);
-}
-
 std::string PngOf(const QImage& image) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
@@ -66,7 +60,13 @@ Notes NotesOf(const Picture& picture, const ReadResult& read) {
 
 } // namespace
 
-void WritePicture(const Picture& picture, Output& output) {
+bool IsThere(const Picture& picture) {
+    std::error_code error;
+    return picture.isThere && !picture.path.empty() &&
+           std::filesystem::is_regular_file(picture.path, error);
+}
+
+void WritePicture(const Picture& picture, bool isProgramIcon, Output& output) {
     const std::string what = Described(picture.head);
     const Place& place = picture.head.place;
     if (picture.kind == PictureKind::Cursor)
@@ -84,7 +84,8 @@ void WritePicture(const Picture& picture, Output& output) {
         return output.LeaveOut(place, what,
                                "'" + picture.path + "' cannot be read: " + read.trouble);
     output.Add(name, png);
-    output.Say(place, what, name, NotesOf(picture, read));
+    const std::string where = isProgramIcon ? name + ", the program's icon" : name;
+    output.Say(place, what, where, NotesOf(picture, read));
 }
 
 } // namespace vm::rc

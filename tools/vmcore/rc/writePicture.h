@@ -6,6 +6,10 @@
 
 namespace vm::rc {
 
-void WritePicture(const Picture& picture, Output& output);
+/// Whether the picture's file can be opened for reading, as far as its path tells.
+bool IsThere(const Picture& picture);
+
+/// `isProgramIcon` is for the report: what becomes of it there is WriteInfo's.
+void WritePicture(const Picture& picture, bool isProgramIcon, Output& output);
 
 } // namespace vm::rc

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 #include <string_view>
 #include <utility>
 
@@ -9,6 +10,7 @@
 #include <QtCore/QString>
 
 #include "rc/uiXml.h"
+#include "rc/writePicture.h"
 
 namespace vm::rc {
 namespace {
@@ -77,14 +79,8 @@ void TakeString(const VersionValue& value, Entries& entries, Output& output) {
     output.Say(value.place, what, std::string(kFile) + ", " + key, notes);
 }
 
-} // namespace
-
-void WriteVersion(const VersionInfo& version, Output& output) {
-    const std::string what = Described(version.head);
-    if (output.Has(kFile))
-        return output.LeaveOut(version.head.place, what, "there is an earlier VERSIONINFO");
-    output.Say(version.head.place, what, kFile);
-    Entries entries;
+void TakeVersion(const VersionInfo& version, Entries& entries, Output& output) {
+    output.Say(version.head.place, Described(version.head), kFile);
     if (!version.fileVersion.empty()) entries.Add("CFBundleVersion", Dotted(version.fileVersion));
     if (!version.productVersion.empty())
         entries.Add("CFBundleShortVersionString", Dotted(version.productVersion));
@@ -96,7 +92,37 @@ void WriteVersion(const VersionInfo& version, Output& output) {
                 output.LeaveOut(value.place, "VALUE " + value.key,
                                 "of the languages the first counts");
         }
-    output.Add(kFile, entries.Text());
+}
+
+} // namespace
+
+const Picture* ProgramIcon(const std::vector<const Picture*>& pictures) {
+    const Picture* lowest = nullptr;
+    std::set<std::string> files; // a bitmap of the same number may be there before the icon
+    for (const Picture* picture : pictures) {
+        const Id& id = picture->head.id;
+        if (picture->kind == PictureKind::Cursor || !IsThere(*picture)) continue;
+        if (!files.insert(PictureFile(id)).second) continue;
+        if (picture->kind != PictureKind::Icon || !HasNumber(id)) continue;
+        if (!lowest || id.number < lowest->head.id.number) lowest = picture;
+    }
+    return lowest;
+}
+
+void WriteInfo(const std::vector<const VersionInfo*>& versions, const Picture* icon,
+               Output& output) {
+    Entries entries;
+    for (const VersionInfo* version : versions) {
+        if (version == versions.front())
+            TakeVersion(*version, entries, output);
+        else
+            output.LeaveOut(version->head.place, Described(version->head),
+                            "there is an earlier VERSIONINFO");
+    }
+    const std::string iconFile = icon ? PictureFile(icon->head.id) : std::string();
+    const bool hasIcon = output.Has(iconFile);
+    if (hasIcon) entries.Add("CFBundleIconFile", iconFile);
+    if (hasIcon || !versions.empty()) output.Add(kFile, entries.Text());
 }
 
 } // namespace vm::rc

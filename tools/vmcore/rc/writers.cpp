@@ -36,8 +36,8 @@ std::string WhyLeftOut(const std::string& keyword) {
 // Writes what has a file of its own.
 class OneByOne {
 public:
-    OneByOne(int mainMenu, const Shortcuts& shortcuts, Output& output)
-        : m_mainMenu(mainMenu), m_shortcuts(shortcuts), m_output(output) {}
+    OneByOne(int mainMenu, const Shortcuts& shortcuts, const Picture* icon, Output& output)
+        : m_mainMenu(mainMenu), m_shortcuts(shortcuts), m_icon(icon), m_output(output) {}
 
     void operator()(const Dialog& dialog) const { WriteDialog(dialog, m_output); }
     void operator()(const Menu& menu) const {
@@ -46,8 +46,10 @@ public:
     }
     void operator()(const AcceleratorTable&) const {} // all in one file
     void operator()(const StringTable&) const {}
-    void operator()(const Picture& picture) const { WritePicture(picture, m_output); }
-    void operator()(const VersionInfo& version) const { WriteVersion(version, m_output); }
+    void operator()(const VersionInfo&) const {}
+    void operator()(const Picture& picture) const {
+        WritePicture(picture, &picture == m_icon, m_output);
+    }
     void operator()(const Other& other) const {
         const std::string why = WhyLeftOut(other.head.keyword);
         m_output.LeaveOut(other.head.place, Described(other.head),
@@ -57,6 +59,7 @@ public:
 private:
     int m_mainMenu;
     const Shortcuts& m_shortcuts;
+    const Picture* m_icon;
     Output& m_output;
 };
 
@@ -68,7 +71,8 @@ std::vector<OutputFile> WriteFiles(const std::vector<Resource>& resources,
     Output output(report);
     const auto tables = AllOf<AcceleratorTable>(resources);
     const Shortcuts shortcuts = ShortcutsOf(tables, options.mainMenu);
-    const OneByOne write(options.mainMenu, shortcuts, output);
+    const Picture* const icon = ProgramIcon(AllOf<Picture>(resources));
+    const OneByOne write(options.mainMenu, shortcuts, icon, output);
     // Dialogs say which pictures they lack.
     const auto isPicture = [](const Resource& resource) {
         return std::holds_alternative<Picture>(resource);
@@ -78,6 +82,7 @@ std::vector<OutputFile> WriteFiles(const std::vector<Resource>& resources,
             if (isPicture(resource) == pictures) std::visit(write, resource);
     WriteAccelerators(tables, scriptName, output);
     WriteStrings(AllOf<StringTable>(resources), output);
+    WriteInfo(AllOf<VersionInfo>(resources), icon, output);
     return std::move(output.files);
 }
 
