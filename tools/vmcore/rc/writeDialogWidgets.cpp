@@ -36,8 +36,16 @@ bool IsNumbered(const Id& id) {
     return id.number && *id.number > 0 && *id.number != kStaticId;
 }
 
+// As Qt Designer calls what nobody has named.
+std::string TypeName(const std::string& type) {
+    if (type == "QLabel") return "label";
+    if (type == "QGroupBox") return "groupBox";
+    if (type == "QFrame") return "frame";
+    return "control";
+}
+
 std::string BaseName(const Control& control, const Widget& widget) {
-    if (!IsNumbered(control.id)) return widget.part == Part::Label ? "label" : "control";
+    if (!IsNumbered(control.id)) return TypeName(widget.type);
     const std::string symbol = SymbolOf(control.id);
     const bool isNumber =
         symbol.find_first_not_of("0123456789xXabcdefABCDEF") == std::string::npos &&
