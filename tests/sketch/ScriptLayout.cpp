@@ -1,34 +1,32 @@
 #include "ScriptLayout.h"
 
 #include <cmath>
-#include <fstream>
-#include <regex>
-#include <sstream>
 
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
 #include <QtGui/QFontMetrics>
 
 namespace {
 
 constexpr int kClosedCombo = 13; // units; the script's height is that of the open list
 
-std::string ReadAll(const std::string& path) {
-    std::stringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
+QString ReadAll(const std::string& path) {
+    QFile file(QString::fromStdString(path)); // code page 1252: the same for what is in it
+    return file.open(QIODevice::ReadOnly | QIODevice::Text) ? QString::fromLatin1(file.readAll())
+                                                            : QString();
 }
 
-std::string First(const std::string& line, const char* pattern) {
-    std::smatch match;
-    return std::regex_search(line, match, std::regex(pattern)) ? match.str(1) : "";
+QString First(const QString& text, const QString& pattern) {
+    return QRegularExpression(pattern).match(text).captured(1);
 }
 
-ScriptControl ReadControl(const std::string& line, const std::smatch& numbers) {
-    const auto number = [&](int i) { return std::stoi(numbers.str(i)); };
-    const std::string symbol = First(line, "[ ,](ID(?!C_STATIC|I_)\\w+),");
-    const bool isCombo = line.find("COMBOBOX") != std::string::npos;
-    return {symbol.empty() ? First(line, "\"([^\"]*)\"") : symbol,
+ScriptControl ReadControl(const QString& line, const QRegularExpressionMatch& numbers) {
+    const auto number = [&](int i) { return numbers.captured(i).toInt(); };
+    const QString symbol = First(line, "[ ,](ID(?!C_STATIC|I_)\\w+),");
+    const bool isCombo = line.contains(QLatin1String("COMBOBOX"));
+    return {(symbol.isEmpty() ? First(line, "\"([^\"]*)\"") : symbol).toStdString(),
             {number(1), number(2), number(3), isCombo ? kClosedCombo : number(4)},
-            line.find("updown") != std::string::npos};
+            line.contains(QLatin1String("updown"))};
 }
 
 int Scaled(int units, double base, int parts) {
@@ -39,21 +37,20 @@ int Scaled(int units, double base, int parts) {
 
 std::vector<ScriptDialog> ReadDialogs(const std::string& scriptPath,
                                       const std::string& headerPath) {
-    static const std::regex head("^(\\w+) DIALOGEX 0, 0, (\\d+), (\\d+)"),
+    static const QRegularExpression head("^(\\w+) DIALOGEX 0, 0, (\\d+), (\\d+)"),
         four(",(\\d+),(\\d+),(\\d+),(\\d+)(,|$)");
-    const std::string header = ReadAll(headerPath);
-    std::istringstream script(std::regex_replace(ReadAll(scriptPath), std::regex("\r"), ""));
+    const QString header = ReadAll(headerPath);
     std::vector<ScriptDialog> dialogs;
-    std::smatch match;
-    for (std::string line; std::getline(script, line);) {
-        if (std::regex_search(line, match, head))
-            dialogs.push_back(
-                {match.str(1),
-                 std::stoi(First(header, ("#define " + match.str(1) + " +(\\d+)").c_str())),
-                 {std::stoi(match.str(2)), std::stoi(match.str(3))},
-                 {}});
-        else if (!dialogs.empty() && std::regex_search(line, match, four))
-            dialogs.back().controls.push_back(ReadControl(line, match));
+    for (const QString& line : ReadAll(scriptPath).split('\n')) {
+        const auto begin = head.match(line);
+        const auto control = four.match(line);
+        if (begin.hasMatch())
+            dialogs.push_back({begin.captured(1).toStdString(),
+                               First(header, "#define " + begin.captured(1) + " +(\\d+)").toInt(),
+                               {begin.captured(2).toInt(), begin.captured(3).toInt()},
+                               {}});
+        else if (!dialogs.empty() && control.hasMatch())
+            dialogs.back().controls.push_back(ReadControl(line, control));
     }
     return dialogs;
 }

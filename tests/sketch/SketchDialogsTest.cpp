@@ -80,7 +80,7 @@ protected:
 
     QWidget* WidgetOf(const ScriptControl& control) {
         // Keys that would lead nowhere are taken out.
-        const QString name = QString::fromLatin1(control.name).remove('&');
+        const QString name = QString::fromStdString(control.name).remove('&');
         for (QWidget* child : dialog.view->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
             if (child->objectName() == name ||
                 (!child->objectName().startsWith("ID") && WordsOf(*child).remove('&') == name))
