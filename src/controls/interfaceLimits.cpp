@@ -1,11 +1,13 @@
 #include "controls/interfaceLimits.h"
 
+#include <vector>
+
 #include <QtCore/QXmlStreamReader>
 
 namespace vm {
 namespace {
 
-constexpr int kDeepestNesting = 64;
+constexpr std::size_t kDeepestNesting = 64;
 constexpr int kMostCells = 1000; // in one direction
 
 class Checker {
@@ -17,13 +19,14 @@ private:
     void Begin();
     void End();
     void CheckPosition();
+    void CheckLayout();
     void Count(int& elements);
     void Refuse(const std::string& why);
 
     QXmlStreamReader m_xml;
     InterfaceProblem m_problem = {0, {}};
-    int m_depth = 0;
-    int m_rows = 0; // elements of tables, in the whole file
+    std::vector<bool> m_hasLayout; // of each element that is open
+    int m_rows = 0;                // elements of tables, in the whole file
     int m_columns = 0;
     bool m_isCount = false; // inside a property that says how many cells there are
     QString m_text;         // of it
@@ -44,9 +47,18 @@ void Checker::CheckPosition() {
             Refuse("a row or column beyond the last possible one");
 }
 
+// The loader makes each one and loses all but one.
+void Checker::CheckLayout() {
+    if (m_hasLayout.empty()) return;
+    if (m_hasLayout.back()) Refuse("a second layout in one place");
+    m_hasLayout.back() = true;
+}
+
 void Checker::Begin() {
     const auto tag = m_xml.name();
-    if (++m_depth > kDeepestNesting) Refuse("nested too deeply");
+    if (tag == QLatin1String("layout")) CheckLayout();
+    m_hasLayout.push_back(false);
+    if (m_hasLayout.size() > kDeepestNesting) Refuse("nested too deeply");
     if (tag == QLatin1String("row")) Count(m_rows);
     if (tag == QLatin1String("column")) Count(m_columns);
     if (tag == QLatin1String("item")) CheckPosition();
@@ -57,7 +69,7 @@ void Checker::Begin() {
 }
 
 void Checker::End() {
-    --m_depth;
+    m_hasLayout.pop_back();
     if (!m_isCount || m_xml.name() != QLatin1String("property")) return;
     m_isCount = false;
     if (!(m_text.toDouble() <= kMostCells)) Refuse("too many rows or columns");

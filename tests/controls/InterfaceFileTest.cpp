@@ -124,6 +124,11 @@ TEST_F(InterfaceFile, HostileFilesAreRefusedAndSaidSo) {
         {"entities", bomb, "line 1: "},
         {"deep", nested(64), "line 2: nested too deeply"},
         {"very deep", nested(60000), "line 2: nested too deeply"},
+        {"two layouts",
+         UiFile(
+             "<widget class=\"QWidget\" name=\"w\">\n<layout class=\"QVBoxLayout\" name=\"a\"/>\n"
+             "<layout class=\"QHBoxLayout\" name=\"b\"/></widget>"),
+         "line 4: a second layout in one place"},
         {"large", UiFile("<!--" + std::string(5 << 20, ' ') + "-->"), "larger than 4 MB"},
         {"no interface", "<svg/>", ""},
         {"no widget", UiFile(""), ""},
