@@ -21,6 +21,7 @@ build() {
 sanitizers() {
     support=$PWD/tests/support
     export LSAN_OPTIONS="suppressions=$support/lsan.supp:print_suppressions=0"
+    export ASAN_OPTIONS=detect_stack_use_after_return=1
     export UBSAN_OPTIONS=print_stacktrace=1
     # The toolkit is not instrumented: what its own threads do with its own memory is not ours to judge.
     export TSAN_OPTIONS="suppressions=$support/tsan.supp:ignore_noninstrumented_modules=1:second_deadlock_stack=1"

@@ -97,6 +97,12 @@ protected:
         top.Take();
         child.Take();
     }
+    void TearDown() override { // what handlers refer to ended with the test
+        for (RecordingWindow* window : {&top, &child}) {
+            window->on.clear();
+            window->translate = nullptr;
+        }
+    }
     ~WindowFixture() override {
         child.DestroyWindow();
         top.DestroyWindow();
