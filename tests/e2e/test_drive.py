@@ -294,12 +294,16 @@ class Drive:
         assert saved.read_bytes() == (self.data / "patches.syx").read_bytes()
 
     def open_bank(self):
+        # Where the dialog begins: while it looks into the folders of a whole path, it changes what is typed.
+        banks = self.folder / "Documents"
+        banks.mkdir(exist_ok=True)
+        shutil.copy(self.data / "voices.syx", banks)
         self.display.key("ctrl+o")
         self.program.expect("dialog open")
         window = self.display.window("Open Bank")
         self.display.wait_drawn(window)
         self.display.wait_active(window)
-        self.display.run("xdotool", "type", "--delay", "0", str(self.data / "voices.syx"))
+        self.display.run("xdotool", "type", "--delay", "0", "voices.syx")
         self.display.key("Return")
         self.program.expect("opened voices.syx 1 messages")
         self.wait_at_rest()
