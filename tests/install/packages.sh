@@ -35,6 +35,7 @@ make_root() {
     cp -r README.md docs "$root/vmcore"
     cp -r tests/install tests/e2e "$root/vmcore/tests"
     cp -r examples/librarian/data "$root/vmcore/examples/librarian"
+    cp -r examples/sketch "$root/vmcore/examples"
 }
 
 in_root() {

@@ -5,10 +5,12 @@ What a stranger does with the Debian packages; packages.sh installs them in a cl
 """
 
 import pathlib
+import re
+import shutil
 import subprocess
 import unittest
 
-from stranger import Development, Programs
+from stranger import ROOT, Development, Programs, run
 
 
 class InstalledPrograms(Programs, unittest.TestCase):
@@ -29,6 +31,19 @@ class InstalledDevelopment(Development, unittest.TestCase):
 
     def test_no_development_files_of_the_toolkit(self):
         self.assertEqual([], list(pathlib.Path("/usr/include").rglob("qt6")))
+
+    def test_ported_program_with_its_resource_script(self):
+        sample = self.folder / "sketch"
+        shutil.copytree(ROOT / "examples/sketch", sample)
+        lists = sample / "CMakeLists.txt"
+        program = re.search(r"^vmcore_add_application\(.*?\)$", lists.read_text(), re.M | re.S)[0]
+        lists.write_text("cmake_minimum_required(VERSION 3.25)\nproject(sketch LANGUAGES CXX)\n"
+                         f"find_package(VMCore REQUIRED)\n{program}\n")
+        build = self.folder / "build"
+        run("cmake", "-S", sample, "-B", build)
+        run("cmake", "--build", build, "--parallel", "2")
+        _, trace = self.start_traced(build / "Sketch.app/Contents/MacOS/Sketch")
+        trace.expect("WM_ACTIVATE", **{"class": "CMainFrame"})
 
 
 if __name__ == "__main__":
