@@ -1,5 +1,5 @@
 # Property lists put together: what a bundle's Info.plist holds besides the build's own entries comes from
-# INFO, and below that from the version of a resource script.
+# INFO, and below that from the version and the icon of a resource script.
 
 # Puts other characters for some: both are lists of their codes.
 function(_vmcore_exchange result text from to)

@@ -4,8 +4,8 @@
 #           -P VMCoreResourceScript.cmake
 #
 # `vmcore rc` has put them into FOLDER/files and their names into FOLDER/names.txt. Copies what the program
-# loads into RESOURCES, takes away what a former run put there and this one has not, adds the version to
-# FOLDER/Info.plist, and touches FOLDER/stamp. The accelerators' source is
+# loads into RESOURCES, takes away what a former run put there and this one has not, adds the version and the icon
+# to FOLDER/Info.plist, and touches FOLDER/stamp. The accelerators' source is
 # FOLDER/files/<script>Accelerators.cpp, empty without tables.
 cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/VMCoreInfoPlist.cmake)

@@ -55,7 +55,7 @@ bool CWinAppDelegate::hasApplication() const {
 void CWinAppDelegate::applicationWillFinishLaunching() {
     vm::SetUserDefault("NSDisabledDictationMenuItem", true);
     vm::SetUserDefault("NSDisabledCharacterPaletteMenuItem", true);
-    // Windows do not wait for it.
+    // When a loop runs, also that of a dialog which is the whole program.
     vm::PostToMain({[](void*) { vm::ShowProgramIcon(); }, nullptr, nullptr});
     if (CWinApp* app = AfxGetApp()) {
         app->InitInstance();
